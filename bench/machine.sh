@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Compares the machine running byte-code with shared objects of the same shaders, built by the
+# Compares the machine, which runs byte-code, with shared objects of the same shaders, built by the
 # default command. Prints the tables of docs/measurements.md: a cell of the first one is the time of
 # the machine divided by that of the shared object, with the baseline kernels and with the best ones
 # for the processor.
@@ -14,7 +14,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
+# A run that fails may leave a file next to the source, so do not use a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 # The tables compare with objects for the baseline processor, unless the environment says otherwise.

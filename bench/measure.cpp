@@ -1,6 +1,6 @@
 // Measures a command: the shortest elapsed time and the largest memory of several runs.
 // usage: measure RUNS COMMAND [ARGUMENT...]
-// Prints the seconds, and the KiB of the process itself, without its children.
+// Prints the seconds, and the KiB of the process or of its largest child, whichever is larger.
 
 #include <algorithm>
 #include <chrono>

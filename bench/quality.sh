@@ -12,7 +12,7 @@ trap 'rm -rf "$scratch"' EXIT
 
 printf '%-18s %-24s %-20s %s\n' shader '    instructions' '   parallel runs' '  varying locals'
 for shader in "$@"; do
-    # A copy, since the compiler writes files next to the source that other runs must not share.
+    # A copy, since a preprocess command writes a file next to the source, which runs must not share.
     cp "$shader" "$scratch/shader.sl"
     for level in 0 1 2 3; do
         "$bin/shaderqx" -O$level "-I$(dirname "$shader")" -d "$scratch" "$scratch/shader.sl" >"$scratch/messages" 2>&1 ||

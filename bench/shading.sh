@@ -14,7 +14,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
+# A run that fails may leave a file next to the source, so do not use a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND
 export SLC_CC_OPTIONS=${OPTIONS:-}

@@ -6,15 +6,15 @@
 #   choice       nested choices of a value (`? :`)
 #   and          a chain of `&&`
 #   calls        calls of a function of ten lines
-#   unused       a sum over conditions whose result is not used
+#   unused       a sum over conditions; the sum is not used
 #   switch       conditions under a constant condition that is false
 #   doubling     functions that each call the previous one twice, with $2 calls in total
 #   together     variables that are all live at the same time
 #   loops        nested uniform loops
-#   dead-loop    a chain of assignments around a loop, whose result is not used
-#   dead-if      a chain of assignments under conditions, whose result is not used
-#   inverted     the same chain in reverse order, in a loop
-# All conditions are varying, except in the last one.
+#   dead-loop    a chain of assignments across iterations of a loop; the result is not used
+#   dead-if      a chain of assignments under conditions; the result is not used
+#   inverted     the chain of dead-if in reverse order, in a loop
+# All conditions are varying, except those of loops and those in `switch`.
 awk -v shape="$1" -v count="$2" 'BEGIN {
     print "# 1 \"shapes.sl\""
     if (shape == "calls") {

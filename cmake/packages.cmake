@@ -1,5 +1,5 @@
-# What cpack makes: an archive of everything, and Debian packages, `shaderqx` with the programs that
-# write and run shaders, and `shaderqx-dev` for building programs with the libraries.
+# The packages that cpack makes: an archive of everything, and the Debian packages `shaderqx` with the
+# programs that compile and run shaders, and `shaderqx-dev` for building programs with the libraries.
 set(SLC_CONTACT_MAIL "maintainers@shaderqx.example" CACHE STRING
     "Mail address in packages; by default one that receives no mail")
 
@@ -8,7 +8,7 @@ set(CPACK_PACKAGE_CONTACT "${SLC_CONTACT_ADDRESS} <${SLC_CONTACT_MAIL}>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
-# To find what the programs of a Debian package depend on takes `file`, and dpkg-shlibdeps of dpkg-dev.
+# Debian packages need `file`, and dpkg-shlibdeps of dpkg-dev, to find the packages that they depend on.
 set(CPACK_GENERATOR TGZ)
 find_program(SLC_FILE file)
 find_program(SLC_SHLIBDEPS dpkg-shlibdeps)
@@ -32,9 +32,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_NAME shaderqx)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SHLIBDEPS ON)
-# Shared objects need a C++ compiler, sqxmake ninja.
+# Shared objects need a C++ compiler, and sqxmake needs ninja.
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_RECOMMENDS "g++ | c++-compiler, ninja-build")
-# The first line of both is the description of the project.
+# The first line of both descriptions is that of the project.
 set(CPACK_DEBIAN_SHADERQX_DESCRIPTION
     "shaderqx checks, optimizes and compiles surfaces, lights, displacements,
 volumes and imagers, and writes byte-code or, with a C++ compiler, shared

@@ -1,15 +1,15 @@
 # shaderqx_add_shaders(TARGET SOURCES... [DSO] [OUTPUT_DIRECTORY D]
 #                      [INCLUDE_DIRECTORIES ...] [OPTIONS ...])
 #
-# Makes TARGET, part of `all`, which compiles the sources; each shader becomes D/SHADER.sqx, where D
-# is the folder TARGET in the current binary directory unless it is given. The target's property
-# SHADERQX_OUTPUT_DIRECTORY names it. With DSO the shaders become shared objects. The options are
-# those of the compiler.
+# Makes TARGET, part of `all`, which compiles the sources. Each shader becomes D/SHADER.sqx; without
+# OUTPUT_DIRECTORY, D is the folder TARGET in the current binary directory. The property
+# SHADERQX_OUTPUT_DIRECTORY of the target contains D. With DSO the shaders become shared objects. The
+# options are those of the compiler.
 #
 # A source is compiled again when it, a file that it includes, a shadeop library that it calls into,
-# the options or the compiler change. A library that the same project builds must be there first:
+# the options or the compiler change. A library that the same project builds must be built first:
 # add_dependencies(TARGET LIBRARY).
-# What the rule makes is a stamp, since only the compiler learns the name of the shader.
+# The output of the rule is a stamp file, since only the compiler knows the name of the shader.
 function(shaderqx_add_shaders target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DSO" "OUTPUT_DIRECTORY" "INCLUDE_DIRECTORIES;OPTIONS")
     if(NOT arg_UNPARSED_ARGUMENTS)

@@ -1,6 +1,6 @@
 /*
  * Shows a named value of the surface as a color, for debugging: a unit vector as its direction, a
- * parameter as a ramp. Prints once per grid which value it shows.
+ * parameter as a ramp. If `verbose` is above 0, it prints once per grid which value it shows.
  */
 surface inspect(string what = "normal"; string space = "world"; uniform float verbose = 0)
 {

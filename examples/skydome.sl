@@ -1,6 +1,6 @@
 /*
  * Daylight without lamps: how much of the sky a point sees, and the color of that part of the sky
- * that it sees most of. Its light bounces off the neighbors as well.
+ * that it sees most of. Light that bounces off the neighbors is added.
  */
 surface skydome(float Kd = 1; float Kbounce = 0.5; uniform float samples = 64;
                 uniform float reach = 10; color zenith = color(0.3, 0.5, 0.9);

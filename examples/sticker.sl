@@ -1,6 +1,6 @@
 /*
  * A sticker with a picture: moved, rotated and scaled in the object's space, and projected onto
- * the side that faces it. The varnish around it is unchanged.
+ * the side that faces it. The varnish of the surface covers it as well.
  */
 #include "include/shading.h"
 

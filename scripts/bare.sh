@@ -52,9 +52,9 @@ make_base() {
     mv "$folder/base.part" "$folder/base"
 }
 
-# Runs the command after $1 in the clone inside the system; $1 is `network` or `alone`. The mounts
-# belong to that process and end with it. Of this machine's variables, only those of proxies are
-# passed on.
+# Runs the command $2... in the clone inside the system; $1 is `network` or `alone`. The mounts belong
+# to that process and end with it. Of this machine's variables, only those of proxies are passed on,
+# and with a cache the language.
 inside() {
     local isolation=()
     [ "$1" = network ] || isolation=(--net)

@@ -50,7 +50,7 @@ values() {
     cksum <"$scratch/files/$example.sqx"
 }
 
-# True if the compiler $1 with the flags $2... finds the kernel headers, and a library that matches its headers.
+# True if the compiler $1 with the flags $2... finds the kernel headers, and a C++ library that it can link.
 is_here() {
     printf '#include <cerrno>\n#include <string>\nint main() { return std::hash<std::string>()("") == 0 && errno != 0; }\n' |
         "$@" -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null

@@ -49,7 +49,7 @@ configure -S . -B "$build"
 cmake --build "$build" --parallel "$(nproc)" --target shaderqx sqxdump sqxmake \
     test_backends test_product_machine test_runtime test_host test_run
 
-# Both compilers write the same files, each with its own preprocessor.
+# Both compilers write the same files, each with its built-in preprocessor.
 unset SLC_CPP_COMMAND
 export SLC_CC_COMMAND=false
 emulated=(${emulator//;/ })
@@ -93,7 +93,7 @@ diff "$work/values.native.txt" "$work/values.other.txt" >"$work/values.diff" || 
 echo "Both machines compute the same $(grep -oE ' [0-9a-f]{8}\b' "$work/values.native.txt" | wc -l) values"
 
 # Runs the tests, which build shared objects with the cross compiler. Preprocess commands run this machine's
-# sqxcpp, since a shell cannot start the other one.
+# sqxcpp, since a shell cannot start the one for the other architecture.
 mkdir -p "$work/path"
 rm -f "$work/path/c++"
 printf '#!/bin/sh\nexec %s "$@"\n' "${CMAKE_CXX_COMPILER_LAUNCHER:-} $(command -v "$triple-g++")" >"$work/path/c++"

@@ -12,8 +12,8 @@ cd "$(dirname "$0")/.."
 build=build/tidy
 clean=$build/clean
 
-# Prints all sources. Left out are the fakes of tests and the program of the package's test, which are
-# compiled differently.
+# Prints all sources, except the fakes of tests, the program of the package's test and the fuzz targets,
+# which are compiled differently.
 sources() {
     git ls-files --cached --others --exclude-standard \
         'src/*.cpp' 'runtime/*.cpp' 'tools/*.cpp' 'tests/*.cpp' 'bench/*.cpp' |
@@ -30,7 +30,7 @@ changed() {
     git ls-files --others --exclude-standard
 }
 
-# Prints the sources among the files $@, and those that include a header among them by name.
+# Prints the sources among the files $@, and the sources that include a header among these files by name.
 sources_of() {
     local file name
     for file in "$@"; do

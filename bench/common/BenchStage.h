@@ -68,7 +68,7 @@ private:
     std::vector<QxLightInput> m_lights;
 };
 
-/// A shader with all that it needs except the evaluation itself. The stage must outlive it.
+/// A shader that is ready to be evaluated on a stage, which must outlive this object.
 class BenchAct {
 public:
     BenchAct(std::shared_ptr<const QxShader> shader, BenchStage& stage)
@@ -113,7 +113,7 @@ template <class Work>
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times;
 }
 
-/// Returns the processor time of this thread since an arbitrary moment.
+/// Returns the seconds of processor time that this thread has used.
 [[nodiscard]] inline double BenchProcessorSeconds()
 {
     std::timespec time{};
@@ -121,7 +121,7 @@ template <class Work>
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// As `BenchSecondsOf` in processor time, which does not contain the time of other processes.
+/// Like `BenchSecondsOf`, but in processor time, which does not include other processes.
 template <class Work>
 [[nodiscard]] double BenchProcessorSecondsOf(const Work& work, int times)
 {

@@ -18,7 +18,7 @@
     return bytes;
 }
 
-/// Reads the byte-code of NAME.bc for these kernels.
+/// Reads the byte-code in NAME.bc, to run with these kernels.
 [[nodiscard]] inline std::shared_ptr<const QxShader> BenchProgram(const std::string& name,
                                                                   QxKernelChoice kernels)
 {

@@ -1,4 +1,4 @@
-/* Plain arithmetic of numbers, as the bodies of inlined functions look. */
+/* Plain arithmetic of numbers, like the bodies of expanded functions. */
 surface arithmetic(float a = 0.7, b = 0.31, c = 1.9)
 {
     float x = s, y = t, z = s * t + a, w = s - t * b;

@@ -1,4 +1,4 @@
-/* Conditions that differ from point to point, one within the other. */
+/* Varying conditions, one within the other. */
 surface branches(float edge = 0.5; color warm = color(1, 0.7, 0.2); color cold = color(0.1, 0.3, 0.9))
 {
     float x = mod(s * 7, 1), y = mod(t * 5, 1), k = 0;

@@ -1,8 +1,8 @@
 // Compares the machine with shared objects of the same shaders, on grids of several sizes: the time
 // of the machine divided by that of the shared object, with the baseline kernels and with the best
-// ones. usage: machine_grids SECONDS SIDE... -- NAME=KIND... For each NAME there are NAME.bc, its
-// byte-code, and NAME.so; KIND is printed next to it. A grid has SIDE * SIDE points.
-// byte-code, and NAME.so; KIND is printed beside it. A grid has SIDE * SIDE points.
+// ones.
+// usage: machine_grids SECONDS SIDE... -- NAME=KIND... For each NAME there are NAME.bc, its
+// byte-code, and NAME.so; KIND is printed next to the name. A grid has SIDE * SIDE points.
 
 #include <algorithm>
 #include <cstdio>
@@ -23,7 +23,7 @@ double Median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// The runs alternate, so that a busy machine slows all of them alike.
+/// Prints the cell of one grid. The runs alternate, so that a busy machine slows all of them alike.
 void Compare(const std::string& name, unsigned int side, double seconds)
 {
     BenchStage stage(side);

@@ -1,6 +1,6 @@
-// Measures reading, verifying and translating byte-code, in processor time: microseconds for the
-// whole file and per instruction. usage: machine_load SECONDS NAME... For each NAME there is
-// NAME.bc. The instructions are counted in the file.
+// Measures parsing, verifying and translating byte-code, in processor time: microseconds for the
+// whole file and per instruction of the file.
+// usage: machine_load SECONDS NAME... For each NAME there is NAME.bc.
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
-// Measures how many times as many points two threads shade with one shared program as one thread
-// does: in elapsed time, and in processor time, as on an otherwise idle machine. usage:
-// machine_threads SECONDS NAME... For each NAME there is NAME.bc.
+// Measures the speed of two threads that share one program, as a multiple of the speed of one: in
+// elapsed time, and in processor time, as on an otherwise idle machine.
+// usage: machine_threads SECONDS NAME... For each NAME there is NAME.bc.
 
 #include <algorithm>
 #include <cmath>
@@ -27,7 +27,8 @@ struct Times {
     }
 };
 
-/// Runs each act in a separate thread the given number of times. Returns the larger processor time.
+/// Runs each act in a separate thread the given number of times. Returns the elapsed time per run,
+/// and the larger processor time.
 Times PlayTogether(std::vector<BenchAct*> acts, int times)
 {
     std::vector<double> processor(acts.size());

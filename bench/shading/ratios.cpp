@@ -1,8 +1,8 @@
 // Compares shared objects of the same shaders that were built in two ways, on grids of several
 // sizes. Prints the time of the second divided by that of the first and, in parentheses, the
-// nanoseconds of processor time per point of the second; medians of interleaved rounds. usage:
-// shading_ratios SECONDS SIDE... -- FIRST SECOND NAME... There are FIRST/NAME.sqx and
-// SECOND/NAME.sqx. A grid has SIDE * SIDE points.
+// nanoseconds of processor time per point of the second; medians of interleaved rounds.
+// usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME... For each NAME there are
+// FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE * SIDE points.
 
 #include <algorithm>
 #include <cstdio>

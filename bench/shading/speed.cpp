@@ -19,7 +19,7 @@ namespace {
 
 constexpr unsigned int k_side = 48;  // points along an edge of the grid
 
-/// Returns the shortest times of both. The runs alternate, so that a busy machine slows both alike.
+/// Prints the speeds of both. The runs alternate, so that a busy machine slows both alike.
 template <class Shader, class Loop>
 void Compare(const std::string& name, const Shader& shader, const Loop& loop, double seconds)
 {

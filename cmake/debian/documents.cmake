@@ -1,4 +1,4 @@
-# Run by cpack before it packs: adds to the tree of each Debian package what its policy asks for.
+# Run by cpack before it packs: adds the files that Debian's policy requires to the tree of each package.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
     return()
 endif()
@@ -13,6 +13,6 @@ foreach(part IN LISTS CPACK_COMPONENTS_ALL)
     configure_file("${CPACK_SLC_DEBIAN_COPYRIGHT}" "${documents}/copyright" COPYONLY)
     file(GLOB pages "${tree}/share/man/man1/*.1" "${documents}/changelog")
     execute_process(COMMAND "${GZIP}" -9nf ${pages} COMMAND_ERROR_IS_FATAL ANY)
-    # They may come from folders of any mode.
+    # Files and folders of the tree may have any mode.
     execute_process(COMMAND chmod -R u=rwX,go=rX "${tree}" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -54,7 +54,7 @@ std::optional<Hit> Geometry::Intersect(const Ray& ray) const
     }
 }
 
-/// The derivatives solve dP = dPdu ds + dPdv dt along two edges.
+/// The derivatives are the solution of dP = dPdu ds + dPdv dt along two edges.
 void Geometry::FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const
 {
     Vertex at;

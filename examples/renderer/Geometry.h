@@ -23,7 +23,7 @@ struct Ray {
     // Near hits on the surface that the ray starts on are rounding errors. Other objects may be at
     // any distance, such as a wall that meets a mirror.
     unsigned int start = k_noObject;
-    float bias = 0;  // hits of the object `start` before this are ignored
+    float bias = 0;  // hits on the object `start` before this distance are ignored
 };
 
 /// The first hit of a ray.
@@ -59,8 +59,11 @@ struct Mesh {
 class Geometry {
 public:
     Geometry();
+    /// Adds the triangles of the next object.
     void Add(Mesh mesh);
+    /// Must be called after the last `Add`. Throws `std::runtime_error`.
     void Commit();
+    /// Returns the first hit that the ray does not ignore; nothing if there is none.
     [[nodiscard]] std::optional<Hit> Intersect(const Ray& ray) const;
     /// Sets P, N, Ng, s, t, u, v and the derivatives of one shading point.
     void FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const;

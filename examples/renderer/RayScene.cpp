@@ -25,7 +25,7 @@ constexpr QxRGBColor k_white = {1, 1, 1};
 constexpr int k_mostLayers = 64;              // of transparent surfaces
 constexpr float k_leastThrough = 1 / 512.0F;  // less transmitted light is ignored
 
-/// Returns the distance within which a ray may hit, by rounding errors, the surface that it starts
+/// Returns the distance within which rounding errors may make a ray hit the surface that it starts
 /// on.
 float BiasAt(const QxVector3& place)
 {
@@ -139,8 +139,8 @@ std::span<const Path> RayScene::Follow(Level& level, const QxGrid& layout,
     return level.paths;
 }
 
-/// Finds the next hit of each path. Paths without one get the color of the sky and end. Returns
-/// true if there is any hit.
+/// Finds the next hit of each path. A path without a hit gets the color of the sky and ends.
+/// Returns true if there is any hit.
 bool RayScene::FindHits(std::vector<Path>& paths) const
 {
     bool found = false;
@@ -160,8 +160,8 @@ bool RayScene::FindHits(std::vector<Path>& paths) const
     return found;
 }
 
-/// Shades all hits of one object, adds the results to their paths, and continues these after the
-/// object.
+/// Shades all hits on one object, adds the results to their paths, and lets these rays continue
+/// after the object.
 void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object)
 {
     const Part part(layout, level.paths, object);
@@ -222,7 +222,7 @@ Ray RayScene::RayOf(const QxRayQuery& query, const QxVector3& direction)
     return ray;
 }
 
-/// Returns black for rays deeper than the limit.
+/// Returns black for rays that are nested deeper than the limit.
 QxRGBColor RayScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;
@@ -297,8 +297,8 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
     return k_white - light / (count * count);
 }
 
-/// Chooses directions with a density proportional to the cosine to the axis, so that all rays have
-/// the same weight.
+/// Chooses directions with a density proportional to the cosine of the angle to the axis, so that
+/// all rays have the same weight.
 float RayScene::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
     constexpr float k_golden = 0.61803399F;  // golden ratio: spreads the rotations evenly

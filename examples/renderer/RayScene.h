@@ -9,7 +9,7 @@
 
 /// A ray and the result of following it.
 struct Path {
-    Ray ray;                         // its rest, after transparent surfaces that it has passed
+    Ray ray;                         // the rest of it, after the transparent surfaces passed so far
     std::optional<Hit> hit = {};     // not shaded yet
     QxRGBColor through = {1, 1, 1};  // product of the transparencies passed so far
     QxRGBColor color = {0, 0, 0};    // sum of the light so far
@@ -38,7 +38,7 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float RayHit(const QxRayQuery& query) override;
     QxRGBColor Transmission(const QxRayQuery& query) override;
-    /// Computes the shadow of an area light whose four corners are given; there are no shadow maps.
+    /// Computes the shadow of an area light with four corners; there are no shadow maps.
     QxRGBColor Shadow(const QxPointsQuery& query) override;
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     bool IsShadowRay() override { return LevelAt(OuterGrids()).isShadowRay; }

@@ -99,7 +99,7 @@ Mesh MakeSphere(const QxMatrix44& toWorld, unsigned int detail, QxShaderInstance
     Mesh mesh;
     for (std::size_t i = 0; i < grid.Size(); ++i)
         mesh.vertices.push_back({at.P[i], QxNormalize(at.N[i]), at.s[i], at.t[i]});
-    const std::size_t last = grid.Size() - columns;  // row
+    const std::size_t last = grid.Size() - columns;  // first point of the last row
     for (std::size_t column = 1; column + 2 < columns; ++column) {
         for (std::size_t i = column; i < last; i += columns) {
             mesh.AddTriangle(i, i + 1, i + columns + 1);

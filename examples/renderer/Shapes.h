@@ -11,9 +11,9 @@ class QxShaderInstance;
 /// Returns a square of side 2 around the origin that faces up: s grows along x, t against z.
 [[nodiscard]] Mesh MakePlane(const QxMatrix44& toWorld);
 
-/// Returns a sphere of radius 1 around the origin, with `detail` squares along a quarter of a turn,
-/// each of two triangles. s grows around the y axis, t downward. The displacement shader, if it is
-/// not null, displaces the points. Throws `QxHostError`.
+/// Returns a sphere of radius 1 around the origin, with `detail` squares of two triangles along a
+/// quarter of a turn. s grows around the y axis, t downward. The displacement shader, if it is not
+/// null, displaces the points. Throws `QxHostError`.
 [[nodiscard]] Mesh MakeSphere(const QxMatrix44& toWorld, unsigned int detail,
                               QxShaderInstance* displacement, QxHostScene& scene);
 

@@ -6,7 +6,7 @@
 #include "Geometry.h"
 #include "TextureScene.h"
 
-/// A shader with values for its parameters, which any number of instances share.
+/// A shader with values for its parameters. Any number of instances share it.
 struct ShaderSetting {
     std::shared_ptr<const QxShader> shader;
     QxParameterSet values = QxParameterSet(shader);
@@ -44,7 +44,7 @@ struct World {
     unsigned int height = 240;
     unsigned int samples = 2;    // along each edge of a pixel
     unsigned int rayLevels = 6;  // maximum depth of rays, such as between two mirrors
-    QxMatrix44 camera = QxMatrix44::Identity();  // camera to world space; it looks along z, y is up
+    QxMatrix44 camera = QxMatrix44::Identity();  // to world space; looks along z, and y is up
     float cameraAngle = 45;                      // across the shorter edge of the picture, degrees
     QxRGBColor sky = {0, 0, 0};  // of rays that hit nothing; multiplied by the map, if there is one
     const SqxTexture* skyMap = nullptr;  // one of `textures`, or null

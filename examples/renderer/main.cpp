@@ -1,6 +1,6 @@
 // A small renderer: reads a scene and writes a picture of it. Each thread repeatedly takes the next
-// tile of the picture. It has its own `RayScene` with instances of all shaders; all threads share
-// the world.
+// tile of the picture. Each has its own `RayScene` with instances of all shaders; all share the
+// world.
 
 #include <algorithm>
 #include <atomic>

@@ -1,4 +1,4 @@
-/* Changes of values from one shading point to the next, and edges that are as soft. */
+/* Changes of values from one shading point to the next, and edges that are softened by them. */
 surface derivatives(float edge = 0.4; output varying float shown[8] = {0, 0, 0, 0, 0, 0, 0, 0};
                     output varying color shades = 0; output varying vector ways = 0)
 {

@@ -53,9 +53,9 @@ QX_SHADEOP_EXPORT void ramp(void* data, int argc, void** argv)
             colors[first][i] + (position - first) * (colors[first + 1][i] - colors[first][i]);
 }
 
-/* dither(x, y): a threshold between 0 and 1 for each of four by four cells, in which neighbours
- * differ much; it repeats at whole numbers (Bayer, "An optimum method for two-level rendition of
- * continuous-tone pictures", 1973). */
+/* dither(x, y): a threshold between 0 and 1 for each cell of a raster of four by four, which
+ * repeats at whole numbers; neighbouring cells differ much (Bayer, "An optimum method for two-level
+ * rendition of continuous-tone pictures", 1973). */
 
 enum { k_side = 4 };
 

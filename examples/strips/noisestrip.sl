@@ -1,4 +1,4 @@
-/* Noise in tiles: a number, a color, its octaves, pnoise of period 3 twice, and cellnoise. */
+/* Noise in tiles: a number, a color, a sum of octaves, two periods of pnoise, and cellnoise. */
 #include "strip.h"
 
 imager noisestrip(float frequency = 6)

@@ -69,7 +69,7 @@ public:
     void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
                                  QxVector3* openDirections, float* occlusions) override;
     float RandomNumber(unsigned int point, unsigned int draw) override;
-    /// Counts the calls for each point and asks the host for the number of that count.
+    /// Counts the calls for each point, and asks the host for the random number of that count.
     float NextRandomNumber(unsigned int point) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
 

@@ -12,7 +12,7 @@
 /// Shading points whose values are stored by the caller, who must keep them until the run ends.
 struct QxHostPoints {
     QxGrid layout;                // columns along u, rows along v
-    QxHiddenVariables variables;  // null for those that the shaders of the run do not use
+    QxHiddenVariables variables;  // may be null where no shader of the run uses the variable
     QxVector3 E = {0, 0, 0};      // position of the eye, in the current space
 
     /// The largest number of points of a layout.
@@ -39,8 +39,8 @@ struct QxHostPoints {
 class QxHostGrid {
 public:
     /// Points are numbered along u first: point (column, row) has the number
-    /// row * columns + column. Throws `QxHostError` for no points, more than
-    /// `QxHostPoints::k_highestSize`, or too little memory.
+    /// row * columns + column. Throws `QxHostError` for a layout without points or with more than
+    /// `QxHostPoints::k_highestSize`, and if there is not enough memory.
     QxHostGrid(unsigned int columns, unsigned int rows);
 
     /// Changes the layout, and reuses the memory of the grid where it is large enough. A point
@@ -57,8 +57,8 @@ public:
     [[nodiscard]] std::size_t Size() const { return m_layout.Size(); }
 
     /// Returns the values of a predefined variable, to read and write: one for each point, or a
-    /// single one for `E`, `du`, `dv`, `ncomps` and `time`. `Value` is float, QxVector3 or
-    /// QxRGBColor, as the variable's type. Valid until the grid changes its layout. Throws
+    /// single one for `E`, `du`, `dv`, `ncomps` and `time`. `Value` must be the variable's type:
+    /// float, QxVector3 or QxRGBColor. Valid until the grid changes its layout. Throws
     /// `QxHostError` if there is no variable of that name and type.
     template <class Value>
     [[nodiscard]] std::span<Value> Values(std::string_view name);

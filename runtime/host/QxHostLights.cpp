@@ -11,8 +11,8 @@
 
 namespace {
 
-/// True if an ambient light shader has the same light at all points. It runs on a grid of one
-/// point, where only `Ps`, the position that is lit, differs between runs.
+/// True if an ambient light shader returns the same light at all points, unless it draws random
+/// numbers: it runs on a grid of one point, and only `Ps`, the lit position, differs between runs.
 bool IsUniform(const QxShaderInstance& light)
 {
     return !light.Shader().Uses("Ps");

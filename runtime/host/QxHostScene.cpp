@@ -1,9 +1,9 @@
 // A light shader runs on a separate grid whose `Ps` are the points that ask for light. Its `L`
-// points from the light to the lit point, in a surface `L` points the other way.
+// points from the light to the lit point; in a surface shader `L` points the other way.
 //
 // An ambient light shader that neither reads `Ps` nor draws random numbers is uniform: it runs once
-// per grid, at one point, when a shader first asks for ambient light. Whether it draws is only
-// known after that run; if it does, the result is dropped and the light runs for each point.
+// per grid, at one point, when a shader first asks for ambient light. Whether it draws numbers is
+// known only after that run; if it does, the result is dropped and the light runs for each point.
 //
 // An answer to a shader may shade another grid. The state of each grid is a level of a stack, and
 // answers use the top level. Levels are kept when their grids end, so that following rays allocates
@@ -67,8 +67,8 @@ void QxHostScene::ChooseLights(SceneLevel& level)
     level.runs.assign(level.lights.size(), 0);
 }
 
-/// Returns the level of the grid that is being shaded. A host may also ask while none is: it then
-/// gets a level with the object and run that are set.
+/// Returns the level of the grid that is being shaded. A host may also ask while no grid is being
+/// shaded: it then gets a level with the current object and run number.
 QxHostScene::SceneLevel& QxHostScene::CurrentLevel()
 {
     if (m_levels.empty())
@@ -183,7 +183,8 @@ QxRGBColor QxHostScene::RunAmbientLight(SceneLevel& level, const SceneLight& lig
     return level.ambientGrid->Values<QxRGBColor>("Cl")[0];
 }
 
-/// Returns the sum of all uniform ambient lights. It is computed once per grid, at the first call.
+/// Returns the sum of all uniform ambient lights, which is computed once per grid, at the first
+/// call. While an ambient light shader is running, returns only the lights without a shader.
 QxRGBColor QxHostScene::UniformAmbient(SceneLevel& level)
 {
     if (level.uniformAmbient && !level.inAmbient)

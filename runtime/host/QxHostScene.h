@@ -16,8 +16,8 @@ class QxShaderInstance;
 /// Identifies a light of a scene; never reused.
 enum class QxLightHandle : std::uint32_t {};
 
-/// Describes the object that a grid is a part of: the instances that receive messages of its
-/// shaders, null for none, and categories, by which lights can be limited to objects.
+/// Describes the object that a grid is part of: the instances that receive messages from its
+/// shaders, or null where there is none, and categories, by which lights can be limited to objects.
 struct QxHostObject {
     QxShaderInstance* surface = nullptr;
     QxShaderInstance* displacement = nullptr;
@@ -28,29 +28,29 @@ struct QxHostObject {
 };
 
 /// What the shaders of a host share: coordinate spaces, lights, and answers to their questions. All
-/// questions that this class does not answer get the neutral answers of `QxShaderSupport`; a host
-/// derives from it and overrides those that it can answer.
+/// questions that this class does not answer get the neutral answers of `QxShaderSupport`. A host
+/// derives a class from this one and overrides the questions that it can answer.
 ///
 /// A scene is used by one thread at a time, since it stores the state of the grids that are being
 /// shaded and runs light shaders on its own grids. Each thread needs its own scene.
 ///
-/// An answer may shade further grids with the same scene and the same instances, for example where
-/// a ray hits. Each nested grid has its own level of state. Levels are kept and reused, so nesting
-/// allocates nothing once each depth has been reached.
+/// An answer, that is an override of a question, may shade further grids with the same scene and
+/// the same instances, for example where a ray hits. Each nested grid has its own level of state.
+/// Levels are kept and reused, so nesting allocates nothing once each depth has been reached.
 class QxHostScene : public QxShaderSupport {
 public:
     /// The default limit of `SetRayLevelLimit`.
     static constexpr unsigned int k_rayLevelLimit = 32;
 
-    /// Limits how many grids may be around a grid that is shaded within answers; beginning one that
-    /// is deeper throws `QxHostError`. With 0 no grid can be nested. A host that follows rays
-    /// should compare `RayLevel` with its own limit first. Each level takes some kilobytes of the
-    /// thread's stack.
+    /// Limits the nesting of grids: at most `limit` grids may be in progress when an answer begins
+    /// another one; otherwise beginning it throws `QxHostError`. With 0 no grid can be nested. A
+    /// host that follows rays should compare `RayLevel` with its own limit first. Each level takes
+    /// some kilobytes of the thread's stack.
     void SetRayLevelLimit(unsigned int limit) { m_rayLevelLimit = limit; }
     [[nodiscard]] unsigned int RayLevelLimit() const { return m_rayLevelLimit; }
 
-    /// The spaces of the scene. Grids are in the current space; a name that is not defined means
-    /// that space too.
+    /// The spaces of the scene. Grids are in the current space; a name that is not defined also
+    /// denotes the current space.
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
 
     // Lights. Positions and directions are in the current space. Each function that adds, changes
@@ -74,48 +74,52 @@ public:
     /// Limits a light to objects that have at least one of the categories; an empty list removes
     /// the limit. Throws like `RemoveLight`. O(n).
     void LimitLight(QxLightHandle light, std::vector<std::string> categories);
-    /// Returns the number of lights, except ambient ones, that light the grid which is being
-    /// shaded. While none is shaded, returns how many would light an object without categories.
+    /// Returns the number of lights, except ambient ones, that light the current grid. If no grid
+    /// is being shaded, returns how many would light an object without categories.
     [[nodiscard]] unsigned int LightCount() const;
-    /// Returns the light whose shader is running, for answers to it; nothing while none runs.
+    /// Returns the light whose shader is running, so that an answer can see which light asks;
+    /// nothing if no light shader is running.
     [[nodiscard]] std::optional<QxLightHandle> RunningLight() const;
 
-    /// Sets the object that grids which begin from now on are parts of; null if nothing is known
-    /// about it. The object must stay unchanged until these grids have ended and another object was
-    /// set. An answer may set the object that its ray hit: when the nested grid ends, the object of
-    /// the grid around it is set again.
+    /// Sets the object of all grids that begin from now on; null if nothing is known about it. The
+    /// object must stay unchanged until these grids have ended and another object has been set. An
+    /// answer may set the object that its ray hit: when the nested grid ends, the object of the
+    /// outer grid is restored.
     void SetObject(const QxHostObject* object) { m_object = object; }
 
-    /// Sets the seed of `random`, 0 by default. A number depends on this seed, the number of the
-    /// run, the shader's type or light, the depth of the grid, the number of the point in its grid,
-    /// and how many numbers the point has drawn in this run. A picture is therefore the same with
-    /// any number of threads if each of its pieces, and each grid shaded for a ray, gets a number
-    /// by `SetRun`.
+    /// Sets the seed of `random`, 0 by default. A random number depends on this seed, the run
+    /// number, the shader's type or light, the depth of the grid, the number of the point in its
+    /// grid, and how many numbers the point has drawn in this run. So a picture does not depend on
+    /// the number of threads if the host calls `SetRun` with a separate run number for each piece
+    /// of the picture and for each grid shaded for a ray.
     void SetRandomSeed(unsigned int seed) { m_randomSeed = seed; }
-    /// Sets the number of grids that begin from now on, 0 by default. When a nested grid ends, the
-    /// number of the grid around it is set again.
+    /// Sets the run number of all grids that begin from now on, 0 by default. When a nested grid
+    /// ends, the run number of the outer grid is restored.
     void SetRun(unsigned int run) { m_run = run; }
 
     /// Sets the answer to a message such as `attribute("name", ...)`, in place of an earlier one. A
-    /// shader that asks for another type or another number of array elements gets no answer.
+    /// shader that asks for a different type or number of array elements gets no answer.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
     /// Removes an answer. No effect if there is none.
     void ClearAnswer(QxMessage message, const std::string& name);
-    /// Sets the answer to `textureinfo` for one texture.
+    /// Sets the answer to `textureinfo` for one texture. It takes precedence over an answer of
+    /// `SetAnswer`, which is for all textures.
     void SetTextureAnswer(const std::string& texture, const std::string& name,
                           const QxHostValue& value);
+    /// Removes an answer that `SetTextureAnswer` has set. No effect if there is none.
     void ClearTextureAnswer(const std::string& texture, const std::string& name);
 
-    /// Discards all results of `FindFile`, for example after a texture was replaced. Instances call
-    /// it again in their next run with the scene; without this they keep each result, including
-    /// null.
+    /// Discards all results of `FindFile`, for example after a texture was replaced, so that
+    /// instances call `FindFile` again in their next run with the scene. Otherwise they keep each
+    /// result, including null.
     void ForgetFiles() { m_files = QxNextVersion(); }
     /// For instances: a number that differs for each scene and changes with each `ForgetFiles`.
     [[nodiscard]] unsigned long FilesVersion() const { return m_files; }
 
-    /// Marks points as being shaded for as long as it exists: lights run on grids of their layout,
-    /// with their eye and time. `QxShaderInstance::Run` creates one if it gets a scene; a host that
-    /// shades in another way creates it itself. Destroyed in reverse order of creation.
+    /// Marks points as being shaded as long as this object exists: light shaders run on grids of
+    /// the same layout, with the same eye and time. `QxShaderInstance::Run` creates one if it is
+    /// called with a scene; a host that shades in another way must create one itself. These objects
+    /// must be destroyed in reverse order of creation.
     class GridScope {
     public:
         /// `shader`: the instance that shades, if there is one. Throws `QxHostError` if grids are
@@ -136,30 +140,31 @@ public:
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     /// Returns the sum of the ambient lights at a position. An ambient light shader that asks for
-    /// it gets only the lights without a shader.
+    /// ambient light gets only the sum of those without a shader.
     QxRGBColor Ambient(const QxVector3& position) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
     void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                          QxRGBColor* results) override;
-    /// Returns how many grids are around the one that is being shaded; 0 if there is none.
+    /// Returns how many outer grids the current grid is nested in; 0 if no grid is being shaded.
     float RayLevel() override { return m_depth > 1 ? static_cast<float>(m_depth - 1) : 0; }
-    /// Stores the answer in `value` and returns true, or returns false if there is none. The
-    /// object's instance that the message is for answers first, with a parameter of that name; if
-    /// the object has no such instance, the running shader answers if it is of that type. Answers
-    /// of `SetAnswer` come last.
+    /// Stores the answer in `value` and returns true, or returns false if there is none. First the
+    /// instance of the object that receives the message answers, with a parameter of that name. In
+    /// place of a missing surface, displacement or atmosphere, the shader that shades the grid
+    /// answers if it has that type. Answers of `SetAnswer` come last.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
-    /// Answers with a parameter of the light shader, with its value in the run for this grid.
+    /// Answers with a parameter of the light shader, with its value in the run for this grid; if
+    /// there is none, like `Message` with `QxMessage::LightSource`.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
-    /// Returns the number that `SetRandomSeed` describes; a default value that is computed once for
-    /// several runs gets a number that depends on none of them. A host that overrides `Random` is
-    /// asked instead. An ambient light shader runs at one point at a time and gets the numbers of
-    /// the point that it lights. A host that overrides this function always gets point 0 there, and
-    /// such a light is then the same at all points.
+    /// Returns the number that `SetRandomSeed` describes, or that of an overridden `Random`. A
+    /// default value that is computed once for several runs gets a number that does not depend on
+    /// the run. An ambient light shader runs at one point at a time and gets the numbers of the
+    /// point that it lights. An override of this function gets point 0 in all runs of such a light,
+    /// which then draws the same numbers at all points.
     float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
-    // Not named Light and Level, since derived classes of hosts may use these names.
+    // Not named Light and Level, since classes that hosts derive from this one may use these names.
     struct SceneLight {
         enum class Kind { Ambient, Point, Distant, Shader, AmbientShader };
 
@@ -197,14 +202,14 @@ private:
         QxShaderInstance* shader = nullptr;
         std::vector<const SceneLight*> lights;  // those that light the object, except ambient ones
         std::vector<AmbientSource> ambientLights;  // those that light the object
-        std::vector<unsigned long> runs;          // of each of `lights`: its last run for this grid
+        std::vector<unsigned long> runs;          // by light: `m_runs` of its last run for the grid
         std::unique_ptr<QxHostGrid> lightGrid;    // null until a light shader has been run
-        std::unique_ptr<QxHostGrid> ambientGrid;  // one point; null as above
+        std::unique_ptr<QxHostGrid> ambientGrid;  // one point; null until an ambient one has been
         std::optional<QxRGBColor> uniformAmbient;  // sum of the uniform ambient lights
         const SceneLight* running = nullptr;
         bool inAmbient = false;         // an ambient light shader is running
-        bool hasDrawn = false;          // its last run drew a random number
-        unsigned int ambientPoint = 0;  // number of the point that it lights
+        bool hasDrawn = false;          // the last run of one drew a random number
+        unsigned int ambientPoint = 0;  // number of the point whose ambient light is computed
     };
 
     QxLightHandle Add(SceneLight light);
@@ -230,7 +235,7 @@ private:
     QxHostSpaces m_spaces;
     std::vector<SceneLight> m_lights;
     std::uint32_t m_lastLight = 0;
-    std::vector<Answer> m_answers;  // in the order of message and name
+    std::vector<Answer> m_answers;  // sorted by message and name
     const QxHostObject* m_object = nullptr;
     unsigned long m_files = QxNextVersion();
     unsigned int m_randomSeed = 0;

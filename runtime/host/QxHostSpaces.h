@@ -20,8 +20,9 @@ public:
     /// Defines a space, or redefines it at the same address. `frame` holds the matrices between the
     /// space and the current one.
     void Define(const std::string& name, const QxFrame3D& frame);
-    /// Returns the frame of a name; never null. A name that is not defined yet gets the frame of
-    /// the current space, which a later `Define` changes in place.
+    /// Returns the frame of a name; never null. A name that is not defined yet gets a new frame in
+    /// the outermost registry, equal to the current space; a later `Define` there changes it in
+    /// place.
     const QxFrame3D* Reserve(const char* name) override;
     /// Returns the frame of a name, or that of "current" if the name is not defined; never null.
     [[nodiscard]] const QxFrame3D* Find(const char* name) const override;
@@ -40,7 +41,7 @@ private:
 
     [[nodiscard]] std::size_t PlaceOf(std::string_view name) const;
     [[nodiscard]] QxFrame3D* FindHere(std::string_view name) const;
-    /// Inserts a frame that is like the current space.
+    /// Inserts a frame that is equal to the current space.
     QxFrame3D& Make(std::string_view name);
 
     std::vector<std::unique_ptr<NamedFrame>> m_frames;  // by name

@@ -17,8 +17,8 @@ struct QxHostValue {
     std::vector<float> numbers;  // 1, 3 or 16 for each element; empty for strings
     std::vector<std::string> texts;
 
-    /// Any number of elements, one after the other. Throws `QxHostError` if the type is a string or
-    /// the numbers do not divide into elements of it.
+    /// Any number of elements, one after the other. Throws `QxHostError` if the type is a string,
+    /// or if the numbers do not form whole elements of the type.
     QxHostValue(QxValueType itsType, std::vector<float> itsNumbers);
     /// A string, or an array of strings.
     QxHostValue(std::vector<std::string> itsTexts);
@@ -46,8 +46,8 @@ struct QxHostValue {
 
 /// Returns the name of a type in the shading language, such as "color".
 [[nodiscard]] const char* QxTypeName(QxValueType type);
-/// Returns the type of such a name, or nothing if `name` is not a type.
+/// Returns the type with this name, or nothing if `name` is not a type.
 [[nodiscard]] std::optional<QxValueType> QxTypeNamed(std::string_view name);
-/// True if the types are equal, or both are a point, vector or normal. Nothing else is converted;
-/// an array of three floats is not a color.
+/// True if the types are equal, or both are a point, vector or normal. No other types fit each
+/// other: an array of three floats is not a color.
 [[nodiscard]] bool QxFitsType(QxValueType type, QxValueType wanted);

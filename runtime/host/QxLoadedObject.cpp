@@ -1,12 +1,12 @@
 // The calls in the order that a shared object requires: load, register, version, interrogate, then
 // any number of initialize and evaluate by instances, and destroy when its last user releases it.
 //
-// A shared object keeps one copy of its descriptions, variables and shadeops for the whole process;
-// instances have their own variables. It allocates a list of frames for each caller of interrogate.
+// A shared object has one copy of its descriptions, variables and shadeops for the whole process;
+// instances use separate variables. It allocates a list of frames for each call of interrogate.
 // One call with an empty registry therefore yields the names of its spaces, and each instance looks
 // these up in its own registry.
 //
-// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are no shaders.
+// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are not shaders.
 
 #include "host/QxLoadedObject.h"
 
@@ -27,7 +27,7 @@ using OpenLibrary = QxLoadedObject::OpenLibrary;
 
 OpenLibrary Load(const std::string& path, const SqxElfFile& file)
 {
-    // The system's loader may end the process if it is given such a file.
+    // The system's loader may crash on a file that is not a library or is truncated.
     if (!file.IsLibrary())
         throw QxHostError("Cannot load '" + path +
                           "', a shader built with --dso was expected: it is no library of this "

@@ -42,7 +42,7 @@ public:
 
     SqxObjectFacts facts;  // from the section that the compiler wrote
 
-    // The interface that the entry point of the shader returns. The arrays belong to the shader.
+    // The interface that the entry point QxInterrogate returns. The arrays belong to the shader.
     QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
     const QxVar* variables = nullptr;
     const unsigned char* needsObjectSpace = nullptr;  // by parameter

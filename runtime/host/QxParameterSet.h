@@ -28,15 +28,15 @@ public:
 
     [[nodiscard]] const QxShader& Shader() const { return *m_shader; }
 
-    /// Sets a parameter to one value for all points; of an array, to all its elements. Throws
-    /// `QxHostError` for an unknown parameter, another type or another number of elements.
+    /// Sets a parameter to one value for all points; an array, to the values of all its elements.
+    /// Throws `QxHostError` for an unknown parameter, and for a wrong type or number of elements.
     void Set(QxParameterHandle parameter, const QxHostValue& value);
     void Set(const std::string& name, const QxHostValue& value)
     {
         Set(m_shader->Handle(name), value);
     }
     /// Sets a varying parameter to a value for each point, in the layout of `QxHostValue`. Throws
-    /// `QxHostError` for an unknown or uniform parameter or another type. The number of values is
+    /// `QxHostError` for an unknown or uniform parameter or a wrong type. The number of values is
     /// compared with the grid when the shader runs.
     void SetForEachPoint(QxParameterHandle parameter, const QxHostValue& values);
     void SetForEachPoint(const std::string& name, const QxHostValue& values)
@@ -60,7 +60,8 @@ public:
     [[nodiscard]] unsigned long Version() const { return m_version; }
 
 private:
-    /// Returns the parameter. Throws `QxHostError` if it does not exist or has another type.
+    /// Returns the parameter. Throws `QxHostError` if it does not exist or `value` does not fit its
+    /// type.
     [[nodiscard]] const QxShader::Parameter& CheckType(QxParameterHandle parameter,
                                                        const QxHostValue& value) const;
 

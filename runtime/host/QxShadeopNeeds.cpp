@@ -1,5 +1,5 @@
-// The section is a list of texts, four for each shadeop, see docs/generated-code.md. It is not
-// trusted: each text must end within the section, and an incomplete group at the end is ignored.
+// The exported data is a list of texts, four for each shadeop, see docs/generated-code.md. It is
+// not trusted: each text must end within the data, and an incomplete group at the end is ignored.
 //
 // Tested by tests/shadeops.
 

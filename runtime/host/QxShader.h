@@ -12,8 +12,8 @@
 #include "machine/run/QxShaderInfo.h"
 #include "machine/run/QxStopTest.h"
 
-/// A parameter of a shader, by its position. Obtained from `QxShader::Handle` once in place of
-/// repeated look-ups by name; valid for all instances and sets of the shader.
+/// Identifies a parameter of a shader by its position. A host gets it once from `QxShader::Handle`,
+/// in place of repeated look-ups by name; it is valid for all instances and sets of the shader.
 enum class QxParameterHandle : std::size_t {};
 
 /// Runs a shader for one instance, in one thread at a time.
@@ -26,10 +26,10 @@ public:
     virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                             std::vector<QxVar>& variables) = 0;
     /// Shades the points of a grid: reads and writes the predefined variables of `hidden` and the
-    /// parameters in `variables`. These must have room for all points and must have their values,
-    /// except for default values that depend on the shading point, which the run computes.
-    /// `lights` has memory for the values of each light, which need no initial values: the run asks
-    /// the support of the context for them. Throws `QxHostError`, and what an answer throws.
+    /// parameters in `variables`. The parameters must have room for all points and must be set; the
+    /// run computes only the default values that depend on the shading point. `lights` is memory
+    /// for the values of each light, initialized or not: the run asks the support of the context
+    /// to fill it. Throws `QxHostError`, and any exception that an answer throws.
     virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                           const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                           std::vector<QxLightInput>& lights) = 0;
@@ -54,9 +54,9 @@ class QxShader {
 public:
     using Parameter = QxShaderParameter;
 
-    /// Opens a file of either kind, which its first bytes distinguish. Shadeop libraries are
-    /// searched for in `shadeopFolders`, in that order. Throws `QxHostError`, which says why the
-    /// file cannot be run.
+    /// Opens byte-code or a shared object; the first bytes of the file determine which it is.
+    /// Shadeop libraries are searched for in `shadeopFolders`, in that order. Throws `QxHostError`,
+    /// which says why the file cannot be run.
     [[nodiscard]] static std::shared_ptr<const QxShader>
     Open(const std::string& path, const std::vector<std::string>& shadeopFolders = {});
     /// Reads the bytes of a byte-code file, which are not needed after the call. `name` stands for
@@ -69,16 +69,16 @@ public:
     QxShader(const QxShader&) = delete;
     QxShader& operator=(const QxShader&) = delete;
 
-    /// The path that was opened, or the name that `Read` got.
+    /// The path that was passed to `Open`, or the name that was passed to `Read`.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] QxShaderInterface::QxType Type() const { return m_info.type; }
     /// The parameters in source order.
     [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_info.parameters; }
     /// Returns the parameter of that name. Throws `QxHostError` if there is none. O(n).
     [[nodiscard]] QxParameterHandle Handle(std::string_view name) const;
-    /// Computes the default value of each parameter, in source order and as the source gives it: a
-    /// point in the space it is given in, a color as rgb. A value that depends on the shading point
-    /// is empty. What the computation prints is discarded. Throws `QxHostError`.
+    /// Computes the default value of each parameter, in source order: a point in the space in which
+    /// the source specifies it, a color in RGB. A default that depends on the shading point has no
+    /// value. What the computation prints is discarded. Throws `QxHostError`.
     [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
     /// Names of the predefined variables that the shader reads or writes, such as "dPdu".
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_info.predefined; }
@@ -115,7 +115,7 @@ protected:
     explicit QxShader(std::string name) : m_name(std::move(name)) {}
 
     /// Declares `variables`, one for each parameter, and computes their default values with every
-    /// space equal to the current space, so that each value is as the source gives it.
+    /// space equal to the current space, so that no value is transformed between spaces.
     void ComputeDefaults(std::vector<QxVar>& variables) const;
     /// True if the default value of the parameter depends on the shading point.
     [[nodiscard]] virtual bool IsDefaultPerPoint(std::size_t parameter) const = 0;

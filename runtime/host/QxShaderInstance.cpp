@@ -19,7 +19,7 @@ QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHos
       m_own(m_shader),
       m_buffers(m_shader->Parameters().size())
 {
-    // In other shaders than lights these variables come from the lights.
+    // Except in light shaders, these three variables come from the lights.
     const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
     for (const std::string& name : m_shader->Predefined())
         if (isLight || (name != "L" && name != "Cl" && name != "Ol"))
@@ -101,7 +101,7 @@ void QxShaderInstance::Use(const QxParameterSet* set)
     m_used = set;
 }
 
-/// Moves parameters out of buffers that were removed or replaced, since the host may free these.
+/// Detaches parameters from buffers that were removed or replaced, since the host may free these.
 void QxShaderInstance::ReturnBuffers(Workspace& workspace) const
 {
     std::erase_if(workspace.buffered, [&](std::size_t parameter) {

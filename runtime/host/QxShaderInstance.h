@@ -33,9 +33,9 @@ public:
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
     [[nodiscard]] const QxHostSpaces& Spaces() const { return m_spaces; }
 
-    /// Sets a parameter for later runs to one value for all points; of an array, to all its
-    /// elements. Removes the buffer of an input parameter. Throws `QxHostError` for an unknown
-    /// parameter, another type or another number of elements.
+    /// Sets a parameter for later runs, to one value for all points; an array, to the values of all
+    /// its elements. Removes the buffer of an input parameter. Throws `QxHostError` for an unknown
+    /// parameter, and for a wrong type or number of elements.
     void Set(QxParameterHandle parameter, const QxHostValue& value);
     void Set(const std::string& name, const QxHostValue& value)
     {
@@ -70,18 +70,18 @@ public:
     /// unknown parameter.
     void Reset(QxParameterHandle parameter);
     void Reset(const std::string& name) { Reset(m_shader->Handle(name)); }
-    /// Makes later runs use the values of `set` in place of those that were set here; null returns
-    /// to these. An input parameter with a buffer keeps it. The set must outlive its use. Switching
-    /// between up to four sets costs nothing, since the instance keeps memory for each. Throws
-    /// `QxHostError` if the set belongs to another shader.
+    /// Makes later runs use the values of `set`, or of this instance again if `set` is null. An
+    /// input parameter with a buffer keeps it. The set must outlive its use. Switching between up
+    /// to four sets costs nothing, since the instance keeps memory for each. Throws `QxHostError`
+    /// if the set belongs to another shader.
     void Use(const QxParameterSet* set);
 
     /// Limits the steps of a run; one that takes more throws `QxHostError`. Unlimited by default.
     /// No effect on a shared object.
     void SetStepLimit(std::size_t limit);
-    /// Limits the memory of a run, in bytes, 4 GiB by default. A run whose parameters or whose
-    /// variables need more throws `QxHostError` before it allocates them; the two are compared
-    /// separately. The local variables of a shared object are not counted.
+    /// Limits the memory of a run, in bytes; 4 GiB by default, or 2 GiB if pointers have 32 bits. A
+    /// run whose parameters or whose variables need more throws `QxHostError` before it allocates
+    /// them; the two are compared separately. The local variables of a shared object do not count.
     void SetMemoryLimit(std::size_t bytes);
     /// Sets a test that a run calls every few milliseconds, or less often if the scene takes long
     /// to answer. If it returns true, the run throws `QxHostStopped`. An empty test removes it. No
@@ -93,21 +93,22 @@ public:
     /// for example if the points lack a predefined variable that the shader uses, and any exception
     /// that an answer of the scene throws. What was written before stays written.
     void Run(const QxHostPoints& points, QxHostScene& scene);
-    /// As above for a host that derives from `QxShaderSupport` only, with the number of lights that
-    /// its `EvaluateLights` fills. Throws `QxHostError` also if the run is within more than
-    /// `k_depthLimit` runs of this instance.
+    /// As above, for a host without a `QxHostScene`: `lightCount` is the number of lights that the
+    /// `EvaluateLights` of `support` fills. Throws `QxHostError` also if the run is nested in more
+    /// than `k_depthLimit` runs of this instance.
     void Run(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
 
     /// Returns a copy of a parameter after the last run: one value if it is uniform, else one for
-    /// each point, in the layout of `QxHostValue`. In an answer to a running instance, the last run
-    /// is the last nested one that the answer made. Before the first run all values are 0 or "".
-    /// Throws `QxHostError` for an unknown parameter.
+    /// each point, in the layout of `QxHostValue`. While the instance is running, the last run is
+    /// the last one nested directly in the current run. Before the first such run all values are 0
+    /// or "". Throws `QxHostError` for an unknown parameter.
     [[nodiscard]] QxHostValue Get(QxParameterHandle parameter);
     [[nodiscard]] QxHostValue Get(const std::string& name) { return Get(m_shader->Handle(name)); }
-    /// Answers a message with the value of a parameter in the current run, or else in the last one;
-    /// before the first run, with its initial value. Returns false if there is no parameter of that
-    /// name, type and number of elements, or if it has a value for each point where one is asked
-    /// for. Throws `QxHostError` if a default value cannot be computed.
+    /// Answers a message with the value of a parameter in the current run or, if none is running,
+    /// in the last one. Before the first run, and after a change of values, buffers or spaces,
+    /// answers with the initial value, for which `support` and `eye` are used. Returns false if
+    /// there is no parameter of that name, type and number of elements, or if its number of points
+    /// is neither 1 nor that of `value`. Throws `QxHostError` if no default value can be computed.
     bool Answer(const char* name, const QxMessageValue& value, QxShaderSupport& support,
                 const QxVector3& eye);
 
@@ -119,8 +120,8 @@ private:
         std::vector<QxRGBColor> Cl;
         std::vector<QxRGBColor> Ol;
     };
-    /// The memory of a run. Each nested run has its own workspace, and so has each of a few grid
-    /// sizes and parameter sets that alternate.
+    /// The memory of a run. Each nested run has its own workspace. If a few grid sizes or parameter
+    /// sets alternate, each of these has its own workspace, too.
     struct Workspace {
         explicit Workspace(const QxShader& shader);
 
@@ -129,7 +130,7 @@ private:
         std::vector<std::size_t> buffered;  // parameters that are stored in buffers
         std::vector<LightValues> lights;
         std::vector<QxLightInput> lightInputs;
-        std::size_t points = 0;     // for which the variables are prepared; 0: not prepared
+        std::size_t points = 0;     // number that variables are prepared for; 0: not prepared
         unsigned long changes = 0;  // `m_changes` at that time
         unsigned long values = 0;   // version of the parameter set at that time
         unsigned long files = 0;    // version of the file handles; 0: valid for one run only
@@ -161,7 +162,7 @@ private:
     std::shared_ptr<const QxShader> m_shader;
     QxHostPoints::Names m_wanted = 0;  // predefined variables that points must have
     QxHostSpaces m_spaces;
-    std::vector<const QxFrame3D*> m_spaceList;  // by the shader's numbers of its spaces
+    std::vector<const QxFrame3D*> m_spaceList;  // by the number of the space in the shader
     unsigned long m_spaceChanges = 0;           // `m_spaces.Changes()` when it was filled; 0: never
     unsigned long m_changes = 1;                // counts changes of spaces and buffers
     QxParameterSet m_own;
@@ -172,7 +173,7 @@ private:
     QxStopTest m_stopTest;
     std::vector<std::unique_ptr<Workspace>> m_workspaces;
     std::vector<Workspace*> m_running;  // outermost first
-    std::vector<Workspace*> m_last;     // of the last run at each depth
+    std::vector<Workspace*> m_last;     // that of the last run at each depth
     unsigned int m_depth = 0;           // number of runs at the moment
     unsigned long m_runs = 0;           // counts all runs
 };

@@ -8,9 +8,9 @@
 // size. They are rebuilt only for another number of points, or after a value or space was changed.
 // Only outputs get their initial values before each run, since the last run has overwritten them.
 //
-// All of this is stored in a workspace. A nested run uses a workspace that no other run is using,
-// and grids of a few sizes that alternate have one each, so that they allocate only in their first
-// runs.
+// All of this is stored in a workspace. A nested run uses a workspace that no other run is using.
+// If grids of a few sizes alternate, each size has its own workspace, so that runs allocate memory
+// only for the first grid of each size.
 //
 // Tested by tests/host/HostTest.cpp; tests/host/life watches the memory.
 
@@ -104,15 +104,15 @@ QxShaderInstance::Workspace& QxShaderInstance::NewWorkspace()
     return *m_workspaces.back();
 }
 
-/// True if the values of the workspace are the initial values of the next run.
+/// True if nothing has changed since the workspace was prepared, so only outputs must be reset.
 bool QxShaderInstance::IsCurrent(const Workspace& workspace) const
 {
     return workspace.points != 0 && workspace.changes == m_changes &&
            workspace.values == Values().Version();
 }
 
-/// Returns a free workspace that has current values for that many points, or else a new one or the
-/// least recently used one.
+/// Returns a free workspace that has current values for that many points. If there is none, returns
+/// a new workspace or reuses a free one, preferably without current values and unused for longest.
 QxShaderInstance::Workspace& QxShaderInstance::ChooseWorkspace(std::size_t points)
 {
     constexpr unsigned int k_spare = 4;
@@ -124,7 +124,7 @@ QxShaderInstance::Workspace& QxShaderInstance::ChooseWorkspace(std::size_t point
         if (workspace->points == points && IsCurrent(*workspace))
             return *workspace;
         ++free;
-        // Workspaces without current values are reused first.
+        // A workspace without current values comes first, then the least recently used one.
         const auto isBetter = [&](const Workspace& other) {
             return IsCurrent(*workspace) == IsCurrent(other) ? workspace->lastUse < other.lastUse
                                                              : IsCurrent(other);

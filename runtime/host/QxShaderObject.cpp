@@ -1,7 +1,7 @@
 // Runs a shader in a shared object, and collects its interface from two sources: its entry points,
 // and the section of facts that the compiler wrote.
 //
-// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are no shaders.
+// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are not shaders.
 
 #include "host/QxShaderObject.h"
 

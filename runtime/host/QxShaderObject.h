@@ -21,8 +21,8 @@ public:
     [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
-    /// False for all parameters of an object that an older compiler built: it does not record this
-    /// and initializes such parameters to zero.
+    /// False for all parameters of an object that an older compiler built: older compilers do not
+    /// record this, and their objects initialize such parameters to zero.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const override
     {
         return m_perPoint.contains(parameter);

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Returns a number that no earlier call in this process returned; never 0. Anything that has
-/// versions may use it, so numbers of different objects never agree. May be called in any thread.
+/// Returns a number that no earlier call in this process returned; never 0. All objects with a
+/// version get it here, so two objects never have the same one. May be called in any thread.
 [[nodiscard]] unsigned long QxNextVersion();

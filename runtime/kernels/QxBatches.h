@@ -68,7 +68,7 @@ inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Ba
         Put(numbers, j, QxAt(operand, batch.points[batch.count - 1]));
 }
 
-/// Fills the next batch, starting at point `next`. Returns the point after its last one.
+/// Fills the next batch, starting at point `next`. Returns the start of the batch after it.
 inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next)
 {
     for (batch.count = 0; next < points.End() && batch.count < k_block; ++next) {
@@ -113,10 +113,10 @@ void PickedPoints(QxMachineState& state, const QxCode& code, const QxPoints& poi
                                                        std::index_sequence_for<Types...>());
 }
 
-// Without a mask loops of vectors read the operands where they stand, and no batches are needed.
+// Without a mask, vectorized loops read the operands in place, so batches are not needed.
 
-/// The loops over all points for each choice of varying arguments but the first one, which has
-/// none.
+/// The loops over all points for each combination of varying arguments, without the first
+/// combination, in which none is varying.
 template <class Shapes, class Function, class Result, class... Types>
 struct VaryingShapes;
 

@@ -5,8 +5,8 @@
 // A function of many operands, each uniform or varying, would need a separate loop for each
 // combination. Instead its operands are copied into small arrays on the stack, one block of points
 // after the other. Then all loops have the same form, nothing can alias, triples are stored
-// component by component, and all data stay in the first-level cache. The result is written after
-// the last read of its block.
+// component by component, and all data stay in the first-level cache. The result of a block is
+// written after the last read of its operands.
 
 #include <algorithm>
 

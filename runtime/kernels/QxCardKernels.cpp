@@ -1,5 +1,5 @@
-// The kernels of operators, and of functions that a function of the shading headers computes. Their
-// rows are generated from the cards, see QxCardRows.h.
+// The kernels of operators, and of built-ins whose card names a function of the shading headers.
+// Their rows are generated from the cards, see QxCardRows.h.
 
 #include <algorithm>
 #include <array>

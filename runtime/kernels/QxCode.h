@@ -7,9 +7,9 @@
 /// The action of the machine for one instruction.
 enum class QxCodeStep : std::uint8_t {
     Kernel,         // inside parallel brackets: for the current points
-    Once,           // outside: for the whole grid at once, with uniform operands
-    Grid,           // for all points
-    GridIf,         // for the points of a flag
+    Once,           // outside: one time; all operands are uniform
+    Grid,           // outside: for all points
+    GridIf,         // outside: for the points of a flag
     BeginParallel,  // target: after the end; operands: variables with room for a strip
     EndParallel,
     IfTrue,  // inside parallel brackets
@@ -37,7 +37,7 @@ struct QxCode {
                               // strip, 0 for the usual number
     QxOperand flag;           // the condition
     QxCodeStep step = QxCodeStep::Kernel;
-    bool whole = false;      // GridIf: reads neighbours, or has effects where the flag is not set
+    bool whole = false;      // GridIf: runs even if no flag is set, since it affects other points
     bool copyFlag = false;   // If: the brackets write their own flag
     bool pointwise = false;  // BeginParallel: runs one point after the other
 };

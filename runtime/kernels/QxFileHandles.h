@@ -5,7 +5,7 @@
 
 #include "QxShaderSupport.h"
 
-/// Stores the handles of files that the host returns, so that it is asked once for each name.
+/// Stores the handles of files that the host returns, so that the host is asked once for each file.
 class QxFileHandles {
 public:
     /// Returns the handle of a file. O(n) for n names. Throws what the host throws.
@@ -18,6 +18,7 @@ public:
         m_files.push_back({kind, name, handle});
         return handle;
     }
+    /// Discards all handles: the host is asked again.
     void Forget() { m_files.clear(); }
 
 private:

@@ -25,8 +25,8 @@ using Text = const char*;
                           NAME(r, arguments...);                                                   \
                       }))
 
-// Powers. For uniform exponents of 1, such as an unchanged gamma, and of 2, the slowest of the
-// functions is not needed. If no base is negative, it takes a third less time.
+// Powers, the slowest of the elementary functions. Uniform exponents of 1, such as an unchanged
+// gamma, and of 2 do not need them. If no base is negative, they take a third less time.
 
 struct PowerAtPoint {
     void operator()(float& r, const float& x, const float& y) const { r = QxPowAtPoint(x, y); }

@@ -15,8 +15,8 @@
 struct QxCode;
 
 /// How an element of an operand is stored: as one, three or sixteen floats, as a flag of the size
-/// of a float, or as the address of a text. `Any` occurs only as a requirement, of kernels that
-/// check the operand themselves.
+/// of a float, or as the address of a text. `Any` is the requirement of kernels that check an
+/// operand themselves, and the storage of discarded results.
 enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
 
 /// An operand of a translated instruction.
@@ -27,8 +27,8 @@ struct QxOperand {
     QxStored stored = QxStored::Any;
 };
 
-/// Points `first` to `first + count`, without those whose flag in `mask` is not set. The mask
-/// starts at point 0; null means all points.
+/// The points from `first` to before `first + count` whose flag in `mask` is set. The mask starts
+/// at point 0; null means all points.
 struct QxPoints {
     unsigned int first;
     unsigned int count;
@@ -60,7 +60,8 @@ struct QxNote {
     std::string text;
 };
 
-/// Counts work of instructions that exceeds a few operations per point, for the limit of steps.
+/// Counts the work of instructions that need more than a few operations per point, for the limit of
+/// steps.
 class QxWorkCounter {
 public:
     /// Adds a number of characters, values or states of regular expressions. Throws if an
@@ -131,11 +132,11 @@ using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands)
 /// The kernels of a primitive, and its operands.
 struct QxKernelRow {
     QxKernel all = nullptr;         // for any combination of uniform and varying operands
-    QxKernel masked = nullptr;      // the same for the points of a mask
+    QxKernel masked = nullptr;      // for the points of a mask; null: `all` serves both
     QxPointKernel point = nullptr;  // null: `all` serves one point too
-    /// For a cheap function with a varying result: the kernels for each combination of varying
-    /// arguments, in which bit 0 is the first argument; for each combination one for all points and
-    /// then one for a mask. Such a function may also be computed for inactive points.
+    /// For a cheap function with a varying result: two kernels for each combination of varying
+    /// arguments, first the one for all points, then the one for a mask. Bit k of the combination
+    /// is set if argument k is varying. Such a function may also be computed for inactive points.
     const QxKernel* shaped = nullptr;
     /// For a light statement: also clears its flag, the first operand, outside the mask.
     QxKernel statement = nullptr;

@@ -5,8 +5,8 @@
 // They are compiled once for each instruction set. `QX_KERNEL_SET` is the namespace of the set, and
 // `QX_KERNEL_CODE` contains the attributes of its loops: only these loops are compiled for more
 // than the baseline processor, and the inline functions of the run-time headers are inlined into
-// them. So no function that several object files share, of which the linker keeps an arbitrary one,
-// needs more than the baseline processor.
+// them. If several object files contain such a function, the linker keeps an arbitrary copy, so no
+// copy may need more than the baseline processor.
 //
 // The rows of a table of kernels are created by the form that fits the primitive:
 //
@@ -60,7 +60,7 @@ constexpr QxStored StoredAs()
         return QxStored::Triple;
 }
 
-/// The storage of each operand, for the verifier and the translation.
+/// The storage of each operand, which the translation checks.
 template <class... Types>
 constexpr QxStored k_stored[] = {StoredAs<Plain<Types>>()..., QxStored::Any};
 
@@ -92,8 +92,8 @@ struct AtPoint : Function {
     constexpr AtPoint() = default;
 };
 
-/// True if the function takes neither. Then its result at a point depends only on the operands at
-/// this point, and such instructions may run strip by strip.
+/// True if the function takes neither the run nor the point. Then its result at a point depends
+/// only on the operands at this point, and such instructions may run strip by strip.
 template <class Function>
 inline constexpr bool k_ofOperandsAlone = true;
 template <class Function>
@@ -227,7 +227,7 @@ constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
 // vectorized
 
 // An operand as a type, so that the compiler knows which operands of a loop are varying and can
-// vectorize it.
+// vectorize the loop.
 template <class Value>
 struct VaryingValues {
     const Value* values;
@@ -271,8 +271,8 @@ inline Triple Select(QxStopAndBool flag, const Triple& yes, const Triple& no)
                                 flag ? yes[2] : no[2]);
 }
 
-/// The loop for one combination of varying arguments. The arguments are types, so the loop does not
-/// read steps.
+/// The loop for one combination of varying arguments. Varying and uniform arguments have different
+/// types, so the loop does not read steps.
 template <class Function, bool masked, class Result, class... Arguments>
 QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
                                 const Arguments&... arguments)
@@ -324,8 +324,8 @@ void OneCheap(QxMachineState& state, const QxOperand* operands)
 }
 
 /// All combinations of varying arguments, as in `QxKernelRow::shaped`: 2^n of them, each for all
-/// points and for a mask. Four arguments lead to 32 loops, so functions of more arguments are not
-/// cheap.
+/// points and for a mask. Four arguments lead to 32 loops, so functions of more arguments use
+/// `Each`.
 template <class Shapes, class Function, class Result, class... Types>
 struct AllShapes;
 
@@ -362,7 +362,7 @@ inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
     return operand.values[point * operand.step];
 }
 
-/// Gives the run-time headers access to neighbouring points.
+/// For the run-time headers: returns the contiguous values of a varying operand, otherwise null.
 template <class Value>
 inline const Value* QxBeside(const Value*, const GridOperand<Value>& operand)
 {

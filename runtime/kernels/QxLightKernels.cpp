@@ -37,7 +37,7 @@ QX_KERNEL_CODE void Lit(QxMachineState& state, const QxCode& code, const QxPoint
         Store(Operand<Color>(state, code, 0), sums, block);
     };
     ForBlocks(points, [&](const Block& block) {
-        // Loops of a known count have no rest.
+        // With a constant count, vectorized loops have no remainder.
         if (block.count == k_block)
             light({block.first, k_block, block.mask});
         else

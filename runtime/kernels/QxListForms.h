@@ -12,7 +12,7 @@ namespace qxcommon {
 using Vector = QxVector3;
 using Text = const char*;
 
-/// Returns the size in memory of one value that is stored like this.
+/// Returns the size in memory of one value.
 [[nodiscard]] inline std::size_t BytesOf(QxStored stored)
 {
     switch (stored) {
@@ -37,7 +37,7 @@ using Text = const char*;
     return static_cast<char*>(state.values[operand.variable]) + place * BytesOf(operand.stored);
 }
 
-/// Returns the row of an instruction that examines its operands itself.
+/// Returns the row of an instruction whose kernel examines the operands itself.
 constexpr QxKernelRow Anything(SqxPrimitive primitive, QxKernel kernel)
 {
     return ListRow<void>(primitive, kernel);

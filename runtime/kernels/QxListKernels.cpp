@@ -25,8 +25,8 @@ char LetterOf(QxStored stored)
     return 'f';
 }
 
-/// The addresses of the operands of an instruction, from a given one on, for one point after the
-/// other. A text that was never set is empty.
+/// The addresses of the operands of an instruction, starting with operand `first`, for one point
+/// after the other. A text that was never set is empty.
 class Arguments {
 public:
     Arguments(const QxMachineState& state, const QxCode& code, std::size_t first)

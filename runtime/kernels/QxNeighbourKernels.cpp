@@ -1,7 +1,7 @@
 // Functions that read neighbouring points, and therefore compute the whole grid at once. If all
 // points are active, differences between neighbours are computed row by row, by the functions in
-// QxDerivatives.h that shared objects call too. The corners of the patch of each point are computed
-// for filters.
+// QxDerivatives.h that shared objects call too. Filters of textures need the corners of the patch
+// around each point.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -66,8 +66,8 @@ void StCorners(QxMachineState& state, const QxCode& code, const QxPoints& points
     Corners<float>(state, code, points, 1, 3, 2);
 }
 
-/// The differences are kept in room of the run: to allocate it for each call, and to return it to
-/// the system, can cost more than all else that a shader does.
+/// Keeps the differences in memory that the run reuses: to allocate it for each call and return it
+/// to the system can cost more than the rest of the shader.
 QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
                                    const QxPoints& points)
 {

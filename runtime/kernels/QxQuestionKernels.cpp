@@ -50,7 +50,7 @@ private:
     unsigned int m_point;
 };
 
-/// Fills `queries` with the results of `make` for the operands of each point.
+/// Fills `queries` with the results of `make` for the operands of each active point.
 template <class Query, class Make>
 void Collect(QxMachineState& state, const QxCode& code, const QxPoints& points,
              std::vector<Query>& queries, const Make& make)
@@ -73,7 +73,7 @@ QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>
             static_cast<unsigned int>(queries.size())};
 }
 
-/// Returns the host's handle for the name, operand 1, or null if points have different names.
+/// Returns the host's handle for the name, operand 1, or null if points may have different names.
 const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)
@@ -220,8 +220,8 @@ void RayHits(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Give<float>(state, code, 0, all.numbers);
 }
 
-/// Collects the queries. The open directions are initially the normals, which the scene may
-/// replace.
+/// Collects the queries. The open directions, which the scene may replace, are initially the
+/// normals.
 void CollectHemispheres(QxMachineState& state, const QxCode& code, const QxPoints& points,
                         QxRayQuery (*make)(const Operands&))
 {
@@ -265,7 +265,7 @@ void IndirectDiffuses(QxMachineState& state, const QxCode& code, const QxPoints&
     Give<float>(state, code, 11, all.numbers);
 }
 
-// name, channel, four corners, fidelity, samples, blurs, widths, filter
+// name, channel, four corners, fidelity, samples, blurs, widths, filter; of TEXTURE also fill, lerp
 #define FIVE float, float, float, float, float
 #define TEXTURE Text, FIVE, FIVE, FIVE, Text, float, float
 #define CORNERS Text, float, Vector, Vector, Vector, Vector, FIVE, float, Text

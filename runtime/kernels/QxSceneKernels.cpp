@@ -1,6 +1,6 @@
 // Functions that query the scene separately for each point, including random numbers. The macros
-// are those of generated C++, and `shaderSupport` is that of the run. QxQuestionKernels.cpp
-// contains the queries for many points at once.
+// are those of generated C++, in which `shaderSupport` is the interface to the scene.
+// QxQuestionKernels.cpp contains the queries for many points at once.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

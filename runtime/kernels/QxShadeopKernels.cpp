@@ -11,8 +11,8 @@
 namespace qxcommon {
 namespace {
 
-/// Calls a shadeop point by point. It gets copies, since constants and uniform values are shared by
-/// all points and runs; the elements of an array are contiguous in the copy.
+/// Calls a shadeop point by point. The shadeop gets copies, since constants and uniform values are
+/// shared by all points and runs; the elements of an array are contiguous in the copy.
 class ShadeopCall {
 public:
     ShadeopCall(QxMachineState& state, const QxCode& code)

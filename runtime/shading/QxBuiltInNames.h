@@ -28,7 +28,7 @@
 #define CALL_PRIM_RAYLEVEL(result) ((result) = shaderSupport->RayLevel())
 #define CONCAT_SPACE_MATRIX(dest, source, space) ((dest) = (source) * i_context.Space(space).toCurrent)
 
-// Functions that use values of the point besides their arguments.
+// Functions that use values of the point in addition to their arguments.
 #define QX_LIGHTS QxLights{shaderSupport, i_hiddens.GetP(), i_lights, i_numLights}
 #define CALL_PRIM_AMBIENT(...) QxCallPlainAt(polyCnt, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
 #define CALL_PRIM_AMBIENT_SIMD(result) QxAmbientOverGrid(numMp, QX_LIGHTS, result)
@@ -118,7 +118,7 @@
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD(dest, source, space) QxCallSimd(numMp, QxColorFromRgbCall(), dest, source, space)
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD_IF_TRUE(condition, dest, source, space) QxCallSimdIf(numMp, true, QxColorFromRgbCall(), dest, condition, source, space)
 
-// Light statements. The position of the condition differs.
+// Light statements. The condition is the second argument, or the last one of an illuminance.
 #define EVAL_LIGHTS(position) shaderSupport->EvaluateLights(position, numMp, i_lights, i_numLights)
 #define ILLUMINATE(flag, position, axis, angle, Ps, L) ((flag) = QxIlluminateCall()(position, axis, QxNumber(angle), Ps, L))
 #define ILLUMINATE_SIMD(flag, ...) QxLightOverGrid(numMp, QxAllPoints(), QxIlluminateCall(), flag, __VA_ARGS__)

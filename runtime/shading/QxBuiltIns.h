@@ -7,8 +7,8 @@
 #include "QxNoise.h"
 #include "QxShaderSupport.h"
 
-// The built-in functions as objects that are called for one point. Everything else that a function
-// needs is passed to its constructor.
+// The built-in functions as objects that are called for one point. Whatever a function needs in
+// addition to its arguments is passed to its constructor.
 
 struct QxLengthCall {
     float operator()(const QxVector3& v) const { return QxLength(v); }
@@ -144,11 +144,11 @@ constexpr bool QxIsAtPoint(const char* operand)
     return false;
 }
 
-// Transforms of points, vectors and normals, with the same names. A space is represented by the two
-// matrices between it and the current space, so a transform between two spaces goes through the
-// current space.
+// Transforms of points, vectors and normals. A space is represented by the two matrices between it
+// and the current space, so a transform between two spaces goes through the current space.
 
-/// Each gets the matrix of the transform and its inverse, and uses the one that it needs.
+/// The kinds of transforms, as policies. Each gets the matrix of the transform and its inverse, and
+/// uses the one that it needs.
 struct QxAsPoint {
     static QxVector3 Through(const QxVector3& p, const QxMatrix44& to, const QxMatrix44&)
     {
@@ -193,7 +193,7 @@ struct QxFromCurrentCall {
     }
 };
 
-/// Transforms between spaces that are given by matrices, or by names that are known only at run
+/// Transforms between spaces that are specified by matrices, or by names that are known only at run
 /// time.
 template <class As>
 class QxTransformCall {

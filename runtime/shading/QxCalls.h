@@ -138,7 +138,7 @@ inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
 
 using QxArguments = const void* const*;
 
-/// Returns argument `place` of a list, which must have this type.
+/// Returns argument `place` of a list. The argument must have the type `Value`.
 template <class Value>
 inline const Value& QxArgument(QxArguments arguments, int place)
 {

@@ -25,7 +25,7 @@ struct QxCharacterSet {
 
 namespace qxpattern {
 
-// The classes of ASCII, in any locale of the host.
+// The classes of ASCII, whatever the locale of the host is.
 inline bool IsDigit(int c) { return c >= '0' && c <= '9'; }
 inline bool IsLower(int c) { return c >= 'a' && c <= 'z'; }
 inline bool IsUpper(int c) { return c >= 'A' && c <= 'Z'; }
@@ -45,7 +45,7 @@ struct Class {
     bool (*has)(int);
 };
 
-/// Returns null for an unknown name.
+/// Returns the class with this name; null for an unknown name.
 inline const Class* FindClass(const char* name, std::size_t length)
 {
     static const Class classes[] = {

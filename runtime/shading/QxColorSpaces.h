@@ -4,8 +4,8 @@
 
 #include "QxMath.h"
 
-// Conversions between color spaces and RGB, which is linear. Each space has two conversions; hues
-// are from 0 to 1.
+// Conversions between color spaces and linear RGB. Each space has a conversion in each direction;
+// hues are from 0 to 1.
 
 namespace qxcolor {
 
@@ -30,8 +30,8 @@ inline QxRGBColor OfHue(float hue)
             QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 
-/// Returns the hue, from 0 (red) over 1/3 (green) and 2/3 (blue) up to, but not including, 1; 0 for
-/// a gray. `high` is the largest component, and `range` its difference to the smallest one.
+/// Returns the hue, from 0 (red) through 1/3 (green) and 2/3 (blue) up to, but not including, 1; 0
+/// for a gray. `high` is the largest component, and `range` its difference from the smallest one.
 inline float HueOf(const QxRGBColor& c, float high, float range)
 {
     if (range <= 0)
@@ -94,7 +94,7 @@ inline QxRGBColor ToXyz(const QxRGBColor& c)
     return Linear(c, matrix);
 }
 
-/// Chromaticity and luminance. If y is 0, there is no color, and the result is black.
+/// Converts from chromaticity and luminance. If y is 0, there is no color, and the result is black.
 inline QxRGBColor FromXyY(const QxRGBColor& c)
 {
     if (c.g == 0)
@@ -143,7 +143,7 @@ inline constexpr Space k_spaces[] = {
     {"YIQ", FromYiq, ToYiq},
 };
 
-/// Returns null for an unknown name.
+/// Returns the space with this name; null for an unknown name.
 inline const Space* Find(const char* name)
 {
     for (const Space& space : k_spaces)
@@ -154,7 +154,7 @@ inline const Space* Find(const char* name)
 
 }  // namespace qxcolor
 
-/// True if conversions know a color space of this name.
+/// True if there is a color space with this name.
 inline bool QxIsColorSpace(const char* name)
 {
     return qxcolor::Find(name) != nullptr;

@@ -15,7 +15,7 @@ struct QxGrid {
 enum class QxGridAxis { U, V };
 
 // The functions below have an optional parameter `where`, the active points. Values at other points
-// may be stale or uninitialized: they are not read, and their results have no meaning.
+// may be stale: they do not affect results at active points, and results at them have no meaning.
 
 /// True if all points are active.
 inline bool QxIsEverywhere(const QxAllPoints&)
@@ -30,9 +30,9 @@ inline bool QxIsEverywhere(const Where&)
 }
 
 // Central differences. At an edge of the grid or of the active points, the difference uses three
-// points on one side, (-3 f0 + 4 f1 - f2) / 2, which is of second order as inside, so that
-// neighbouring grids agree. If there is no third point, it is the difference to the only neighbour.
-// Each row has a loop without edges, so that it can be vectorized.
+// points on one side, (-3 f0 + 4 f1 - f2) / 2, which is of second order like a central one, so that
+// neighbouring grids agree. If there is no third point, it is the difference from the only
+// neighbour. The loop over a row excludes its edges, so that it can be vectorized.
 
 /// Returns the change at the first of three values. For values on a line, this is exactly their
 /// difference.
@@ -108,7 +108,7 @@ inline Value QxChangeAtEnd(const Value* row, unsigned int columns, bool first)
 }
 
 /// Returns the change at a point along an axis with this stride; `place` is the position of the
-/// point along the axis. Reads only active points.
+/// point along the axis. Of the other points, reads only active ones.
 template <class Value, class Where>
 inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int stride,
                            unsigned int place, unsigned int length, const Where& where)
@@ -172,8 +172,8 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
         result[i] = QxChangeWhere(source, i, stride, i / stride % length, length, where);
 }
 
-/// Returns the fraction of a cell that a point of a row or column represents: half of it at the
-/// ends.
+/// Returns the fraction of a cell that a point of a row or column represents: a half at both ends,
+/// else 1.
 inline float QxShareOfCell(unsigned int place, unsigned int length)
 {
     return place == 0 || place + 1 == length ? 0.5f : 1.0f;
@@ -181,7 +181,7 @@ inline float QxShareOfCell(unsigned int place, unsigned int length)
 
 /// Computes result = function(change along u, change along v, represented fraction of a cell) for
 /// the points of one row; all points must be active. The changes within `row` are those of
-/// `QxDifferences`, and `down` returns those along v. Results are not read again.
+/// `QxDifferences`, and `down` returns those along v.
 template <class Result, class Value, class Down, class Function>
 inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& down,
                                  unsigned int columns, float share, const Function& function)
@@ -238,8 +238,8 @@ inline void QxDerivative(Value* result, const Value* value, float spacing, const
         result[i] = result[i] * QxOver(spacing);
 }
 
-/// Computes the derivative of one value by another: the derivatives along u and v, weighted by the
-/// change of the denominator, in the direction of its gradient on the grid.
+/// Computes the derivative of one value by another: the change of the numerator along the gradient
+/// of the denominator on the grid, divided by the change of the denominator along it.
 template <class Value, class Where = QxAllPoints>
 inline void QxDerivativeBy(Value* result, const Value* numerator, const float* denominator,
                            const QxGrid& grid, const Where& where = Where())
@@ -257,8 +257,8 @@ inline void QxDerivativeBy(Value* result, const Value* numerator, const float* d
                     QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
-/// Computes the normals of the surface through the points, not of unit length, at the active
-/// points.
+/// Computes the normals of the surface through the points, at the active points. They do not have
+/// unit length.
 template <class Result, class Where = QxAllPoints>
 inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
@@ -270,8 +270,8 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
                     });
 }
 
-/// Computes the area that each active point represents: half of a cell between points at an edge of
-/// the grid, a quarter at a corner. So the sum over the grid is its area.
+/// Computes the area that each active point represents: one cell of the grid, or half a cell at an
+/// edge of the grid, or a quarter at a corner. So the sum over the grid is its area.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())

@@ -3,7 +3,7 @@
 #include "QxArray.h"
 
 /// Counts the random numbers that each point of a run has drawn by `random`. So the number that a
-/// call returns at a point does not depend on other points or on the order in which points are
+/// call returns at a point depends neither on other points nor on the order in which points are
 /// computed.
 class QxDraws {
 public:

@@ -89,8 +89,8 @@ inline double PartialPower(double r)
     return (low + z * middle) + (z * z) * (high + z * 0x1.446c81e4d7b3dp-13);
 }
 
-/// Returns 2 to the power of t, from 0 to infinity as a float: t = n + r with |r| <= 1/2, and n is
-/// added to the exponent.
+/// Returns 2 to the power of t, which is limited to values that a float rounds to 0 or infinity:
+/// t = n + r with |r| <= 1/2, and n is added to the exponent.
 inline double ExpOfBase2(double t)
 {
     const double above = t < -160 ? -160 : t;
@@ -189,8 +189,8 @@ struct Angle {
         rest = ((within - n * 0x1.921fb5p+0) - n * 0x1.110b46p-26) - n * 0x1.1a62633145c07p-54;
     }
 
-    /// Return the sine and cosine of the remainder: an odd polynomial (2^-26) and an even one
-    /// (2^-32).
+    /// `Sine` and `Cosine` return those of the remainder, by an odd polynomial (2^-26) and an even
+    /// one (2^-32).
     [[nodiscard]] double Sine() const
     {
         const double z = rest * rest;
@@ -240,8 +240,8 @@ inline float Tan(float x)
     return static_cast<float>(Select(isOdd, -cosine, sine) / Select(isOdd, sine, cosine));
 }
 
-/// The arc sine of s by an odd polynomial (2^-30), where s is the magnitude of x up to 1/2. Above
-/// that, asin x = pi / 2 - 2 asin sqrt((1 - x) / 2).
+/// The arc sine of s by an odd polynomial (2^-30), where s is |x| up to 1/2. Above that s is
+/// sqrt((1 - |x|) / 2), since asin x = pi / 2 - 2 asin sqrt((1 - x) / 2).
 struct ArcSine {
     explicit ArcSine(double x)
     {

@@ -14,17 +14,17 @@
 // becomes an object that clamps the index when the address is computed. The type of a local array
 // of uniform elements contains its length. The length of other arrays is looked up by address,
 // among the parameters and the varying locals, and stored in a small table among the locals of the
-// function. The table stays valid while the function runs, since arrays do not move, except blocks
-// that the function frees itself.
+// function. The table stays valid while the function runs, since arrays do not move; it is cleared
+// when the function itself frees a block.
 
-/// Number of bytes before each block of locals, which contain its size; the block has the alignment
-/// of one from calloc.
+/// Number of bytes before each block of locals. They contain the size of the block, and keep it
+/// aligned like a block from calloc.
 constexpr std::size_t k_qxBlockHead = 16;
 
-/// The length of the array at an address.
+/// An array whose length has been looked up.
 struct QxKnownArray {
     const void* array;
-    int last;  // its last element
+    int last;  // index of its last element
 };
 
 /// The arrays that a function has accessed, by address.
@@ -53,7 +53,7 @@ private:
 /// The number of parameters of the shader, set when it is loaded.
 static std::size_t s_qxParameters = 0;
 
-/// Returns the element with this index, clamped to the array; 0 for NaN.
+/// Returns the whole part of the index, clamped to the range from 0 to `last`; 0 for NaN.
 inline int QxElementAt(float index, int last)
 {
     const float bound = static_cast<float>(last);

@@ -4,8 +4,8 @@
 
 #include "QxMath.h"
 
-// The integral of a filter kernel from the left up to a position. Each kernel has the area 1 and is
-// scaled so that one sample spacing is one unit.
+// Each function returns the integral of a filter kernel from the left up to a position. The kernel
+// has the area 1 and is scaled so that one sample spacing is one unit.
 
 namespace qxfilter {
 
@@ -64,11 +64,11 @@ inline unsigned int Find(const char* name)
 
 }  // namespace qxfilter
 
-// `filterstep` of one sample averages over the interval that the point covers around the sample. It
-// has the same operands as that of two samples. So the length of the interval, without its last 9
-// bits, is passed as the second sample, in the payload of a NaN.
+// `filterstep` with one sample averages over the interval around the sample that the point covers.
+// The primitive has operands for two samples, so a NaN is passed as the second one; its payload is
+// the length of the interval, without the last 9 bits of this float.
 
-/// Encodes a length as the second sample; NaN is encoded as 0.
+/// Encodes a length as the second sample; a negative length and NaN are encoded as 0.
 inline float QxIntervalAround(float length)
 {
     unsigned int bits;

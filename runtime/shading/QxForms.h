@@ -4,8 +4,8 @@
 #include "QxValues.h"
 
 // Applies an operation of one point to the current point, to a whole grid, or to some of its
-// points. An operand of a whole-grid form is a pointer to the values of all points, or one value
-// for all of them, in any combination:
+// points. Each operand of a whole-grid form is either a pointer to the values of all points or one
+// value for all of them:
 //
 //     QxCallSimd(numMp, QxLengthCall(), r, P)            r[i] = length(P[i]) at each point
 //     QxCallSimdIf(numMp, true, QxMixCall(), r, f, a, 2.0, x)      where f[i] is true
@@ -113,12 +113,13 @@ inline QxRGBColor QxToColor(const QxVector3& value)
     return {value.x, value.y, value.z};
 }
 
-/// All points, as the points that a whole-grid form computes.
+/// Makes a whole-grid form compute all points.
 struct QxAllPoints {
     bool operator()(unsigned int) const { return true; }
 };
 
-/// The points where a flag has the wanted value. The flag may be uniform.
+/// Makes a whole-grid form compute the points where a flag has the wanted value. The flag may be
+/// uniform.
 template <class Condition>
 struct QxPointsIf {
     const Condition& condition;
@@ -162,8 +163,8 @@ inline unsigned int QxEndOfStrip(unsigned int first, unsigned int points)
     return points - first < length ? points : first + length;
 }
 
-/// Computes result = function(arguments...) for each of the points. The result may be one of the
-/// arguments.
+/// Computes result = function(arguments...) for each point that `where` selects. The result may be
+/// one of the arguments.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,
                        Result&& result, Arguments&&... arguments)
@@ -181,7 +182,7 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
 /// Wraps a function, which may be overloaded, in an object.
 #define QX_OBJECT_OF(function) [](const auto&... arguments) { return function(arguments...); }
 
-/// The same for all points of the grid.
+/// Computes result = function(arguments...) for all points of the grid.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimd(unsigned int points, const Function& function, Result&& result,
                        Arguments&&... arguments)
@@ -204,7 +205,7 @@ inline void QxCallPlain(const Function& function, Result& result, Arguments&&...
     result = function(QxAt(arguments, 0u)...);
 }
 
-/// The same for a function whose first argument is the index of the point.
+/// As `QxOverGrid`, for a function whose first argument is the index of the point.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGridAt(unsigned int points, const Where& where, const Function& function,
                          Result&& result, Arguments&&... arguments)
@@ -240,7 +241,7 @@ inline const Value* QxBeside(const Value*, Value* const& values)
 template <class Value, class Operand>
 class QxWholeOperand {
 public:
-    /// `result` is where the operation writes: to the whole operand or not to it at all.
+    /// The operation writes to `result`, which must be the operand itself or not overlap it.
     QxWholeOperand(const Operand& operand, unsigned int points, const void* result)
         : m_values(QxBeside(static_cast<const Value*>(nullptr), operand)),
           m_copies(m_values && m_values != result ? 0 : points)

@@ -12,8 +12,8 @@
 // libraries. The entry points of the frame are called in this order:
 //
 //     QxRegister, QxInterfaceVersion, QxInterrogate   once; create what the others need
-// QxInitialize, QxEvaluate                        for each instance, in several threads at a time
-//     QxDestroy                                       once; frees what the first ones created
+//     QxInitialize, QxEvaluate                        for each instance, in any number of threads
+//     QxDestroy                                       once; frees what the first three created
 
 /// Allocates zeroed memory, since locals of a shader start as zero. Throws what `new` throws if
 /// there is no memory. A block of size 0 is valid too, and must be freed.
@@ -85,8 +85,8 @@ inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
     return registry->Reserve(name);
 }
 
-/// The value has already been transformed to the current space; `space` is the one in which it was
-/// given.
+/// Stores a default value, which has already been transformed to the current space. `space` is the
+/// space in which the source specifies it.
 inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {

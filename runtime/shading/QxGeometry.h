@@ -20,7 +20,7 @@ inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
 }
 
 /// Returns a power of 2 that scales the largest component so that squares neither overflow nor
-/// underflow; 1 for all but extremely long and short vectors. Has no branch, so that loops can be
+/// underflow; 1 except for extremely long and short vectors. Has no branch, so that loops can be
 /// vectorized.
 inline float QxScaleForSquares(const QxVector3& v)
 {
@@ -49,8 +49,8 @@ inline QxVector3 QxNormalize(const QxVector3& v)
     return scaled * (length > 0 ? 1 / length : 1);
 }
 
-/// Returns n, reversed if necessary so that it points against `incident`, according to the true
-/// normal.
+/// Returns n, or -n if the true normal points in the direction of `incident` rather than against
+/// it.
 inline QxVector3 QxFaceForward(const QxVector3& n, const QxVector3& incident,
                                const QxVector3& trueNormal)
 {
@@ -78,7 +78,7 @@ inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, f
 /// directions of both.
 ///
 /// Augustin Fresnel's equations for unpolarized light. The transmitted fraction is the rest,
-/// multiplied by the square of the inverse index, since the cone of rays becomes narrower.
+/// multiplied by the square of `eta`, since refraction changes the width of a cone of rays.
 struct QxFresnelShares {
     float reflected;
     float transmitted;

@@ -13,8 +13,8 @@ struct QxLights {
     const QxLightInput* lights;
     unsigned int count;
 
-    /// Returns the sum over the lights of the color times `answer`, a function of the direction to
-    /// the light, which has unit length.
+    /// Returns the sum of the colors of all lights, each multiplied by `answer(toLight)`; `toLight`
+    /// is the direction to the light, with unit length.
     template <class Answer>
     QxRGBColor Sum(unsigned int point, const Answer& answer) const
     {
@@ -38,7 +38,7 @@ private:
     QxLights m_lights;
 };
 
-/// Johann Heinrich Lambert's cosine law.
+/// `diffuse`: Johann Heinrich Lambert's cosine law.
 class QxDiffuseCall {
 public:
     explicit QxDiffuseCall(const QxLights& lights) : m_lights(lights) {}
@@ -98,7 +98,7 @@ struct QxSpecularBrdfCall {
     }
 };
 
-/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975. As in the other
+/// `phong`: Bui Tuong Phong, "Illumination for computer generated pictures", 1975. As in the other
 /// functions, light from the far side of the surface has no effect.
 class QxPhongCall {
 public:
@@ -122,9 +122,9 @@ private:
 /// The directions within `angle` radians of an axis.
 ///
 /// A direction exactly along the axis or against it is on the border of a cone of angle 0 or pi,
-/// where rounding to single precision would decide. So products are computed in double precision,
-/// which is exact for numbers of single precision, and a direction within the rounding error of the
-/// operands counts as aligned.
+/// where rounding to single precision would decide whether it is inside. So products are computed
+/// in double precision, which is exact for numbers of single precision, and a direction within the
+/// rounding error of the operands counts as aligned.
 class QxCone {
 public:
     explicit QxCone(float angle)
@@ -141,7 +141,7 @@ public:
     }
 
 private:
-    /// Returns the rounding of a cosine, which corresponds to an angle of a millionth.
+    /// Returns the tolerance of a cosine, which corresponds to an angle of a millionth of a radian.
     static double Rounding() { return 1e-12; }
     static double Dot(const QxVector3& a, const QxVector3& b)
     {
@@ -173,7 +173,7 @@ inline void QxMarkLightStatement()
 inline void QxMarkLightStatement() {}
 #endif
 
-// The light statements, for one point. Each returns the flag.
+// The light statements, for one point. Each returns the flag that guards its body.
 
 /// `illuminate` with a cone: sets `L` at all points, and returns whether the point is in the cone.
 struct QxIlluminateCall {

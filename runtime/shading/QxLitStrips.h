@@ -67,7 +67,7 @@ inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const Qx
 struct QxSpecularStrip {
     QxTriples normals;
     QxTriples toEye;
-    QxNumbers exponents;  // initially the roughness
+    QxNumbers exponents;  // the roughness until `Prepare` replaces it
 
     void Prepare(unsigned int count)
     {
@@ -90,7 +90,7 @@ struct QxSpecularStrip {
 
 struct QxPhongStrip {
     QxTriples normals;
-    QxTriples toEye;  // initially; then mirrored
+    QxTriples toEye;  // until `Prepare` replaces it by the mirrored direction
     QxNumbers exponents;
 
     void Prepare(unsigned int count)
@@ -111,7 +111,7 @@ struct QxPhongStrip {
     }
 };
 
-/// Sums the light of all lights at the points of a strip.
+/// Sums the reflected light of all lights at the points of a strip.
 template <class Answer, class Strip>
 inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned int lightCount,
                         const Answer& answer, const Strip& strip)
@@ -142,7 +142,7 @@ inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned in
         sums.Set(j, {0, 0, 0});
 }
 
-// The same for whole-grid forms
+// Strips of whole-grid forms
 
 template <class Where>
 struct QxStripWhere {
@@ -193,15 +193,15 @@ inline void QxLoadAnswer(Answer& answer, unsigned int first, unsigned int count,
     QxLoad(answer.exponents, exponents, first, count);
 }
 
-/// Smaller grids are faster without strips.
+/// Number of points from which strips are faster than a loop over points.
 #ifdef __AVX2__
 constexpr unsigned int k_qxFewestForStrips = 4;
 #else
 constexpr unsigned int k_qxFewestForStrips = 8;
 #endif
 
-/// The result may be one of the operands, since a strip is read before it is written. `call`
-/// computes one point.
+/// Computes the reflected light at the points of `where`. The result may be one of the operands,
+/// since a strip is read before it is written. `call` computes one point.
 template <class Answer, class Where, class Call, class Result, class... Operands>
 inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& call,
                           Result&& result, const Operands&... operands)

@@ -3,8 +3,8 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-// Functions of numbers. If the mathematical function has no real value, the result is 0, as when
-// the compiler evaluates a call with constant arguments.
+// Functions of numbers. If the mathematical function has no real value, the result is 0, except for
+// `QxMod`. The compiler evaluates calls with constant arguments by the same functions.
 
 constexpr float QX_PI_FLOAT = 3.14159265358979323846f;
 
@@ -34,8 +34,9 @@ inline float QxAcos(float x)
     return qxmath::Acos(QxClamp(x, -1.0f, 1.0f));
 }
 
-/// Returns 0 for a base of 0 with any exponent, and for a root of a negative base. This form is for
-/// vectorized loops: all cases are computed in double precision, and then one is selected.
+/// Returns `base` to the power of `exponent`; 0 for a base of 0, and for a negative base with a
+/// fractional exponent. This form is for vectorized loops: all cases are computed in double
+/// precision, and then one is selected.
 inline float QxPowInVectors(float base, float exponent)
 {
     const double x = base;
@@ -47,7 +48,7 @@ inline float QxPowInVectors(float base, float exponent)
     return static_cast<float>(y == 2 ? x * x : any);
 }
 
-/// Returns the same value for a base that is not negative, in two thirds of the time.
+/// Returns the same value, for a base that is not negative, in two thirds of the time.
 inline float QxPowOfNonNegative(float base, float exponent)
 {
     const float power = static_cast<float>(qxmath::Pow(base, exponent));
@@ -96,7 +97,8 @@ inline float QxLog(float x, float base)
     return x <= 0 || base <= 0 || base == 1 ? 0.0f : qxmath::Log(x) / qxmath::Log(base);
 }
 
-/// Returns the remainder of a / b, from 0 up to, but not including, the absolute value of b.
+/// Returns the remainder of a / b, from 0 to the absolute value of b, which is reached only by
+/// rounding; NaN if b is 0.
 inline float QxMod(float a, float b)
 {
     const float rest = a - qxmath::Trunc(a * (1 / b)) * b;

@@ -9,8 +9,8 @@
 
 namespace qxnoise {
 
-/// Returns a well-mixed number for a lattice point: the 32-bit finalizer of Austin Appleby's
-/// MurmurHash3 (2011), one coordinate after the other.
+/// Returns the initial value for the hash of a lattice point. The coordinates are added one after
+/// the other by the 32-bit finalizer of Austin Appleby's MurmurHash3 (2011).
 inline unsigned int HashOfSeed(unsigned int seed)
 {
     return seed * 0x9e3779b9u + 0x85ebca6bu;
@@ -34,9 +34,9 @@ inline unsigned int Hash(const int (&point)[n], unsigned int seed)
     return hash;
 }
 
-/// Returns the lattice cell of a coordinate. Numbers that are too large for a cell, infinities and
+/// Returns the lattice cell of a coordinate. Numbers that are too large for an int, infinities and
 /// NaN share the outermost cells. Rounds down by a comparison, since the baseline processor has no
-/// vector instruction for it.
+/// vector instruction that rounds down.
 inline int CellOf(float x)
 {
     const float bound = 1.0e9f;
@@ -46,9 +46,9 @@ inline int CellOf(float x)
     return whole - static_cast<int>(static_cast<float>(whole) > within);
 }
 
-/// Reduces a lattice coordinate to a period; a period below 1 is treated as 1. Divides in double
-/// precision, which can be vectorized and whose quotient of such integers is never rounded up to a
-/// whole number.
+/// Returns a lattice coordinate modulo a period; a period below 1 is treated as 1. Divides in
+/// double precision, since that can be vectorized, and the quotient of two such integers is never
+/// rounded up to a whole number.
 inline int Wrap(int coordinate, int period)
 {
     const int p = period < 1 ? 1 : period;
@@ -57,7 +57,8 @@ inline int Wrap(int coordinate, int period)
     return rest < 0 ? rest + p : rest;
 }
 
-/// The first and second derivative vanish at both ends, so that lattice planes are not visible.
+/// Returns the weight of the next lattice point at t from 0 to 1. Its first and second derivatives
+/// vanish at both ends, so that lattice planes are not visible.
 inline float Fade(float t)
 {
     return t * t * t * (t * (t * 6 - 15) + 10);
@@ -76,7 +77,7 @@ inline float WithSign(float x, unsigned int bit)
 // Loops over dimensions and corners are written as recursive templates: if a compiler did not
 // unroll one of them, it could not vectorize the loop over points around it.
 
-/// Adds the coordinates from i on, except the one with index `left`, with the signs in a hash.
+/// Adds the coordinates from i on, with the signs in a hash; omits the one with the index `left`.
 template <int i, int n>
 struct Signed {
     static float AddTo(float sum, const float (&offset)[n], unsigned int hash, int left)
@@ -91,9 +92,9 @@ struct Signed<n, n> {
     static float AddTo(float sum, const float (&)[n], unsigned int, int) { return sum; }
 };
 
-/// Returns the product of the offset with a gradient that the hash selects: all coordinates except
-/// one, with either sign. In the middle of a cell, two coordinates of 1/2 sum to 1. The slopes in
-/// one dimension are between -2 and 2 for the same range.
+/// Returns the dot product of the offset and a gradient that the hash selects: 1 or -1 for each
+/// coordinate, except that one of three or four coordinates is omitted. Two coordinates of 1/2, as
+/// in the middle of a cell, sum to 1. In one dimension, gradients from -2 to 2 give the same range.
 template <int n>
 inline float Slope(unsigned int hash, const float (&offset)[n])
 {

@@ -47,7 +47,7 @@ private:
     unsigned int m_count;
 };
 
-/// Selects the points that are computed, and those of them that are stored.
+/// Selects the points of a strip that are computed, and the computed points that are stored.
 template <bool isCheap>
 struct QxPicked {
     template <class Where>
@@ -118,7 +118,7 @@ struct QxStripArguments {
     }
 };
 
-/// Computes one component; the numbers are n coordinates, followed by n periods if the noise is
+/// Computes one component. `numbers` contains n coordinates, followed by n periods if the noise is
 /// periodic.
 template <class Kind, int n>
 inline void QxNoiseOfStrip(QxNumbers& results, const QxNumbers* numbers, unsigned int count,
@@ -146,7 +146,8 @@ inline void QxTake(Triple& result, const QxNumbers* components, unsigned int j)
     result = QxMakeTriple<Triple>(components[0].at[j], components[1].at[j], components[2].at[j]);
 }
 
-/// The result may be one of the arguments, since a strip is read before it is written.
+/// Computes noise strip by strip. The result may be one of the arguments, since a strip is read
+/// before it is written.
 template <class Kind, unsigned int components, class Where, class Result, class... Arguments>
 inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& result,
                             const Arguments&... arguments)
@@ -173,10 +174,10 @@ inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& re
     }
 }
 
-// These overloads replace the loops of QxForms.h, which compilers vectorize only for numbers at all
-// points.
+// The overloads of `QxOverGrid` replace the loops of QxForms.h, which compilers vectorize only if
+// the result is one number and all points are active.
 
-/// For fewer points, cheap noise is faster without strips.
+/// Number of points from which strips are faster for cheap noise.
 constexpr unsigned int k_qxFewestForNoise = 4;
 
 template <class Kind, unsigned int components, class Where, class Function, class Result,

@@ -7,12 +7,13 @@
 #include "QxMatrixMath.h"
 
 // The operators of generated code that are not generated from a card, and functions that the
-// expressions of cards call; QxCardNames.h contains the others. A number with an operand of another
-// type is converted to that type: each component gets the number, of a matrix the diagonal.
+// expressions of cards call; QxCardNames.h contains the other operators. If the other operand has
+// another type, a number is converted to it: all components of a triple get the number, and the
+// diagonal of a matrix.
 //
-// They are macros with given names, each of which evaluates an operand once. Those for a point
-// expand to plain arithmetic on the types of the operands, so that a loop over points can be
-// vectorized.
+// The operators are macros, each of which evaluates an operand once; the names are those that
+// generated code uses. Those for a point expand to plain arithmetic on the types of the operands,
+// so that a loop over points can be vectorized.
 
 /// Converts a constant, which is a double in generated code; arithmetic is in single precision.
 inline float QxNumber(float value)
@@ -90,8 +91,8 @@ inline QxMatrix44 QxMakeMatrix(const Values&... values)
     return matrix;
 }
 
-// Flags, by which varying conditions guard points. All macros but the first three compute the whole
-// grid at once. The flag of an inner `else` is true only where the outer flag is:
+// Flags, by which varying conditions guard points. All macros except the first three compute the
+// whole grid at once. The flag of an inner `else` is true only where the outer flag is true:
 //
 //     if (a) { if (b) ..; else ..; }      INVERT_INNER_BOOL_FLAG(notB, b, a): notB = a and not b
 

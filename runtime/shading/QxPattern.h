@@ -151,9 +151,9 @@ private:
 /// Caches the last regular expression in compiled form. Most calls of match() use the same
 /// expression at all points, and compiling it is much slower than searching.
 ///
-/// The size of this class is part of the interface version, as is the position of the text. A host
-/// frees the text, and other members only if `m_isKept` is set, which only objects with these
-/// headers do.
+/// The size of this class is part of the interface version, as is the position of `m_expression`. A
+/// host frees this text, and other members only if `m_isKept` is set, which only objects built with
+/// these headers do.
 class QxPattern {
 public:
     QxPattern() = default;

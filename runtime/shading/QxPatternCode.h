@@ -8,12 +8,14 @@
 // Regular expressions as small programs, and their compiler. A program has one state for each
 // character or set, and states that only lead to other states:
 //
-//     a(b|c)*      skip, char a, split to end, skip, split to the jump's next, char b, jump to the repeat, ...
+//     a(b|c)*      skip, skip, skip, char a, split to the match, split to the second alternative,
+//                  skip, char b, jump to the repeat, skip, skip, char c, repeat: split back to the
+//                  branch of the alternatives, match
 //
-// The states of an operand are contiguous, and all jumps are relative, so a repeated operand is a
-// copy of its states. The slot before each operand can become the branch of its repeat, and the
-// slot before each alternative the branch to the next alternative. So one pass with a list of the
-// open groups is enough, without recursion.
+// The states of an operand are contiguous, and all jumps are relative, so an operand is repeated by
+// copying its states. A slot, which is initially Skip, precedes each operand and each alternative:
+// it can become the branch of the operand's repeat, or the branch to the next alternative. So one
+// pass with a list of the open groups is enough, without recursion.
 
 /// A state. `value` is the character, the number of the set, or the distance to another state.
 struct QxPatternState {
@@ -71,15 +73,15 @@ public:
     }
     const State& operator[](std::size_t state) const { return m_states[state]; }
     std::size_t Size() const { return m_states.Size(); }
-    /// False if no match after the start of the text can start with this character.
+    /// False if no match can start with this character, except at the start of the text.
     bool MayBeginWith(unsigned char c) const { return m_first.Has(c); }
     bool IsInSet(int set, unsigned char c) const { return m_sets[Place(set)].Has(c); }
 
 private:
     struct Group {
-        int slot;         // before it
-        int alternative;  // slot before the last one
-        int jumps;        // from the ends of alternatives, as a chain
+        int slot;         // before the group
+        int alternative;  // slot before its last alternative
+        int jumps;        // last of the chain of jumps from the ends of alternatives; -1 for none
     };
 
     static std::size_t Place(int number) { return static_cast<std::size_t>(number); }
@@ -178,7 +180,7 @@ private:
         }
     }
 
-    /// Compiles the repeat of the operand before it; `most` is -1 if there is no limit. An operand
+    /// Compiles a repeat of the preceding operand; `most` is -1 if there is no limit. An operand
     /// has at most one repeat.
     bool Repeat(int least, int most)
     {
@@ -288,8 +290,8 @@ private:
                 set.Add(static_cast<unsigned char>(c));
     }
 
-    /// Collects the characters with which a match can start after the start of the text, assuming
-    /// that all other conditions between characters hold.
+    /// Collects the characters that a match can start with, except at the start of the text. All
+    /// conditions between characters other than Begin are assumed to hold.
     void FindFirst()
     {
         m_first = {};

@@ -22,7 +22,7 @@ inline void QxGive(float&&, const Value&)
 {
 }
 
-/// Computes result = call(arguments...) for each of the points, with one query to the host. A call
+/// Computes result = call(arguments...) for each active point, by one question to the host. A call
 /// has these members: `Query` creates the query of one point, `File` returns the handle for the
 /// name of a file, `Answers` is memory for the answers of several points, `Ask` gets the answers
 /// from the host, and `Give` stores the answers of a point in its result and output arguments.
@@ -78,7 +78,7 @@ protected:
     QxShaderSupport* m_support;
 };
 
-/// `rayhittest`, and `trace` as a float: the distance to the hit.
+/// `trace` as a float: the distance to the hit, which is negative if nothing is hit.
 struct QxRayHitCall : QxRayCall {
     using QxRayCall::QxRayCall;
     using Answers = QxArray<float>;

@@ -197,7 +197,7 @@ private:
 };
 
 // Footprints: the corners of the area that a shading point covers, in order around it. With a
-// condition, only active points are read.
+// condition, values at inactive points do not affect the results.
 
 template <class Value>
 class QxPatch {
@@ -285,8 +285,8 @@ inline void* QxAddress(Value& value)
     return &value;
 }
 
-/// Sends a message for the points of `where`. `light` is the number of the light that `lightsource`
-/// asks.
+/// Sends a message for the points of `where`. Returns 1 if there is an answer, else 0. `light` is
+/// the number of the light that `lightsource` asks.
 template <class Where>
 inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,
                            const char* name, void* value, float varying, float type, float length,

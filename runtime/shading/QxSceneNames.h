@@ -3,9 +3,9 @@
 #include "QxCardNames.h"
 #include "QxSceneCalls.h"
 
-// Maps the names of variable argument lists, random numbers, footprints and messages to functions.
-// `theTypes` contains the types of the arguments of a format if the format itself may be
-// unsuitable, one letter each: f float, p point, c color, m matrix, s string.
+// Maps names to functions, for variable argument lists, random numbers, footprints and messages.
+// `theTypes` contains the types of the arguments of a format if the format itself may not match
+// them, one letter each: f float, p point, c color, m matrix, s string.
 
 // clang-format off
 #define CALL_PRIM_SPLINE_1D(result, arguments, count) QxSplineCall(result, "catmull-rom", arguments, 1, count)
@@ -46,7 +46,7 @@
 #define COMPUTE_ST_POINTS_IF_FALSE(s, t, s1, t1, s2, t2, s3, t3, s4, t4, condition) do { QxPatchCorners(QX_GRID, QxWhere(condition, false), s, s1, s2, s3, s4); QxPatchCorners(QX_GRID, QxWhere(condition, false), t, t1, t2, t3, t4); } while (false)
 #define COMPUTE_FILTERSTEP_POINTS_IF_FALSE(s2, s1, condition) QxFilterStepEnds(QX_GRID, QxWhere(condition, false), s2, s1)
 
-// Messages. The answer is one float in every form. If no point is active, it keeps its value.
+// Messages. The result is one float in every form. If no point is active, it keeps its value.
 #define CALL_PRIM_ATTRIBUTE(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, 1, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD_IF_TRUE(result, condition, name, value, varying, type, length) QxTakeAnswer(result, QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxWhere(condition, true)), numMp, QxWhere(condition, true))

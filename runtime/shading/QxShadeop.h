@@ -17,8 +17,8 @@
  *
  * `data` is the result of the init function, or null if there is none. `argv[0]` is the address of
  * the result, `argv[1]` that of the first argument, and so on; `argc` is the number of all of them.
- * All records of a table share one method, which can distinguish them only by `argc`: let the
- * overloads differ in their number of arguments.
+ * All records of a table share one method, which can distinguish them only by `argc`, so the
+ * overloads must differ in their number of arguments.
  *
  *     type                          argv[i] points to
  *     float                         one float

@@ -46,11 +46,11 @@ struct QxPointsQuery {
     bool inLight;          // called by a light shader
 };
 
-/// A question about rays from a point, in the current space. Fields that do not apply to the function
-/// are 0.
+/// A question about rays from a point, in the current space. Fields that do not apply to the
+/// function are 0 or empty.
 struct QxRayQuery {
     QxVector3 position;
-    QxVector3 direction;      // of any length; for a transmission the other end
+    QxVector3 direction;      // of any length; for a transmission the other position
     float samples;            // 0: the renderer's own choice
     float angle;              // of the cone of directions; -1: the renderer's own choice
     float bias;               // distance from the position at which a ray starts
@@ -67,10 +67,10 @@ struct QxMessageValue {
     std::size_t length;   // array elements
     void* value;          // element j of point p is at j * points + p
     std::size_t points;   // 1 for a uniform value
-    const char* handled;  // for each point, whether it asks
+    const char* handled;  // for each point, whether it receives the value
 
-    /// Copies a value for each point, in the layout of `value`, to the handled points. Null texts are
-    /// copied as empty ones.
+    /// Copies a value for each point, in the layout of `value`, to the handled points. Null texts
+    /// are copied as empty ones.
     void StoreForEachPoint(const void* source) const
     {
         const std::size_t floats = QxFloatCount(type);
@@ -104,8 +104,8 @@ private:
     }
 };
 
-/// The receiver of a message. `TextureInfo` also has the name of a texture. `Incident` and `Opposite`
-/// are the volume shaders on both sides of the surface.
+/// The receiver of a message. `TextureInfo` also has the name of a texture. `Incident` and
+/// `Opposite` are the volume shaders on the two sides of the surface.
 enum class QxMessage {
     Attribute,
     Option,
@@ -123,7 +123,7 @@ enum class QxMessage {
 /// during the call.
 template <class Query>
 struct QxGridQueries {
-    const void* file;            // result of `FindFile` if all have one name; null: use each name
+    const void* file;            // result of `FindFile` if all names are the same; null: use names
     const Query* queries;
     const unsigned int* points;  // number of each point in the grid
     unsigned int count;
@@ -135,16 +135,16 @@ enum class QxFileKind { Texture, Environment, Shadow };
 /// The services of a renderer that shaders call: everything that needs a scene. Each function has a
 /// neutral answer, that of an empty scene without files.
 ///
-/// They are called in the thread that shades, while the shader waits. A shared object may ask all its
-/// questions for one point before those for the next; byte-code asks each question for many points.
-/// Texts and arrays in the arguments are valid only during the call.
+/// They are called in the thread that shades, while the shader waits. A shared object may ask all
+/// its questions for one point before those for the next; byte-code asks each question for many
+/// points. Texts and arrays in the arguments are valid only during the call.
 class QxShaderSupport {
 public:
     virtual ~QxShaderSupport() = default;
 
-    /// Evaluates lights. Arguments: positions, their number, the inputs to fill for each light, and the
-    /// number of lights. A shader calls it once for its `P`, and again if it lights other positions or
-    /// has moved its points. Neutral: leaves the inputs unchanged.
+    /// Evaluates lights. Arguments: positions, their number, the inputs to fill for each light, and
+    /// the number of lights. A shader calls it once for its `P`, and again if it lights other
+    /// positions or has moved its points. Neutral: leaves the inputs unchanged.
     virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
     /// Returns the ambient light at a position. Neutral: none.
     virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
@@ -165,7 +165,8 @@ public:
 
     /// Returns the distance of the first hit, or a negative number for none. Neutral: no hit.
     virtual float RayHit(const QxRayQuery&) { return -1; }
-    /// Returns the color seen along the ray and sets the distance of the hit. Neutral: black.
+    /// Returns the color seen along the ray and sets the distance of the hit, which is negative if
+    /// there is none. Neutral: black, no hit.
     virtual QxRGBColor Trace(const QxRayQuery&, float& distance)
     {
         distance = -1;
@@ -173,14 +174,15 @@ public:
     }
     /// Returns how much light passes between two positions. Neutral: all.
     virtual QxRGBColor Transmission(const QxRayQuery&) { return Gray(1); }
-    /// Returns the covered share of the hemisphere, and the mean uncovered direction. Neutral: 0.
+    /// Returns the covered share of the hemisphere, and sets the mean uncovered direction. Neutral:
+    /// 0, and the direction of the query.
     virtual float Occlusion(const QxRayQuery& query, QxVector3& openDirection)
     {
         openDirection = query.direction;
         return 0;
     }
-    /// Returns the light that other surfaces scatter to the position, and sets the results of
-    /// `Occlusion`. Neutral: black.
+    /// Returns the light that other surfaces scatter to the position, and sets both results of
+    /// `Occlusion`. Neutral: black, and those of `Occlusion`.
     virtual QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                        float& occlusion)
     {
@@ -193,8 +195,8 @@ public:
     virtual bool IsIndirectRay() { return false; }
     virtual float RayLevel() { return 0; }
 
-    /// Stores the value and returns true, or returns false. The first text is the texture for
-    /// `textureinfo`, else empty; the second is the name of the value. Neutral: false.
+    /// Stores the value and returns true, or returns false if there is none. The first text is the
+    /// texture for `textureinfo`, else empty; the second is the name of the value. Neutral: false.
     virtual bool Message(QxMessage, const char*, const char*, const QxMessageValue&)
     {
         return false;
@@ -202,32 +204,33 @@ public:
     /// Returns the depth of a position between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// Returns a number from 0 up to, but not including, 1, for hosts with their own generator. Neutral:
-    /// within `RandomNumber` the number that it has computed, else the next one of a stream.
+    /// Returns a number from 0 up to, but not including, 1; for hosts with their own generator.
+    /// Neutral: if `RandomNumber` calls it, the number that `RandomNumber` has computed; otherwise
+    /// the next number of a stream.
     virtual float Random() { return m_isDrawn ? m_drawn : m_random.Next(); }
     /// Writes the text of `printf`. Neutral: to standard output.
     virtual void Print(const char* text) { std::fputs(text, stdout); }
     /// Reports an error of the shader at run time. Neutral: to standard error.
     virtual void Report(const char* text) { std::fprintf(stderr, "%s\n", text); }
 
-    // The functions below were added later. New functions are added at the end, since shared objects
-    // that are already built call functions by their position.
+    // The functions below were added later. New functions are added at the end, since existing
+    // shared objects call functions by their position in the table of virtual functions.
 
-    /// Answers `lightsource`, as `Message` does, for the light of that number in `EvaluateLights`: the
-    /// current light of a loop over lights. Outside such a loop the number has no meaning and may have
-    /// any value. Neutral: calls `Message`.
+    /// Answers `lightsource`, as `Message` does, for the light of that number in `EvaluateLights`:
+    /// the current light of a loop over lights. Outside such a loop the number has no meaning and
+    /// may have any value. Neutral: calls `Message`.
     virtual bool LightMessage(unsigned int, const char* name, const QxMessageValue& value)
     {
         return Message(QxMessage::LightSource, "", name, value);
     }
 
-    // Questions for a whole grid, called once for all points of a call in a shader. A shared object
-    // that was compiled without optimization asks for one point at a time, with the number 0. A host
-    // overrides either these or the functions above. Neutral: calls the function above for each
-    // point. Results are in the order of the queries.
+    // Questions for a whole grid: a call in a shader asks once for all its points. A shared object
+    // that was compiled without optimization asks for one point at a time, as point number 0. A
+    // host overrides either these functions or those for one point above. Neutral: calls the
+    // function for one point for each query. Results are in the order of the queries.
 
-    /// Returns a handle that replaces the name of a file in the queries of a grid. An instance calls
-    /// it once for each name, see `QxHostScene::ForgetFiles`. Neutral: null.
+    /// Returns a handle that replaces the name of a file in the queries of a grid. An instance
+    /// calls this once for each name, see `QxHostScene::ForgetFiles`. Neutral: null.
     virtual const void* FindFile(QxFileKind, const char*) { return nullptr; }
     virtual void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
     {
@@ -265,11 +268,11 @@ public:
             results[i] = Occlusion(asked.queries[i], openDirections[i]);
     }
 
-    // Numbers for `random`. The calls of each point are counted from 0 in each run. A call with a uniform
-    // result belongs to the point `QxDraws::k_allPoints`.
+    // Numbers for `random`. The draws of each point are counted from 0 in each run. A draw with a
+    // uniform result belongs to the point `QxDraws::k_allPoints`.
 
-    /// Called by byte-code, and by the host library for shared objects. Neutral: calls `Random`, which
-    /// returns the number of this point and call unless it is overridden.
+    /// Returns the number of a point and draw. Called by byte-code, and by the host library for
+    /// shared objects. Neutral: calls `Random`, which returns this number unless it is overridden.
     virtual float RandomNumber(unsigned int point, unsigned int draw)
     {
         return Offer(0, {static_cast<int>(draw), static_cast<int>(point)});
@@ -277,7 +280,7 @@ public:
     /// Called by shared objects, which do not count calls. Neutral: calls `Random`.
     virtual float NextRandomNumber(unsigned int) { return Random(); }
 
-    /// As `Ambient`, for a point of the grid, by its position and number. Neutral: calls it.
+    /// As `Ambient`, for the point of the grid with this number. Neutral: calls `Ambient`.
     virtual QxRGBColor AmbientAt(const QxVector3& position, unsigned int)
     {
         return Ambient(position);
@@ -300,7 +303,7 @@ public:
     }
 
 protected:
-    /// Calls `Random`, which returns the number of the place unless it is overridden.
+    /// Calls `Random`, which returns the random number of the place unless it is overridden.
     template <int n>
     float Offer(unsigned int seed, const int (&place)[n])
     {
@@ -316,5 +319,5 @@ private:
 
     QxRandomStream m_random;
     float m_drawn = 0;
-    bool m_isDrawn = false;  // `Random` returns it
+    bool m_isDrawn = false;  // `Random` returns `m_drawn`
 };

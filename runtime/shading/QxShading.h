@@ -8,9 +8,9 @@
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// The interface between a host and a shared object. A shader only queries the registries of a host, so
-// they are declared here without their implementation. The layout of these classes is part of the
-// interface version: shared objects that were built with earlier headers of it must still run.
+// The interface between a host and a shared object. A shader only queries the registries of a host,
+// so they are declared here without an implementation. The layout of these classes is part of the
+// interface version: shared objects built with earlier headers of the same version must still run.
 
 class QxShaderSupport;
 
@@ -29,8 +29,8 @@ struct QxFrame3D {
 /// The coordinate systems of a host by name. Frames keep their addresses as long as it exists.
 class QxSpaceRegistry {
 public:
-    /// Returns the frame of a name that may be defined later; until then it is that of the current
-    /// space.
+    /// Returns the frame of a name, which may be defined later; until then the frame equals that of
+    /// the current space.
     virtual const QxFrame3D* Reserve(const char* name) = 0;
     /// Returns the frame of a name, or that of the current space if it is unknown.
     virtual const QxFrame3D* Find(const char* name) const = 0;
@@ -67,7 +67,7 @@ protected:
 /// A parameter as the shader declares it, such as `varying color[4]`.
 struct QxShaderToken {
     QxToken* token = nullptr;
-    const char* name = "";         // these exist as long as the shader's code
+    const char* name = "";         // both texts exist as long as the shader's code
     const char* declaration = "";
 
     void Init(QxToken* itsToken, const char* itsName, const char* itsDeclaration)
@@ -113,8 +113,8 @@ inline std::size_t QxFloatCount(QxValueType type)
     return 3;
 }
 
-/// A parameter of a shader instance with its storage: for each array element in turn one value, or
-/// one for each shading point.
+/// A parameter of a shader instance with its storage: for each array element in turn, one value if
+/// the parameter is uniform, or one for each shading point if it is varying.
 class QxVar {
 public:
     QxVar() = default;
@@ -360,10 +360,11 @@ class QxImagerHidden : public QxHiddens {
     using QxHiddens::QxHiddens;
 };
 
-/// The surroundings of one evaluation, besides the values of the grid.
+/// What one evaluation needs in addition to the values of the grid.
 class QxShadingContext {
 public:
-    /// All must outlive the context. `spaces` are those that `QxInterrogate` returned.
+    /// What is passed by pointer must outlive the context. `spaces` has the order of the list that
+    /// `QxInterrogate` returns.
     QxShadingContext(QxShaderSupport* support, const QxSpaceRegistry* registry,
                      const QxFrame3D* const* spaces, const QxVector3& eye)
         : m_support(support),
@@ -372,7 +373,7 @@ public:
           m_eye(eye)
     {
     }
-    /// Returns a copy with other services, which must outlive it too.
+    /// Returns a context that differs only in its services, which must outlive it.
     QxShadingContext With(QxShaderSupport& support) const
     {
         return {&support, m_registry, m_spaces, m_eye};
@@ -381,7 +382,7 @@ public:
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
-    /// See `QxPattern`, which is shared by all calls of a run.
+    /// See `QxPattern`. All calls of a run share one.
     bool Match(const char* expression, const char* text) const
     {
         return m_pattern.Match(expression, text);

@@ -41,7 +41,7 @@ inline const QxSplineBasis& QxFindSplineBasis(const char* name)
     return k_qxSplineBases[0];
 }
 
-/// Returns the number of control values, of at least four, that the basis does not use.
+/// Returns how many of `count` control values, at least four, the basis does not use.
 constexpr int QxLeftOver(const QxSplineBasis& basis, int count)
 {
     return (count - 4) % basis.step;
@@ -79,8 +79,8 @@ inline Value QxWeigh(const Values& values, int first, float w0, float w1, float 
            values(first + 3) * w3;
 }
 
-/// Returns the spline at `position` over `count` control values, which `values(i)` returns; if
-/// there are fewer than four, the first one.
+/// Returns the spline at `position` over `count` control values, which `values(i)` returns; the
+/// first control value if there are fewer than four.
 template <class Value, class Values>
 inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
 {

@@ -10,8 +10,8 @@
 /// The maximum length of a text in a shader, since `concat` in a loop doubles it each time.
 constexpr std::size_t k_qxTextLength = 65535;
 
-/// A text that can grow up to that length; the excess is cut off. It replaces std::string, since
-/// compiling <string> costs more than the rest of a small shader.
+/// A text that can grow up to `k_qxTextLength`; the excess is cut off. It replaces std::string,
+/// since compiling <string> costs more than the rest of a small shader.
 class QxText {
 public:
     QxText() = default;
@@ -120,8 +120,8 @@ inline bool IsConversion(char letter)
 }  // namespace qxtext
 
 /// Returns the pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument,
-/// formatted according to its type, and by %d without fractions; %% is a percent sign. Conversions
-/// without an argument are unchanged.
+/// formatted according to the argument's type; %d omits fractions, and %% becomes a percent sign.
+/// Conversions without an argument are unchanged.
 inline QxText QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
 {
     QxText text;

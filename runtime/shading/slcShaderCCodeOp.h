@@ -5,7 +5,7 @@
 // Reading this header is most of the cost of compiling a small shader, so it includes only headers
 // of the C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six times the rest.
 
-// All system headers that are needed, since declarations after the pragma are hidden.
+// All required system headers, since declarations after the visibility pragma below are hidden.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -26,7 +26,7 @@
 #endif
 
 // Only entry points are visible outside the shared object. So static variables of inline functions
-// belong to the object, and do not keep it loaded when a host unloads it.
+// are local to the object, and do not keep it loaded when a host unloads it.
 #define QX_SHADER_FUNC __attribute__((visibility("default")))
 #pragma GCC visibility push(hidden)
 
@@ -59,6 +59,6 @@ static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
 // Each function with indices starts with a declaration that ends in this call.
 #define ShaderSupport() ShaderSupport(); QxKnownArrays qxArrays
-// Initializers call calloc. The size of their blocks must be known, too.
+// Initializers allocate their locals by calloc. The size of these blocks must be known, too.
 #define calloc(count, size) QxCalloc(count, size)
 #define free(block) (qxArrays.Forget(), QxFree(block))

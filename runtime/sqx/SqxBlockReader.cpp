@@ -1,8 +1,8 @@
 // Reads the numbers of a block line by line, then decodes the instructions: the number of an
-// instruction determines its layout, and the layout the number of operands. If a list of arguments
-// follows, one of the operands is their count:
+// instruction determines its layout, and the layout determines the number of operands. If a list of
+// arguments follows, one of the operands is their count:
 //
-//     CALL_PRIM_CONCAT 2 r s1 s2     layout "nw*": the number of values at the star, the result
+//     CALL_PRIM_CONCAT 2 r s1 s2     layout "nw*": n is 2, the count; w is r; * is s1 and s2
 //
 // An operand that refers to something must refer to an existing item, and the target of a jump must
 // be the start of an instruction or the end of the block. So code that uses a block need not check

@@ -48,8 +48,8 @@ enum class SqxDetailRule : unsigned char {
     Uniform,
 };
 
-/// The rule for a call in a function body that is being evaluated: as the rule above, or which
-/// arguments get the detail of the others.
+/// The rule for a call in the body of a called function: like `SqxDetailRule`, or which arguments
+/// get the detail of the others.
 enum class SqxInlineRule : unsigned char {
     AsArguments,
     Varying,
@@ -118,7 +118,7 @@ struct SqxCard {
     bool hasGridCall = false;        // a call in the language may use the whole-grid form
     bool looksAtLights = false;      // the lights must have been evaluated for `P`
     bool isUnused = false;           // part of the instruction set, but never written
-    unsigned char carriedCount = 0;  // parameters of the instruction, if different; first
+    unsigned char carriedCount = 0;  // parameters of the instruction, if they differ; come first
     unsigned char formalCount = 0;   // parameters of the function
 
     [[nodiscard]] constexpr std::string_view Text(SqxCardWord word) const
@@ -130,8 +130,8 @@ struct SqxCard {
     {
         return numbers[static_cast<std::size_t>(form)];
     }
-    /// Returns the predefined variables that it reads although they are not arguments; empty
-    /// entries are last.
+    /// Returns the predefined variables that the primitive reads in addition to its arguments;
+    /// empty entries are last.
     [[nodiscard]] constexpr std::array<std::string_view, k_mostReads> Reads() const
     {
         std::array<std::string_view, k_mostReads> names;
@@ -146,13 +146,13 @@ struct SqxCard {
     {
         return std::span(parameters).subspan(carriedCount, formalCount);
     }
-    /// The parameters of the instruction.
+    /// Returns the parameters of the instruction.
     [[nodiscard]] constexpr std::span<const SqxParameter> Carried() const
     {
         return carriedCount > 0 ? std::span(parameters).first(carriedCount) : Formals();
     }
-    /// True if the primitive has no plain form, since it needs neighbouring points. For the
-    /// primitive's own card.
+    /// True if the primitive has no plain form, since it needs neighbouring points. Only for the
+    /// card of a primitive, not for that of an overload.
     [[nodiscard]] constexpr bool IsGridOnly() const { return numbers[0] == 0 && numbers[1] > 0; }
 };
 

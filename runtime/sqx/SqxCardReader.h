@@ -14,19 +14,19 @@
 //     @forms(n, n, n, n)   byte-code numbers: plain, _SIMD, _SIMD_IF_TRUE, _IF_TRUE; "-" for none
 //     @carries(parameter, ...)   the parameters of the instruction, if the lowering changes them
 //     @shaded @grid @reduce @answer   see `SqxRun`
-//     @fold                the compiler may evaluate it
+//     @fold                the compiler may evaluate calls with constant arguments
 //     @cheap @vectors @custom   see `SqxKernelKind`
 //     @ordered             calls must not be reordered
-//     @simd                a call may take the whole-grid form; only it if there is no plain one
+//     @simd                a call may use the whole-grid form, and must if there is no plain form
 //     @uniform(name, ...)  arguments that are uniform in the whole-grid form; others are varying
-//     @detail(varying), @detail(uniform)   the result, whatever the arguments are
+//     @detail(varying), @detail(uniform)   detail of the result, whatever the arguments are
 //     @writes(rule)        which arguments get the detail of the others, see `SqxInlineRule`
-//     @reads(name, ...)    predefined variables that it reads although they are not arguments
+//     @reads(name, ...)    predefined variables that it reads in addition to its arguments
 //     @lights              the lights must have been evaluated for `P`
 //     @unused              part of the instruction set; the lowering never emits it
 //
-// The reader runs when the table is compiled: if it throws, the compiler reports an error at the
-// line of the invalid card. Tested by tests/backends/CardTest.cpp.
+// The reader runs when the table is compiled: if it throws, the C++ compiler reports an error at
+// the line of the invalid card. Tested by tests/backends/CardTest.cpp.
 
 /// The error in a card.
 struct SqxCardFault {
@@ -45,7 +45,7 @@ public:
         m_card.expression = expression;
     }
 
-    /// Throws an `SqxCardFault`.
+    /// Returns the card. Throws an `SqxCardFault` if it is invalid.
     [[nodiscard]] constexpr SqxCard Read()
     {
         while (Accept("@"))

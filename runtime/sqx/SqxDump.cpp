@@ -1,6 +1,6 @@
-// The text is meant for reading and for comparison: numbers without meaning, such as those of
-// constants, are replaced by the item itself, and an item missing from a damaged file is shown as
-// "?" and its number. Positions are kept, since jumps refer to them.
+// The text is meant for reading and for comparison: numbers of items, such as those of constants,
+// are replaced by the item itself, and an item missing from a damaged file is shown as "?" and its
+// number. Positions are kept, since jumps refer to them.
 //
 // Tested by the dumps of tests/golden and by tests/backends/SqxReaderTest.cpp.
 

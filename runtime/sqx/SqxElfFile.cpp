@@ -1,6 +1,6 @@
 // Reads only the parts of a library that a dynamic loader reads: segments, the dynamic section, a
 // hash table of symbols, relocations. Section headers are not needed for that. Each record is
-// copied after a bounds check, so no offset in the file can lead outside.
+// copied after a bounds check, so no offset in the file can lead outside it.
 //
 // Format: "Executable and Linking Format", System V Application Binary Interface, chapters 4 and 5;
 // the other hash table is the one of the GNU tools.
@@ -293,7 +293,7 @@ SqxElfFile::Symbol SqxElfFile::FindByHash(std::string_view name) const
     return {};
 }
 
-/// Returns nothing unless the symbol has this name and is defined in this file.
+/// Returns the symbol; one of kind `None` unless it has this name and is defined in this file.
 SqxElfFile::Symbol SqxElfFile::SymbolAt(std::uint64_t index, std::string_view name) const
 {
     const auto symbol = RecordAt<ElfW(Sym)>(At(m_symbols), index * sizeof(ElfW(Sym)));

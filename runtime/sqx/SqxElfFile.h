@@ -21,7 +21,7 @@ public:
     struct Symbol {
         Kind kind = Kind::None;  // none if the library does not define it
         std::uint64_t address = 0;
-        std::uint64_t size = 0;  // 0 if the library does not say
+        std::uint64_t size = 0;  // 0 if the library does not specify it
     };
 
     /// Reads the whole file; the result is empty if it does not exist or is not a regular file.

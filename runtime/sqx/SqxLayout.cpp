@@ -1,7 +1,7 @@
 // The layouts are computed from the cards when this file is compiled:
 //
-//     SQX_CARD(CALL_PRIM_MIX_3D, "@forms(311, 312, 313) color mix(color a, color b, float
-//     position)")
+//     SQX_CARD(CALL_PRIM_MIX_3D,
+//              "@forms(311, 312, 313) color mix(color a, color b, float position)")
 // becomes
 //     number 313: for all points, conditional; values "wcrrr" of types "tbttf"
 //
@@ -63,7 +63,7 @@ constexpr char TypeOf(const SqxParameter& parameter)
     const char letter = LetterOf(parameter.type);
     if (!parameter.isOptional && !parameter.isNamed)
         return letter;
-    // A literal integer stands for an argument that is left out, and has no default of its type.
+    // If such an argument is omitted and has no default of its type, it is a literal integer.
     if (letter == 's')
         return 'S';
     if (letter == 't')
@@ -126,7 +126,7 @@ constexpr void AddParameter(Form& form, const SqxParameter& parameter)
         form.Add(OperandOf(parameter), TypeOf(parameter));
 }
 
-/// The number of arguments comes before the result; the layout does not list those arguments.
+/// The number of arguments comes before the result; one `*` stands for all the arguments.
 constexpr void AddList(Form& form, const SqxCard& card)
 {
     auto parameters = card.Carried();

@@ -15,24 +15,24 @@ struct SqxLayout {
     bool endsInList = false;   // the last type may be repeated or left out
     SqxRun run = SqxRun::Point;
     std::string_view operands;  // one letter per value, see below
-    std::string_view types;     // the same; values of a list have their own letters
+    std::string_view types;     // the same, but values of a list have letters, too
 
     // The letters of operands:
     //   w  variable that is written        j  position in the block to go to
     //   r  variable that is read           s  number of a coordinate space
-    //   m  variable that is both           i  literal number
+    //   m  variable read and written       i  literal number
     //   c  flag of the points to run for   d  number of a shadeop function
-    //   n  number of the variables at the *
-    //   *  that many variables
+    //   n  number of variables at the `*`
+    //   *  list of `n` variables, which are read
     //
     // The letters of types:
     //   f  float     t  point, vector, normal or color
     //   m  matrix    s  string     b  flag, also the letter of conditions
-    //   a  one of the former but a flag    A  the same, or an array of them
+    //   a  any of these except a flag      A  like a, or an array of such values
     //   [  array     e  reference that is bound to an element of the array
-    //   F, T, S  like f, t and s, or a literal integer, which leaves the argument out
+    //   F, T, S  like f, t and s, or a literal integer if the argument is omitted
     //   N  a float, a literal integer or a triple
-    //   -  no variable
+    //   -  not a variable
 
     /// Returns the layout of an instruction number; null if the number is not assigned or the
     /// compiler never writes it.

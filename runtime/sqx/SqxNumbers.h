@@ -8,6 +8,7 @@
 // readers of its files: numbers never change, and a new instruction gets a new one. They are part
 // of the cards, see SqxCards.def.
 
+/// Returns the highest number that is assigned.
 [[nodiscard]] int SqxHighestNumber();
 
 /// Returns the name of a number; empty if it is not assigned.
@@ -30,6 +31,7 @@ inline constexpr SqxBracketRow k_sqxBrackets[] = {
     {SqxPrimitive::BEGIN_ILLUMINANCE, SqxPrimitive::END_ILLUMINANCE},
 };
 
+/// True if `primitive` starts a bracket.
 [[nodiscard]] constexpr bool SqxOpensBracket(SqxPrimitive primitive)
 {
     for (const SqxBracketRow& row : k_sqxBrackets)

@@ -16,7 +16,7 @@ enum class SqxForm : unsigned char {
     Plain,      // for a point, or once for the grid
     Grid,       // loops over all points itself: the name ends in "_SIMD"
     GridWhere,  // for the points of a flag: "_SIMD_IF_TRUE"
-    Where,      // the same for a primitive without a plain form: "_IF_TRUE"
+    Where,      // the same for a primitive without a form `GridWhere`: "_IF_TRUE"
 };
 
 inline constexpr std::string_view k_sqxFormSuffixes[] = {"", "_SIMD", "_SIMD_IF_TRUE", "_IF_TRUE"};

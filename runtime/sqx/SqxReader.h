@@ -14,9 +14,9 @@
 /// A reader may read several files, one after another, in one thread at a time.
 class SqxReader {
 public:
-    /// False if the text is not a byte-code file; then `Message` returns the line, the section and
-    /// the fault, and `Shader` the part before the fault. The text is not kept. O(n log n) for n
-    /// bytes.
+    /// Reads a text, which is not kept. False if it is not a byte-code file; then `Message` returns
+    /// the line, the section and the fault, and `Shader` the part before the fault. O(n log n) for
+    /// n bytes.
     [[nodiscard]] bool Read(std::string_view text);
     /// Reads a file. False also if it cannot be read; the message is then the system's.
     [[nodiscard]] bool ReadFile(const std::string& path);
@@ -28,7 +28,7 @@ public:
     /// Moves the result out of the reader.
     [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
-    /// The line of the fault in the message, from 1; 0 if the text has no fault.
+    /// The line of the fault in the message, from 1; 0 before the first fault.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:

@@ -35,12 +35,13 @@ public:
     }
 
     [[nodiscard]] Place Found() const { return m_place; }
-    /// The records up to the end record, or to the first record with a pointer that is not text.
+    /// The records before the end record, or before the first one with a pointer that does not lead
+    /// to text in the library.
     [[nodiscard]] const std::vector<SqxShadeopRecord>& Records() const { return m_records; }
-    /// True if the table ended at a record with a pointer that is not text in the library.
+    /// True if reading ended at a record with a pointer that does not lead to text in the library.
     [[nodiscard]] bool IsFaulty() const { return m_isFaulty; }
-    /// True if the required end record was found. Otherwise the table extends to the end of its
-    /// object.
+    /// True if the required end record was found. If it was not, and the table is not faulty, the
+    /// table extends to the end of its object.
     [[nodiscard]] bool HasEnd() const { return m_hasEnd; }
 
 private:

@@ -40,7 +40,7 @@ struct SqxVariable {
 struct SqxInstruction {
     const SqxLayout* layout = nullptr;
     std::size_t position = 0;  // in the code of the block
-    std::size_t count = 0;     // of values
+    std::size_t count = 0;     // number of values
 };
 
 /// A code block: the numbers as in the file, and where instructions begin among them.
@@ -107,8 +107,8 @@ struct SqxShader {
     SqxSection reached = SqxSection::None;
     int shaderType = 0;
     std::vector<SqxVariable> variables;  // by number: those of the main block, then initializers'
-    std::size_t predefinedCount = 0;     // they come first
-    std::size_t parameterCount = 0;      // and come after them
+    std::size_t predefinedCount = 0;     // predefined variables come first
+    std::size_t parameterCount = 0;      // then parameters
     std::size_t mainCount = 0;           // variables that the main block may use
     std::vector<std::string> spaces;     // without quotes; "object" and "shader" come first
     std::vector<SqxInitializer> initializers;

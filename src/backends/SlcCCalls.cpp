@@ -1,9 +1,9 @@
 // Statements that call a primitive of the run time: transforms, lights, built-ins, shadeops.
 //
-// The forms of a primitive differ in their suffix and in the position of the condition: after the
-// result for most, last for ILLUMINANCE and texture footprints. An argument list of variable length
-// becomes C++ variable arguments, preceded by their count and, unless a format string states the
-// types, by a string of type letters.
+// The forms of a primitive differ in their suffix and in the position of the condition: first for
+// transforms, last for ILLUMINANCE and texture footprints, after the result for all others. An
+// argument list of variable length becomes C++ variable arguments, preceded by their count and,
+// unless a format string states the types, by a string of type letters.
 //
 //     d = f(w, 2)      {
 //                          int dsoArgc = 3; void *dsoArgv[3];

@@ -11,12 +11,12 @@
 /// that makes and frees them.
 ///
 /// Each such function accesses its uniform locals as members of `u` and its varying ones as members
-/// of `v`. A uniform local is stored as its value; so is a reference to an element, which is a
-/// single pointer even if the element varies. A varying local is a pointer to the values of all
+/// of `v`. A uniform local is stored as its value. So is a reference to an element, which is one
+/// pointer even if the element varies. A varying local is a pointer to the values of all
 /// points, and all varying locals share one block of memory.
 ///
-/// The three functions with locals create them in different ways, which existing generated files
-/// depend on: the body uses separate functions, the two for default values use statements in place.
+/// The three functions with locals create them in different ways, for compatibility with existing
+/// files: the body calls separate functions, the two for default values contain the statements.
 class SlcCLocals : private SlcCText {
 public:
     /// Starts with no locals. `out` must outlive the object.
@@ -41,7 +41,7 @@ public:
     void GenShadeTimeLocals();
     void FreeShadeTimeLocals();
 
-    /// Returns the number of floats in one value of the type of `local`; 0 for strings.
+    /// Returns how many floats have room for one value of the type of `local`; 0 for strings.
     [[nodiscard]] static int FloatsOf(const SlcOperand& local);
 
 private:
@@ -56,14 +56,14 @@ private:
     [[nodiscard]] PointSize SizeOfPoint() const;
     /// Returns the varying locals in the order of their shares in the block.
     [[nodiscard]] std::vector<SlcOperand> InBlockOrder() const;
-    /// Assigns the local its share of the block, at `ptr`, and advances `ptr` past it.
+    /// Writes code that assigns the local its share of the block, at `ptr`, and advances `ptr`.
     void GenVaryingLocal(const SlcOperand& local);
-    /// Declares the local as a member of a structure of values.
+    /// Writes the declaration of the local as a member of a structure of values.
     void GenMember(const SlcOperand& local);
-    /// Declares `u` with the given locals, initialized with zeros.
+    /// Writes the declaration of `u` with the given locals, initialized with zeros.
     void GenUniformStructure(const std::vector<SlcOperand>& members);
-    /// Frees the strings that the local owns, if any. The texts precede the local's name: the first
-    /// in a whole line, the second within a loop over the points.
+    /// Writes code that frees the strings that the local owns, if any. Each text precedes the name
+    /// of the local: the first in a whole line, the second within a loop over the points.
     void FreeStrings(const SlcOperand& local, const char* uniformAccess, const char* varyingAccess);
 
     SlcEquCType m_types;

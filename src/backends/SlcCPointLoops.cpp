@@ -1,4 +1,4 @@
-// Lists, and their loops over points, which keep the values that they access in variables:
+// Writes lists, with loops over points that keep the values that they access in variables:
 //
 //     {
 //     const float p_edge = *((float*)i_visibles[INDEX_edge].Value());
@@ -11,8 +11,8 @@
 //     SET_BOOL(u.T7_, any_T7_ != 0);
 //     }
 //
-// The prefix of a name is the structure of a local, `p` for a parameter, `h` for a predefined
-// variable and `l` for a light's variable, so that all names differ.
+// The prefix of a name is `u` or `v`, its structure, for a local, `p` for a parameter, `h` for a
+// predefined variable and `l` for a variable of a light, so that all names differ.
 //
 // Tested by tests/backends/PointLoopsTest.cpp.
 

@@ -91,8 +91,8 @@ void SlcCShadeopTables::GenShadeopTables()
     Line();
 }
 
-/// For programs that read the file without loading it: four texts per shadeop, each terminated by a
-/// null.
+/// Writes data for programs that read the shared object without loading it: four texts per shadeop,
+/// each terminated by a null.
 void SlcCShadeopTables::GenNeeds()
 {
     const auto functions = Unique(m_functions, InfoName);

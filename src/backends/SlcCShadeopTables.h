@@ -20,10 +20,11 @@ public:
     {
     }
 
-    /// Writes the tables, and the function that opens the libraries and fills the tables, once.
+    /// Writes the tables, and the function that opens the libraries and fills the tables when it is
+    /// first called.
     void GenInitDSO();
-    /// Writes the function that runs the libraries' cleanup functions and closes them, after the
-    /// tables.
+    /// Writes the function whose first call runs the cleanup functions of the libraries and closes
+    /// them. The tables must precede it in the file.
     void GenCleanupDSO();
 
 private:

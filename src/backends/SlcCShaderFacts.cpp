@@ -1,6 +1,6 @@
 // The facts are written as a byte-code file: declarations and default values in its usual form,
 // with an empty main block. Facts that a reader would find in the code of the main block, the uses
-// of predefined variables and lights, precede them as lines of numbers:
+// of predefined variables and lights, precede the byte-code as lines of numbers:
 //
 //     1        version of these lines
 //     1        queries lights

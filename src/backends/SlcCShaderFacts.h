@@ -12,7 +12,7 @@ class SlcCShaderFacts : private SlcCText {
 public:
     explicit SlcCShaderFacts(std::ostream& out) : SlcCText(out) {}
 
-    /// Call it after the code of the shader has been written, since it assigns other numbers and
+    /// Writes the description. Must follow the code of the shader, since it assigns new numbers and
     /// constants to the operands of default values.
     void Gen(SlcInterForm& form);
 };

@@ -34,9 +34,9 @@ public:
     /// jump must not enter their scope.
     void PrintListICode(const SlcListICode& list);
 
-    /// Returns the texts of operands, including the references that previous statements have bound.
+    /// Returns the writer of operands, which knows the references that earlier statements bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
-    /// Reports a fault of the compiler, placed at the last comment, if any.
+    /// Ends with a report of a fault of the compiler, placed at the last comment, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
 
 private:
@@ -130,7 +130,7 @@ private:
     SlcEquCValue m_values;
     SlcEquCType m_types;
     SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
-    SlcPtr<SlcCommentICode> m_comment;  // the last one written; its place is used in reports
+    SlcPtr<SlcCommentICode> m_comment;  // the last one written, whose place reports use
     bool m_inPointLoop = false;
     bool m_inStrip = false;
 };

@@ -21,18 +21,18 @@ class SlcCodeBlock {
 public:
     using Report = std::function<void(std::string_view text)>;
 
-    /// `report` is called for each fault; an arbitrary value is then added.
+    /// `report` gets the text of each report; an arbitrary value replaces the one at fault.
     explicit SlcCodeBlock(Report report) : m_report(std::move(report)) {}
 
     /// Removes the contents, to begin another block.
     void Reset();
 
     void AddInstrNumber(short number) { m_values.push_back(number); }
-    /// Adds the number of a primitive or of another instruction that has one.
+    /// Adds the number of the instruction with this name. A name without a number is fatal.
     void AddInstr(std::string_view name);
     /// Adds a form of a primitive. A form without a number is a fault of the compiler, and fatal.
     void AddInstr(SqxPrimitive primitive, SqxForm form = SqxForm::Plain);
-    /// Adds a literal. `what` names it in the report if it does not fit.
+    /// Adds a literal, -1 or not negative. `what` names it in the report if it does not fit.
     void AddConst(int value, std::string_view what);
     /// Adds the number of a variable or constant, which some section of the file has declared.
     void AddVar(const SlcOperand& operand);
@@ -66,6 +66,6 @@ private:
     Report m_report;
     std::vector<std::int16_t> m_values;
     std::vector<Label> m_labels;  // indexed by the `m_place` of the label
-    std::vector<std::pair<SlcLabel, std::size_t>> m_unknownLabels;  // forward jumps, positions
+    std::vector<std::pair<SlcLabel, std::size_t>> m_unknownLabels;  // by forward jump
     std::set<std::string, std::less<>> m_reported;                  // kinds that did not fit
 };

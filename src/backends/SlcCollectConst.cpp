@@ -1,6 +1,6 @@
 // Makes equal constants of a list share one operand, so that the file declares each once:
 //
-//     x = 1; y = 1; z = PI       constants 1 and 3.14159; the two instructions share the first
+//     x = 1; y = 1; z = PI       constants 1 and 3.14159; the first two instructions share 1
 //
 // Floats are compared as the file holds them, by the bits of single precision, so 0 and -0 stay
 // distinct. Constants are declared by kind and in order of value, independently of addresses.

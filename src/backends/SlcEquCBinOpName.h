@@ -20,7 +20,7 @@ public:
 
     /// Returns a name such as "ADD_FLOAT_COLOR", with the types of both operands.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcArithExprICode>& code);
-    /// Also names the whole-grid form, without its "_SIMD".
+    /// Returns a name such as "ASSIGN_COLOR_FLOAT"; for a whole-grid form, without "_SIMD".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcAssignICode>& code);
     /// Returns "INVERT_COLOR_COLOR" in C++, "INVERT_COLOR" in byte-code.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcUnaryMinusICode>& code);

@@ -9,13 +9,14 @@ class SlcShaderTypeNode;
 /// Maps types of the language to the C++ types that hold their values.
 class SlcEquCType {
 public:
-    /// A reference to an array's element becomes a pointer. A whole array has no C++ type: its
-    /// declaration is written with the element's type. Any other type is fatal.
+    /// Returns the C++ type of a value; for a reference to an array element, a pointer. Any other
+    /// type is fatal, even an array, whose declaration is written with the type of its elements.
     [[nodiscard]] std::string GetString(const SlcTypeNode* type) const;
 };
 
 /// Maps kinds of shaders to the enumerators that generated files use.
 class SlcEquCShaderType {
 public:
+    /// An unknown kind is fatal.
     [[nodiscard]] std::string GetString(const SlcShaderTypeNode* type) const;
 };

@@ -31,7 +31,7 @@ public:
     /// even if the index varies; the reference is then bound again for each point.
     void BindRef(const SlcOperand& ref, const SlcOperand& array);
 
-    /// From now on, the operand is a variable of this name that holds the current point's value.
+    /// From now on, `GetString` returns this name: a variable that holds the current point's value.
     void Keep(const SlcOperand& operand, std::string name)
     {
         m_kept.insert_or_assign(operand, std::move(name));
@@ -40,7 +40,7 @@ public:
 
     /// Returns a string constant as a C++ literal; `text` includes its quotes. Escapes that C++
     /// does not define are replaced by the characters that they stand for. Adjacent "?" are
-    /// separated, since old dialects would read a trigraph. A character has eight bits.
+    /// separated, since old dialects would read a trigraph. Octal escapes keep only eight bits.
     [[nodiscard]] static std::string Quote(const std::string& text);
     /// Returns any text as a string literal of C++ or byte-code.
     [[nodiscard]] static std::string Literal(const std::string& text);

@@ -11,7 +11,7 @@ class SlcSemanticError;
 
 /// A file that appears under its name either complete or not at all. It is written next to its
 /// final place, in a private folder, and `Finish` moves it into place. Without `Finish` it is
-/// removed, also by a signal that ends the process.
+/// removed, even if a signal ends the process.
 class SlcFileInProgress {
 public:
     /// A file that cannot be opened is fatal: "Cannot open `name` for `purpose`". A file name that

@@ -64,7 +64,7 @@ char NextConversion(const std::string& format, std::size_t& place)
     return 0;
 }
 
-/// An octal escape may stand for a percent sign.
+/// True if the literal has an octal escape, which may stand for a percent sign.
 bool HasOctalEscape(const std::string& literal)
 {
     for (std::size_t i = 0; i + 1 < literal.size(); ++i) {

@@ -2,7 +2,7 @@
 // next number where it is declared, and instructions refer to it by that number:
 //
 //     predefined, parameters, locals (uniform, varying), constants     0, 1, 2, ...
-//     again for each of the two groups of initializers        locals and constants go on
+//     then, for each of the two groups of initializers: locals and constants     the next numbers
 //
 // Initializers are grouped by when they run: once for each instance, or for each grid.
 //
@@ -42,7 +42,7 @@ constexpr ShaderTypeCode k_shaderTypes[] = {
     {&SlcShaderTypeNode::IsImager, 4},
 };
 
-/// Returns the element's type for an array or a reference to an element, else the type itself.
+/// Returns the element's type for an array or a reference to an element, otherwise the type itself.
 const SlcTypeNode* ElementOf(const SlcTypeNode* type)
 {
     if (type->IsArrayRefType())
@@ -303,7 +303,7 @@ void SlcGenByteCode::GenIsVarOutput(const SlcInterForm& form)
         m_out << (parameter.entry->GetStorage()->IsOutput() ? 1 : 0) << '\n';
 }
 
-/// Includes the initializers: they precede the tables, but may call shadeops too.
+/// Runs before any block is written, since initializers, too, may call shadeops.
 void SlcGenByteCode::InitDSOInfo(const SlcInterForm& form)
 {
     for (const std::string& name : form.m_dsoNames)

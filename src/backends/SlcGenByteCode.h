@@ -31,16 +31,17 @@ public:
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
     /// The sink counts faults; after one, the text is invalid.
     void GenByteCode(SlcInterForm& form);
-    /// Writes the same with an empty main block, and without the default values of the parameters
-    /// in `leftOut`, by index, as the description in a shared object. Reports nothing. False if
-    /// byte-code cannot express all of it; `Unwritten` then returns the default values at fault.
+    /// Writes the description for a shared object: the same file with an empty main block, and
+    /// without the default values of the parameters with the indices in `leftOut`. Reports nothing.
+    /// False if byte-code cannot express all of it, see `Unwritten`.
     [[nodiscard]] bool GenDescription(SlcInterForm& form, const std::set<std::size_t>& leftOut);
-    /// Empty if the fault is not in a single default value.
+    /// Returns the indices of the parameters whose default values byte-code cannot express; empty
+    /// if the fault of `GenDescription` is elsewhere.
     [[nodiscard]] const std::set<std::size_t>& Unwritten() const { return m_unwritten; }
 
 private:
     // One function per section, in the order of the file.
-    /// Writes the signature of such a file, the version, and the kind of shader as a number.
+    /// Writes the signature of byte-code files, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
     /// Writes the number of variables, then predefined ones by name, parameters, and the locals and
     /// constants of `list`.
@@ -62,7 +63,7 @@ private:
     /// is fatal.
     void GenTheByteCode(const SlcListICode& list);
 
-    /// `space` is the space of its default value, with quotes.
+    /// `space` is the space of the parameter's default value, with quotes.
     void GenParameter(SlcVarSymbolEntry& parameter, const SlcStringLiteralNode* space);
     /// Writes the parameters whose default values depend, or do not depend, on shading data.
     void GenInitGroup(SlcInterForm& form, bool dependsOnContext);
@@ -74,7 +75,7 @@ private:
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
 
-    /// Reports at the statement whose code is being written, or else at the shader.
+    /// Reports at the statement whose code is being written, or at the shader if none is known.
     void Report(std::string_view text);
     /// Prepares for a form, before anything is written.
     void Begin(const SlcInterForm& form);
@@ -82,7 +83,7 @@ private:
     void GenDeclarations(SlcInterForm& form, const SlcPtr<SlcListICode>& list);
     void GenFacts(const SlcInterForm& form);
 
-    /// Assign the numbers that instructions of all blocks use: of spaces, libraries and shadeops.
+    /// Assign the numbers of spaces, libraries and shadeops, which instructions of all blocks use.
     void InitMatricesInfo(const SlcInterForm& form);
     void InitDSOInfo(const SlcInterForm& form);
     /// Returns the number of a coordinate space, named with quotes; -1 if the shader does not name

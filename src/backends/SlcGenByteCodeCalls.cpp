@@ -38,7 +38,7 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
     if (SqxCardOf(Numbered(call.m_primitive)).HasNumber())
         return true;
     ++m_faults;
-    // Report it once, although the list contains the body of a function once per call.
+    // Report a call in a function only once, although the list contains its body once per call.
     if (m_reportedCalls.insert(call.m_node).second)
         m_errors->Error(call.m_node, "'" + std::string(SqxCardOf(call.m_primitive).Name()) +
                                          "' is not available in byte-code, use '--dso'");

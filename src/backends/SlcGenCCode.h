@@ -23,8 +23,8 @@ private:
     // Writers of the parts, in the order of the file.
     /// Reports spaces whose names in C++ are equal.
     void CheckSpaceNames();
-    /// Writes the version and the include of the run time's header, which provides all that is
-    /// needed.
+    /// Writes the version, and the include of the run time's header, which provides everything that
+    /// the file needs.
     void GenHeader();
     /// Writes the variable for the table that `QxRegister` fills.
     void GenParamsDescription();
@@ -50,7 +50,7 @@ private:
     /// Writes the function that computes default values from shading data; the body calls it first.
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
-    /// Copies a value into a parameter, for all points if the parameter is varying.
+    /// Writes code that copies a value into a parameter; if it is varying, for all points.
     void GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                             const SlcOperand& index);
     void GenDestroy();
@@ -68,7 +68,7 @@ private:
     /// Writes the evaluate function; `parameters` are those that the kind of shader adds to the
     /// common ones.
     void GenEvaluate(const char* parameters);
-    /// Writes a static array of the file's frame; a null pointer if there are no values.
+    /// Writes a static array; a null pointer if there are no values.
     void GenTable(const char* type, const char* name, const std::vector<std::string>& values);
 
     /// Returns the operand of a parameter, by its index in the file.

@@ -118,8 +118,8 @@ bool SlcGenCCode::UsesLightsAtShadeTime() const
     return false;
 }
 
-/// The parameters have the names of those of the evaluate functions, so that the same statements
-/// are valid in both.
+/// The parameters of this function have the same names as those of the evaluate function, so that
+/// the same statements are valid in both.
 void SlcGenCCode::GenInitializeAtShadeTime()
 {
     SlcCLocals locals(m_out);
@@ -128,7 +128,7 @@ void SlcGenCCode::GenInitializeAtShadeTime()
             locals.Add(*parameter.initList);
 
     const bool usesLights = UsesLightsAtShadeTime();
-    // In a shader of another kind, nothing calls it.
+    // Only the body of a lit shader calls the function.
     Line(IsLitShader() ? "static void " : "[[maybe_unused]] static void ",
          Generated::sm_slcInitializeAtShadeTimeFuncName,
          "(const QxShadingContext &i_context, QxVar *i_visibles,const QxSurfaceHidden &i_hiddens, "
@@ -164,7 +164,7 @@ void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
     Line("\t}");
 }
 
-/// `index` selects the element of two arrays; null for a single value.
+/// `index` selects an element of both arrays; null if they are single values.
 void SlcGenCCode::GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                                      const SlcOperand& index)
 {

@@ -20,7 +20,7 @@ struct SlcGeneratedText {
     static constexpr const char* sm_useRayTracingFuncName = "QxUseRayTracing";
     static constexpr const char* sm_slcModifyPointFuncName = "QxModifyPoint";
 
-    // types of the frame
+    // types outside of bodies
     static constexpr const char* sm_slcShaderTypeName = "QxShaderInterface::QxType";
     static constexpr const char* sm_slcVarsName = "QxVar";
     static constexpr const char* sm_slcTypePointSpaceList = "const QxFrame3D";
@@ -29,7 +29,7 @@ struct SlcGeneratedText {
     static constexpr const char* sm_localUniformStructName = "QxLocalUniform";
     static constexpr const char* sm_localVaryingStructName = "QxLocalVarying";
 
-    // variables of the frame
+    // variables outside of bodies
     static constexpr const char* sm_shaderParamsDescrName = "s_shaderParamsDescr";
     static constexpr const char* sm_slcDSOHandlesVarName = "s_theDSOHandles";
     static constexpr const char* sm_slcDSOInfoVarName = "s_theDSOInfo";

@@ -1,4 +1,4 @@
-// The member functions of the compiled shader that write byte-code.
+// The member function of the compiled shader that writes byte-code.
 
 #include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenByteCode.h"

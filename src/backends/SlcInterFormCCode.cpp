@@ -1,4 +1,4 @@
-// The member functions of the compiled shader that write C++.
+// The member function of the compiled shader that writes C++.
 
 #include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenCCode.h"

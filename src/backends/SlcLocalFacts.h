@@ -10,7 +10,7 @@
     return local->GetType()->IsArrayType();
 }
 
-/// Returns the element's type for an array, else the type itself.
+/// Returns the element's type for an array, otherwise the type itself.
 [[nodiscard]] inline const SlcTypeNode* ElementType(const SlcOperand& local)
 {
     const SlcTypeNode* type = local->GetType();
@@ -23,7 +23,7 @@
     return IsArray(local) ? static_cast<const SlcArrayTypeNode*>(local->GetType())->GetLength() : 1;
 }
 
-/// True for a string or an array of strings; a reference to one owns nothing.
+/// True for a string or an array of strings, but not for a reference to an element.
 [[nodiscard]] inline bool OwnsStrings(const SlcOperand& local)
 {
     return !local->GetType()->IsArrayRefType() && ElementType(local)->IsStringType();

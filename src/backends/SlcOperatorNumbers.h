@@ -40,7 +40,7 @@ private:
     };
     static constexpr std::size_t k_slots = 64;
 
-    /// A key evicts another one from its slot, which costs a look-up but does not affect results.
+    /// Two keys with one slot evict each other, which costs look-ups but does not affect results.
     [[nodiscard]] static std::size_t SlotOf(const Key& key)
     {
         const auto bits = [](const void* address) {

@@ -5,8 +5,8 @@
 //     for each point: load f x y z; if (f) x = y * 2; g = f; any |= g; if (g) z = x; store x g z
 //
 // A piece is one parallel run, or one whole-grid instruction, that qualifies; adjacent pieces are
-// joined. The host may pass the same array for predefined variables of one type. If one of them is
-// written and there are several, they are accessed in memory, in order, instead of in variables.
+// joined. The host may pass one array for several predefined variables of the same type. If a loop
+// accesses several and writes one of them, it accesses all of them in memory, in order.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -280,7 +280,7 @@ Finder::Accesses Finder::AccessesIn(std::size_t begin, std::size_t end)
     return accesses;
 }
 
-/// True for a predefined variable that may alias another one, if any such variable is written.
+/// True for one of several predefined variables that may alias each other, if any is written.
 bool Finder::Accesses::MayAlias(const SlcOperand& operand) const
 {
     if (!IsPredefined(operand))

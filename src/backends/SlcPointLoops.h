@@ -26,14 +26,14 @@ struct SlcPointLoop {
 /// Returns the maximal loops of a list, in order. O(n log n) for n instructions.
 [[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
 
-/// A loop of the language that consists of point loops, labels and jumps, from `begin` up to `end`.
-/// C++ may run it to completion for one strip of points after the other, since no iteration affects
-/// points that have left the loop. No jump enters it from outside.
+/// A loop of the shader that consists of point loops, labels and jumps, from `begin` up to `end`.
+/// C++ may run it to completion for one strip of points after the other, since iterations do not
+/// affect points that have left the loop. No jump enters the loop from outside.
 struct SlcStripLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
 };
 
-/// Returns the outermost such loops, in order.
+/// Returns the outermost loops of this kind, in order. `loops` are the point loops of `list`.
 [[nodiscard]] std::vector<SlcStripLoop> SlcFindStripLoops(const SlcListICode& list,
                                                           const std::vector<SlcPointLoop>& loops);

@@ -4,10 +4,11 @@
 // becomes
 //     for each strip { top: ...; if (!any) goto end; ...; goto top; end: }
 //
-// The values of a strip stay in the first-level cache, and a strip ends when its own last point
-// does. The idea and its literature are in runtime/machine/translate/QxJoinRuns.cpp.
+// The values of a strip stay in the first-level cache, and a strip ends as soon as its own points
+// have left the loop. The idea and its literature are in runtime/machine/translate/QxJoinRuns.cpp.
 //
-// A flag may be true for the grid but false for a strip, so only a jump right after it may read it.
+// A flag may be true for the grid but false for a strip, so it may only be read by the jump right
+// after the point loop that sets it.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -39,7 +40,7 @@ private:
     std::map<SlcOperand, int> m_counts;  // for look-up only
 };
 
-/// Returns the label that an instruction defines, or its jump target and the flag that it tests.
+/// Finds the label that an instruction defines, or its jump target and the flag that it tests.
 class Flow : private SlcAllICodeWalker {
 public:
     struct Parts {
@@ -144,7 +145,7 @@ bool StripFinder::IsReadRightAfter(std::size_t jump) const
 }
 
 /// Returns the end of the loop whose first label is at `begin`; `k_none` if there is no such loop.
-/// The labels right after its last jump belong to it.
+/// Labels right after the last jump back belong to the loop.
 std::size_t StripFinder::EndOf(std::size_t begin) const
 {
     const SlcLabel& label = m_flow[begin].label;
@@ -176,7 +177,7 @@ bool StripFinder::CanRunByStrips(std::size_t begin, std::size_t end) const
     return hasCondition;
 }
 
-/// True for a jump whose target, or a label whose jumps, are all from `begin` up to `end`.
+/// True for a jump to a target from `begin` up to `end`, and for a label whose jumps are all there.
 bool StripFinder::StaysInside(std::size_t place, std::size_t begin, std::size_t end) const
 {
     const auto isInside = [&](std::size_t other) { return begin <= other && other < end; };

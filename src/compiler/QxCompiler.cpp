@@ -35,7 +35,7 @@ using Options = QxCompileOptions;
 using Report = QxCompileReport;
 using Failure = QxCompileResult::Failure;
 
-constexpr int k_overlongToken = 2;  // exit status after a report about one
+constexpr int k_overlongToken = 2;  // exit status after a report about an overlong token
 
 Report PublicReport(const SlcReport& report)
 {
@@ -62,7 +62,7 @@ Report PublicReport(const SlcPreprocessorReport& report)
 }
 
 /// Takes the tree apart, even after a failed stage, since its nodes and annotations may hold each
-/// other. The compiled shader must be destroyed before.
+/// other. The compiled shader must be destroyed before the tree.
 struct DeleteTree {
     void operator()(SlcDefinitionsNode* tree) const
     {
@@ -92,7 +92,7 @@ public:
             stages();
             m_result.failure = Failure::None;
         } catch (const SlcCompilationError&) {
-            // These exceptions follow a report.
+            // Thrown after a report.
         } catch (const SlcCompilationSevereError&) {
             m_result.failure = Failure::Preprocessing;
         } catch (const SlcCompilationEnd& end) {
@@ -179,8 +179,8 @@ private:
         m_result.index = SlcMakeIndex(*m_trace, m_text, tree.get(), m_record.m_strict);
     }
 
-    /// Indexes as much as the faults allow. Drops further reports, which would only follow from the
-    /// first.
+    /// Indexes as much as the faults allow. Does not collect further reports, which would only be
+    /// consequences of earlier ones.
     void IndexFaultySource(Tree& tree)
     {
         try {

@@ -48,7 +48,7 @@ struct QxCompileReport {
     int column = 0;  // in bytes, from 1; 0 if only the line is known
     int length = 0;  // of the range at fault, in bytes
     std::string text;
-    std::string advice;  // what was possibly meant; often empty
+    std::string advice;  // how to fix the fault; often empty
 };
 
 /// The result of a compile.
@@ -98,6 +98,6 @@ struct QxCompileResult {
 [[nodiscard]] QxCompileResult QxCompileText(const std::string& path, std::string text,
                                             const QxCompileOptions& options = {});
 
-/// Writes byte-code or C++ into the folder under its file name, completely or not at all. If that
-/// is not possible, the result becomes a failure with a report.
+/// Writes the output of a successful compile, byte-code or C++, as `fileName` into the folder,
+/// completely or not at all. If that is not possible, the result becomes a failure with a report.
 void QxWriteOutput(QxCompileResult& result, const std::string& folder);

@@ -26,7 +26,7 @@ QxIndexedName PublicBuiltIn(const SlcFuncDescription& info)
     return name;
 }
 
-/// Texture accesses follow a rule of their grammar that no card can express.
+/// Returns a form of a texture access. These follow a grammar rule that no card can express.
 QxIndexedName TextureAccess(std::string_view kind, std::string_view result,
                             const std::vector<std::string>& formals)
 {

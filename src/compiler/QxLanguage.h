@@ -15,7 +15,7 @@
 /// Returns the predefined variables of a kind of shader ("surface"), in the order of the manual,
 /// with type, detail and storage. Empty for an unknown kind.
 [[nodiscard]] std::vector<QxIndexedName> QxPredefinedVariables(std::string_view shaderKind);
-/// Returns the constant `PI`, which all kinds have.
+/// Returns the constant `PI`, which all kinds of shaders have.
 [[nodiscard]] QxIndexedName QxPredefinedConstant();
 /// Returns the additional variables in the body of a light loop.
 [[nodiscard]] std::vector<QxIndexedName> QxLightLoopVariables();

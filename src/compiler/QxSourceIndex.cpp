@@ -80,8 +80,8 @@ std::vector<const QxIndexedUse*> QxSourceIndex::UsesOf(int name) const
 
 unsigned QxSourceIndex::OrderAt(int file, int line, int column) const
 {
-    // Tokens are in file order, except those that macros move, so the last token before the place
-    // decides.
+    // Tokens are in file order, if those from a macro count as at its name. So the first token that
+    // is not before the place ends the search.
     unsigned order = 0;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const QxSourcePlace& place = tokens[i].use.file >= 0 ? tokens[i].use : tokens[i].place;

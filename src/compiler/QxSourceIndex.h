@@ -30,6 +30,7 @@ struct QxSourceRange {
     int endLine = 0;
     int endColumn = 0;  // of the first character after the range
 
+    /// True for a place in the range or right after its end.
     [[nodiscard]] bool Contains(int otherFile, int otherLine, int otherColumn) const;
     bool operator==(const QxSourceRange&) const = default;
 };
@@ -122,11 +123,11 @@ struct QxIndexedBlock {
     };
     std::vector<Visible> names;  // in source order
     bool isClosed = false;       // enclosing variables are not visible (`--strict`)
-    unsigned begin = 0;          // index of its first token
-    unsigned end = 0;
+    unsigned begin = 0;          // index of the first token of the block
+    unsigned end = 0;            // index of the first token after it
 };
 
-/// A use of a macro, or a test whether it is defined.
+/// An expanded use of a macro. Tests whether a macro is defined are only in `uses`.
 struct QxIndexedMacroUse {
     int name = -1;          // index in `names`; -1 for a macro of the preprocessor itself
     QxSourceRange range;    // with its arguments
@@ -152,7 +153,7 @@ public:
     std::vector<std::string> files;  // those that were read: the source and its includes
     std::string shaderKind;          // such as "surface"; empty if there is no shader
     std::vector<QxIndexedName> names;
-    std::vector<QxIndexedUse> uses;  // by file, line and column; includes definitions
+    std::vector<QxIndexedUse> uses;  // sorted by file, line and column; includes definitions
     std::vector<QxIndexedCall> calls;
     std::vector<QxIndexedBlock> blocks;  // first the whole source; parents before children
     std::vector<QxIndexedMacroUse> macroUses;
@@ -168,7 +169,7 @@ public:
     /// without hidden ones. Macros, built-ins and predefined variables are omitted, since they are
     /// the same everywhere (`QxLanguage.h`); those of a light loop are included. O(n).
     [[nodiscard]] std::vector<int> NamesInScope(int file, int line, int column) const;
-    /// Returns the innermost block that contains a place. O(n).
+    /// Returns the index of the innermost block that contains a place; -1 if there is none. O(n).
     [[nodiscard]] int BlockAt(int file, int line, int column) const;
     /// Returns the innermost call whose parentheses are open at a place. Inspects only tokens, so
     /// that incomplete calls are found. Within the arguments of a macro, it inspects those
@@ -187,7 +188,7 @@ public:
 private:
     /// Returns the number of tokens before a place.
     [[nodiscard]] unsigned OrderAt(int file, int line, int column) const;
-    /// Returns the name of the outermost macro whose arguments contain a place; its `file` is -1 if
-    /// there is none. O(n).
+    /// Returns where the outermost use of a macro that contains a place begins, with the length 0;
+    /// `file` is -1 if there is none. O(n).
     [[nodiscard]] QxSourcePlace MacroAround(int file, int line, int column) const;
 };

@@ -34,7 +34,7 @@ public:
     void SetFunction(const SlcFuncDefNode* definition, int name) { m_functions[definition] = name; }
 
     /// Returns the index of a variable; for an `extern` declaration, that of the variable it refers
-    /// to. -1 for null.
+    /// to. -1 for null, and for a variable of the source without an index.
     [[nodiscard]] int OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry);
     [[nodiscard]] int OfFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     [[nodiscard]] int OfTexture(const std::string& kind, const std::string& type);

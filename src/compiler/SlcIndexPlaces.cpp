@@ -72,7 +72,7 @@ QxSourcePlace SlcIndexPlaces::PlaceOf(const Part& part) const
 {
     QxSourcePlace place = PlaceOf(part.token);
     const std::string& text = Token(part.token).text;
-    // Otherwise a line continuation splits it, or no file contains its characters.
+    // If the lengths differ, a line continuation splits the token, or no file contains its text.
     if (static_cast<std::size_t>(place.length) == text.size() && text.size() > part.length) {
         place.column += static_cast<int>(part.begin);
         place.length = static_cast<int>(part.length);

@@ -37,12 +37,12 @@ public:
         std::size_t begin = 0;  // in characters of the token
         std::size_t length = 0;
     };
-    /// Returns the first occurrence of a word in a range, ignoring the first `skipped` characters.
-    /// The scanner skips characters that are not in the language, such as '$', but the preprocessor
-    /// reads them as part of a word or as the start of a string.
+    /// Returns the first occurrence of a word in a range, ignoring the first `skipped` characters
+    /// of the first token. The scanner skips characters that are not in the language, such as '$',
+    /// but the preprocessor reads them as part of a word or as the start of a string.
     [[nodiscard]] Part FindPart(const SlcTextRange& range, std::string_view word,
                                 std::size_t skipped) const;
-    /// Returns the place of its characters.
+    /// Returns the place of the characters of a part.
     [[nodiscard]] QxSourcePlace PlaceOf(const Part& part) const;
     /// Returns the place of a token as users see it: for one from a macro's body, the use of the
     /// macro.

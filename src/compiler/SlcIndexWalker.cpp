@@ -52,7 +52,7 @@ public:
         block.isClosed = kind == QxBlockKind::Function && walker.m_isStrict;
         block.begin = static_cast<unsigned>(walker.m_places.TokenAt(range.begin));
         block.end = static_cast<unsigned>(walker.m_places.TokenAt(range.end));
-        // The place after the last token of the source belongs to a block that is not closed.
+        // A block without its closing brace includes the place after the last token of the source.
         if (walker.m_places.EndsAfterText(range))
             ++block.end;
         walker.m_block = static_cast<int>(walker.m_index.blocks.size());
@@ -185,7 +185,7 @@ QxDetail SlcIndexWalker::WalkValue(SlcExprNode* value)
     const QxDetail outer = std::exchange(m_seen, QxDetail::None);
     value->ApplyWalker(this);
     QxDetail detail = SlcDetailOf(value);
-    // The checks leave the detail of a local that is read open, but it is known here.
+    // The checks leave the detail open where a local is read, but here it is known.
     if (detail == QxDetail::Open && m_seen != QxDetail::None)
         detail = m_seen;
     m_seen = SlcSum(outer, detail);

@@ -11,7 +11,7 @@
 /// Return what the checks found about a value; open and empty for a value that they did not reach.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
-/// Returns the detail of a variable that is assigned values of both details.
+/// Returns the detail of a variable that is assigned values with the details `a` and `b`.
 [[nodiscard]] QxDetail SlcSum(QxDetail a, QxDetail b);
 
 /// Records the definitions, names and calls of a checked tree in an index. For a tree with faults,
@@ -67,13 +67,13 @@ private:
                  const std::vector<const SlcExprNode*>& arguments);
     void WalkBody(SlcStmtsNode* body, const SlcTextRange& definition);
     void FinishDeclaration(int name);
-    /// Returns the known detail of a variable at this use.
+    /// Returns the detail of a variable at this use, as far as it is known.
     [[nodiscard]] QxDetail DetailHere(int name, const SlcExprNode* use) const;
     /// Walks a value, and returns its detail as far as it is known.
     QxDetail WalkValue(SlcExprNode* value);
     /// Records that the variable is assigned a value of that detail.
     void RecordValue(int name, QxDetail detail);
-    /// Sets the detail of the uses of a shader's locals that are declared without one.
+    /// Sets the detail of all uses of those locals that are declared without a detail.
     void SetDetails();
     void WalkConditionally(SlcRelationNode* condition, SlcSyntaxNode* first, SlcSyntaxNode* second);
 

@@ -17,7 +17,7 @@ struct SlcCommandLine {
     std::vector<std::string> m_preprocessorArguments;  // every -I and -D as given
     std::optional<std::string> m_preprocessCommand;    // for the shell; null: use the library
     std::string m_ccCommand;                           // for the shell
-    std::string m_librariesFile;  // gets the paths of shadeop libraries; empty: not written
+    std::string m_librariesFile;  // file for the paths of shadeop libraries; empty: none
     bool m_runCompile = true;
     bool m_runCCBuild = true;  // only after the C++ back end
     bool m_keepPreprocessedFile = false;
@@ -28,7 +28,7 @@ struct SlcCommandLine {
 };
 
 /// Reads the arguments after the program's name, in order, so that later ones override earlier
-/// ones, and then the environment. Prints the usage or the version if that is the only argument.
+/// ones, and then the environment. Prints the usage or version if the only argument requests it.
 /// False if the program must end with status 1: a fault has been reported, or the requested
 /// information has been printed.
 [[nodiscard]] bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line);

@@ -24,7 +24,7 @@ using Failure = QxCompileResult::Failure;
 using Output = QxCompileOptions::Output;
 
 /// Returns the preprocessed text, from memory or from a file; reports a missing file and returns
-/// nothing. Keeps the text in memory, since it is written after a fatal error.
+/// nothing. `files` keeps the text, since a fatal error writes it to its file.
 [[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
                                                           const SlcRunFiles& files)
 {
@@ -56,7 +56,7 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
     return !file.fail();
 }
 
-/// Returns a unique folder for a C++ file that the C++ compiler will read.
+/// Returns the folder for the output: a private one for a C++ file that the C++ compiler will read.
 [[nodiscard]] std::string OutputFolder(const SlcCommandLine& line, SlcRunFiles& files,
                                        const QxCompileResult& result)
 {

@@ -17,5 +17,5 @@
 [[nodiscard]] std::string SlcCutPath(const std::string& inputFile);
 
 /// Removes the earlier output of this source from the output directory. The output is named after
-/// the shader, which is not known yet, so this assumes the last part of the cut path.
+/// the shader, whose name is not known yet, so assumes the last part of the cut path as the name.
 void DeleteSQX(const SlcCommandLine& line);

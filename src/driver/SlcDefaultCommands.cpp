@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Found relative to an installed program, so that the tree can be moved.
+/// Finds the installed folder relative to the program, so that the installed tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
 {
     std::error_code failed;
@@ -49,9 +49,9 @@ std::string DefaultPreprocessCommand()
 std::string DefaultCCCommand()
 {
     // Loops over points are vectorized from -O3 on, and only if operations may be executed
-    // speculatively. Multiplication and addition are not fused, as in byte-code, so that values do
-    // not depend on the processor. The object is built for the local processor, unless the variable
-    // sets another.
+    // speculatively. As in byte-code, products and sums are not fused, so that values do not depend
+    // on the processor. The object is built for the local processor, unless the variable sets
+    // another.
 #if defined(__x86_64__) || defined(__i386__)
     const std::string processor = "${SLC_CC_PROCESSOR--march=native} ";
 #else

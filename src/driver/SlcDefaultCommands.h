@@ -11,6 +11,6 @@
 /// Returns the command for a program that does the same as the built-in preprocessor.
 [[nodiscard]] std::string DefaultPreprocessCommand();
 
-/// Returns the command for the C++ compiler. It finds the run-time's header in the installed tree
-/// if the program runs from one, and otherwise in the source tree that it was built from.
+/// Returns the command for the C++ compiler. The compiler finds the run time's header in the
+/// installed tree if this program runs from one, otherwise in the source tree of this program.
 [[nodiscard]] std::string DefaultCCCommand();

@@ -85,7 +85,7 @@ void EndAsTheCommand(int status)
     return access(path.c_str(), F_OK) == 0;
 }
 
-/// Accepts a file that the command wrote to the final place, whose name it may know by itself.
+/// Accepts a file that the command wrote to the final place, which it can derive from the source.
 void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 {
     if (!Exists(file.Path()))

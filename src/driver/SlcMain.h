@@ -1,5 +1,5 @@
 #pragma once
 
-/// Runs the program: one source, through the stages that its options select, each only if the
-/// previous one succeeded. Returns the exit status, 0 or 1.
+/// Runs the program: compiles one source in the stages that the options select, each only if the
+/// previous one succeeded. Returns the exit status: 0, 1, or 2 after a report of an overlong token.
 [[nodiscard]] int main_(int argumentCount, char** arguments);

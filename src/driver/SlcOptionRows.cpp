@@ -18,8 +18,8 @@
 
 namespace {
 
-// The effects of options. The option precedes the rest of `arguments`; an effect that has a
-// separate argument pops the option first. False after a reported fault.
+// The effects of options. The option is the first of `arguments`; an effect that has a separate
+// argument pops the option first. False after a reported fault.
 
 template <auto field>
 bool SetOption(SlcCommandLine& line, SlcArgumentList&, int value)
@@ -164,8 +164,8 @@ constexpr SlcOptionRow k_rows[] = {
 };
 // clang-format on
 
-/// True if the argument has this spelling. An upper-case value may follow the two letters, as in
-/// "-IDIR".
+/// True if the argument has this spelling. In a spelling like "-IDIR", the word after the letter
+/// stands for any value.
 constexpr bool Matches(std::string_view spelling, std::string_view argument)
 {
     const bool hasValue = spelling.starts_with("-I") || spelling.starts_with("-D");

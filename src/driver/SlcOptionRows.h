@@ -21,13 +21,13 @@ private:
 /// manual page, command-line completion, and the table in README.md.
 struct SlcOptionRow {
     /// Executes the option, which is the first in the list; an effect that has a separate argument
-    /// pops the option first. `value` is the row's. False after a reported fault.
+    /// pops the option first. `value` is that of the spelling. False after a reported fault.
     using Effect = bool (*)(SlcCommandLine&, SlcArgumentList&, int value);
 
     std::string_view
-        words;  // all spellings: "-O2, -O"; an upper-case value may follow "-I" and "-D"
+        words;  // all spellings: "-O2, -O"; after "-I" and "-D", a word stands for the value
     std::string_view argument;  // the next word, such as "DIR"; empty if the option has none
-    std::string_view meaning;   // one sentence without capital and full stop
+    std::string_view meaning;   // one sentence without a capital letter and a full stop
     std::string_view usage;     // lines of `--help`
     Effect effect;              // null for an option that is only valid alone
     int value;                  // for the first spelling; "--dont-..." passes the opposite

@@ -6,7 +6,7 @@
 #include "support/SlcUnfinishedFile.h"
 
 /// The files that a run makes for its next stage. Each is written in a private folder, and moved
-/// into place at the end if it is kept; after a fatal error, so is the preprocessed file.
+/// into place at the end if it is kept. A fatal error also moves the preprocessed file into place.
 struct SlcRunFiles {
     std::string m_shaderName;                         // empty until parsed
     std::string m_preprocessedText;                   // if the library preprocessed

@@ -48,7 +48,7 @@ public:
 };
 
 /// `left / right`: component by component for triples; for matrices, left times the inverse of
-/// right. Division by 0 happens at run time.
+/// right. A division by 0 is not folded: its result is that of the run time.
 class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

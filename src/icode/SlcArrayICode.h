@@ -24,9 +24,9 @@ public:
 
 /// result = a reference to the element: reads and writes through it access the array.
 ///
-/// The type of result is a reference to the element type. It keeps referring to the element that
-/// index selected when the instruction ran. A varying index yields one reference per point, which
-/// is valid only inside the block that contains the instruction.
+/// The type of result is a reference to the element type. The reference keeps referring to the
+/// element that index selected when the instruction ran. A varying index yields one reference per
+/// point, which is valid only inside the block that contains the instruction.
 class SlcArrayRefICode : public SlcICodeOf<SlcArrayRefICode, SlcICode> {
 public:
     SlcArrayRefICode(SlcOperand result, SlcOperand array, SlcOperand index)

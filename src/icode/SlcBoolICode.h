@@ -5,9 +5,9 @@
 /// Base of the comparisons. A flag is a boolean temporary; the language has no boolean variables.
 class SlcBoolExprICode : public SlcICode {};
 
-/// flag = left op right. The operand types select the primitive, as in arithmetic. `&&`, `||` and
-/// `!` have no instruction: the lowering converts them to conditions around the right side, and to
-/// inverted comparisons.
+/// flag = left op right. The operand types select the primitive, as in arithmetic. The lowering
+/// converts `&&` and `||` to conditions around the right side, with `SlcOrBoolFlagICode` for a
+/// varying `||`, and `!` to inverted comparisons.
 class SlcBinOpBoolExprICode : public SlcBoolExprICode {
 public:
     SlcBinOpBoolExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)

@@ -43,11 +43,11 @@ public:
 };
 
 /// A call of a shadeop: a function in a library, which is found by `m_funcKey` and opened at run
-/// time. It may write the arguments of its output formals.
+/// time. The function may write the arrays among its arguments.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
-    /// `result` may be null. Varying arrays must be converted with `SlcConvertArrayDSOICode` before
-    /// the call.
+    /// `result` is null for a void function. Varying arrays must be converted with
+    /// `SlcConvertArrayDSOICode` before the call.
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
                     std::string methodName)
         : m_result(std::move(result)),

@@ -14,6 +14,7 @@
 /// the prefix `light_` for those of the current light; other variables have their own name.
 class SlcICodeNames {
 public:
+    /// Returns `L` and a number for a generated label; otherwise the name that the label has.
     [[nodiscard]] std::string Of(const SlcLabel& label);
     /// Returns the name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, and `#3`
     /// for an integer that the compiler added to a call.

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Parses a constant after `#`: a hidden integer, or an infinite or NaN float.
+/// Parses a constant after `#`: an integer that the compiler added, or an infinite or NaN float.
 SlcOperand HashConstant(const std::string& token)
 {
     if (token == "#inf" || token == "#-inf" || token == "#nan") {

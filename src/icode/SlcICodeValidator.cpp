@@ -24,7 +24,7 @@ SlcICodeValidator::SlcICodeValidator(const SlcListICode& list, Stage stage) : m_
         if (const auto* label = dynamic_cast<const SlcLabelICode*>(&*code))
             ++m_labels[label->Name()];
         else if (const auto* head = dynamic_cast<const SlcBeginIlluminanceICode*>(&*code))
-            ++m_labels[head->m_startLabel->Name()];  // the position after the head
+            ++m_labels[head->m_startLabel->Name()];  // not in the list: the head implies it
     }
 }
 
@@ -165,13 +165,13 @@ void SlcICodeValidator::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 void SlcICodeValidator::Case(SlcPtr<SlcAssignICode> code)
 {
     SlcOperandWalker::Case(code);
-    m_joinsPoints = true;  // allowed if all points are known to have the same value
+    m_joinsPoints = true;  // allowed where the lowering knows that all points have the same value
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     SlcOperandWalker::Case(code);
-    m_isWholeGrid = true;  // a constant may replace its operand, so it does not have the trait
+    m_isWholeGrid = true;  // lacks the trait, since a constant may replace one of its operands
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcArrayRefICode> code)

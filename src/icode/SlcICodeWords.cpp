@@ -1,6 +1,6 @@
 // Most words are in SlcICodeClasses.def. A table here lists those whose instructions need more than
-// operands. Transforms, with a word for each of four types, and calls of shadeops, with any number
-// of arguments, have separate functions.
+// operands. Transforms, with two words for each of four types, and calls of shadeops, with any
+// number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
 
@@ -96,7 +96,7 @@ private:
     std::size_t m_written = 0;
 };
 
-/// Makes a `Code` of the operands; null if it has another number of them.
+/// Makes a `Code` with the operands of the call; null if their number does not match.
 template <class Code>
 SlcPtr<SlcICode> MakeFrom(Setter setter)
 {
@@ -116,7 +116,7 @@ SlcPtr<SlcICode> MakeByRow(std::string_view called, const Setter& setter)
     return nullptr;
 }
 
-/// A word whose instruction needs data besides operands, or has an optional operand.
+/// A word whose instruction needs more data than operands, or has optional operands.
 struct CallWord {
     std::string_view word;
     std::size_t results;

@@ -13,15 +13,15 @@ class SlcSemanticError;
 /// writers read it directly; the optimizer changes only the main list. The tree must outlive it,
 /// since operands point into the tree.
 ///
-/// The driver calls, in this order, `GenInterForm`, `Optimize`, and one of the two writers.
+/// Call, in this order, `GenInterForm`, `Optimize`, and one of the two writers.
 class SlcInterForm : public SlcShaderFacts {
 public:
     /// `options` must outlive this object.
     explicit SlcInterForm(SlcOptionsControl& options);
     ~SlcInterForm();
 
-    /// Fills every field from the checked tree. Throws `SlcCompilationError` if that reported
-    /// errors. Call it once.
+    /// Fills the facts and the main list from the checked tree. Throws `SlcCompilationError` if
+    /// errors were reported. Call it once.
     void GenInterForm(SlcSyntaxNode* root);
     /// Runs the passes that the options select over the main list. The lists of default values are
     /// not optimized. Defined in `optimizer`.

@@ -30,7 +30,8 @@ private:
 /// A label as instructions hold it.
 using SlcLabel = SlcPtr<SlcLabelICode>;
 
-/// Jumps to the label: at the end of a loop's body, or for a `break` of all points.
+/// Jumps to the label: as the back edge of a loop, or past code that must not run, such as an
+/// `else`. In a list that runs without a grid it also leaves loops and functions.
 class SlcGotoICode : public SlcICodeOf<SlcGotoICode, SlcICode> {
 public:
     explicit SlcGotoICode(SlcLabel label) : m_label(std::move(label)) {}

@@ -25,7 +25,8 @@ public:
     [[nodiscard]] SlcLexicalNode* GetLexical() const { return m_lexical; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
-    /// Used by passes that prove a varying temporary to have the same value at all points.
+    /// Used by passes that find out whether each value of a varying temporary is used only for the
+    /// current point, so that all points can share its storage.
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
 

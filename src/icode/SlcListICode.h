@@ -4,8 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// One code block: the body of a shader, or the initializer of one of its parameters. A record that
-/// passes read and rewrite in place; they build a new deque of instructions and swap it in.
+/// One code block: the body of a shader, or the initializer of one of its parameters. Passes read
+/// and change its fields directly; to rewrite the code they build a new deque and swap it in.
 class SlcListICode : public SlcCollectable {
 public:
     /// Adds a local or temporary of this block.

@@ -9,7 +9,7 @@
 /// instruction, one per line. The list is not changed.
 class SlcPrintICode : public SlcAllICodeWalker {
 public:
-    /// Reports to the user if the file cannot be written.
+    /// Writes the dump of `list`. Warns the user if the file cannot be written.
     void Optimize(SlcPtr<SlcListICode>& list);
 
 private:

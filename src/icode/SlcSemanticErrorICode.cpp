@@ -1,5 +1,5 @@
 // Reports at the position of an instruction. They are defined here, since the folder of
-// `SlcSemanticError` is below that of the instructions and cannot access their position.
+// `SlcSemanticError` must not depend on instructions.
 
 #include <cstdlib>
 #include <ostream>

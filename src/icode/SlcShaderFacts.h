@@ -9,15 +9,15 @@ class SlcFuncDSOSymbolEntry;
 class SlcShaderTypeNode;
 class SlcVarSymbolEntry;
 
-/// A parameter with its default value. Every parameter has one, since the parser rejects formals of
-/// a shader without a default.
+/// A parameter with its default value. Every parameter has a default value, since the parser
+/// rejects formals of a shader without one.
 struct SlcParameterInfo {
     SlcPtr<SlcVarSymbolEntry> entry;
     SlcPtr<SlcListICode> initList;          // code that computes the default value
     std::deque<SlcOperand> initValues;      // hold the default value after the list has run
     bool initDependsOnContext = false;      // cannot be computed once per shader instance
     bool needsObjectSpace = false;          // the initializer names the space "object"
-    SlcStringLiteralNode* space = nullptr;  // written to the file
+    SlcStringLiteralNode* space = nullptr;  // of the default value; written to the file
 };
 
 /// The facts about a shader that a writer needs in addition to the instructions of its body.

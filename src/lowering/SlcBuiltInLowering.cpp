@@ -7,9 +7,9 @@
 //                                                           list of arguments
 //
 // A card's whole-grid form specifies the detail of each argument. If it requires a varying argument
-// and the call has a uniform one, the value can be copied to all points first; this pays off only
-// with many points, so only the highest level does it. If it requires a uniform argument and the
-// call has a varying one, the call is plain.
+// and the call has a uniform one, the value can be copied to all points first. This pays off only
+// with many points, so it is done only at the highest optimization level. If the form requires a
+// uniform argument and the call has a varying one, the call is plain.
 //
 // Before calls that read lights, the lights are evaluated for `P`. Output elements are written back
 // after the call.

@@ -69,15 +69,16 @@ private:
     /// Returns the operand for a tail value that the call leaves out. For an output it is a
     /// constant, which means at run time that nothing is to be written.
     [[nodiscard]] static SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
-    /// Returns null if it emitted nothing, so that a plain call is needed.
+    /// Emits the special lowering or the whole-grid call. Returns null if the call has neither, so
+    /// that a plain call is needed.
     [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
     /// Returns null for a primitive without a special lowering.
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
     /// Emits one call for the whole grid. Returns null if the built-in has no such form, or its
     /// arguments do not match it.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
-    /// True if the details of the arguments match the whole-grid form, possibly after copying the
-    /// uniform arguments whose positions it adds to `widened` to all points.
+    /// True if the details of the arguments match the whole-grid form, possibly once some uniform
+    /// arguments have been copied to all points. Adds the positions of these to `widened`.
     [[nodiscard]] bool CanUseGridCall(const BuiltInCall& call,
                                       std::vector<std::size_t>& widened) const;
     /// Copies the uniform arguments at `places` to varying temporaries, in one block.

@@ -117,8 +117,8 @@ SlcOperand SlcBuiltInLowering::GenDerivative(const BuiltInCall& call, SlcTypeNod
     }
     m_errors->Warning(call.node, warning, 2);
     const SlcOperand result = m_list.GenTempVar(typeInCondition, varying);
-    // Without a flag that can limit the call, it runs for all points; reads of the temporary are
-    // guarded.
+    // Without a flag that can limit the call, the call runs for all points. That is harmless, since
+    // reads of the temporary are guarded.
     AddGridCall(call, result, SlcGridForm::At(m_conditions.SimdCondition()));
     return result;
 }

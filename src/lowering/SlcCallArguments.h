@@ -10,6 +10,7 @@
 /// Converts the arguments and the value of a call to what the callee expects.
 class SlcCallArguments {
 public:
+    /// The context must outlive this object.
     explicit SlcCallArguments(SlcLoweringContext& context) : m_context(context) {}
 
     /// Pops the arguments, converts each for its formal, and returns them in source order. An
@@ -18,8 +19,9 @@ public:
     /// one entry per argument.
     [[nodiscard]] std::deque<SlcOperand>
     ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
-    /// Returns `value` converted to `type`. Reports arrays of different length, which is known only
-    /// during expansion if the formal has no fixed length; `what` names the value in the report.
+    /// Returns `value` converted to `type`. Reports an array whose length differs from that of
+    /// `type`: the length of a formal may be known only in an expansion. `what` names the value in
+    /// the report.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
                                               SlcTypeNode* type, const std::string& what);
     /// Returns the name of an argument for reports; `position` counts from 0.

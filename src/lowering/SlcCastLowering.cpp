@@ -1,5 +1,5 @@
-// Casts: the operand determines the structure of the code; the space, whether a transform is
-// needed.
+// Lowers casts. The operand determines the structure of the code, and the space determines whether
+// a transform is needed.
 //
 //     color (r, g, b)              { T = (r, g, b) }
 //     point "shader" (x, y, z)     { T = (x, y, z) }; R = from "shader" T      varying: whole grid
@@ -26,7 +26,7 @@ bool NeedsTransform(const SlcCastExprNode* node)
     return space != "\"\"" && space != (node->GetType()->IsColorType() ? "\"rgb\"" : "\"current\"");
 }
 
-/// Returns the type among those that constructors and transforms distinguish.
+/// Returns color, vector, normal or point, which constructors and transforms distinguish.
 SlcTypeNode* KindOf(const SlcTypeNode* type)
 {
     if (type->IsColorType())
@@ -75,7 +75,7 @@ SlcOperand SlcCastLowering::Triple(SlcCastExprNode* node, const SlcOperand& x, c
     return GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
 }
 
-/// `constructor` computes the source; if it is uniform, it shares the block of the transform.
+/// If the source is uniform, `constructor`, which computes it, is in the block of the transform.
 SlcOperand SlcCastLowering::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
                                          const SlcOperand& source, SlcTypeNode* type,
                                          const SlcPtr<SlcICode>& constructor)

@@ -199,7 +199,8 @@ void SlcConditions::ClearOutsideCondition(const SlcOperand& flag)
     if (!IsInParallelIf() || flag->IsUniform())
         return;
     const SlcOperand& guard = m_conditions.back().flag;
-    // With a uniform guard the value is already set; the enclosing level clears the rest.
+    // Where a uniform guard excludes the right side of an operator, the left side has set the flag.
+    // The caller clears it outside the enclosing level, once this one has ended.
     if (guard == flag || guard->IsUniform())
         return;
     AssignOutsideCondition(flag, SlcLexType::Bool(false));

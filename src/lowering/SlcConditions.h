@@ -19,9 +19,9 @@ public:
 
     /// One level of conditions.
     struct Condition {
-        SlcOperand flag;         // varying flag of the guard; may be null
+        SlcOperand flag;         // guards varying code; uniform only in logical operators
         AssignIfValue state;     // the value of the flag at active points
-        SlcOperand uniformFlag;  // true if any point is active; may be null
+        SlcOperand uniformFlag;  // guards uniform code by the same value; may be null
     };
 
     /// Both must outlive this object.
@@ -64,10 +64,10 @@ public:
     // Levels.
     /// The innermost level is the last.
     [[nodiscard]] const std::vector<Condition>& Levels() const { return m_conditions; }
-    /// Opens a level: from here on, varying code is guarded by `flag`, which is true, or false, at
-    /// the active points, and uniform code by `uniformFlag`; a null flag means no guard. A level
-    /// alone does not count as a varying condition: call `InsideParallelCond` for that. Levels end
-    /// in reverse order.
+    /// Open a level: from here on, varying code is guarded by `flag`, which is true, or false, at
+    /// the active points, and uniform code by `uniformFlag`; without it uniform code is not
+    /// guarded. A level alone does not count as a varying condition: call `InsideParallelCond` for
+    /// that. Levels end in reverse order.
     void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndParallelIfTrue() { m_conditions.pop_back(); }
@@ -75,7 +75,7 @@ public:
     /// Opens a level for the points that are not active in the innermost level, which must exist.
     void BeginParallelIfNotCurrentCond();
     void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
-    /// Enclose the right side of a logical operator.
+    /// Open and close the level of the right side of a logical operator.
     void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndAssignIfTrue();
@@ -96,7 +96,8 @@ public:
     /// Under a varying condition, returns the innermost varying flag, which is true at the active
     /// points; otherwise null.
     [[nodiscard]] SlcOperand InnermostFlag() const;
-    /// Returns the uniform flag of the innermost level; null if the level has none.
+    /// Under a varying condition, returns the uniform flag of the innermost level, which may be
+    /// null; otherwise null.
     [[nodiscard]] SlcOperand InnermostUniformFlag() const;
     /// Returns the condition for an instruction in whole-grid form. Null means all points: if the
     /// innermost flag must be false, or is uniform, the instruction computes all points, so its
@@ -105,13 +106,14 @@ public:
     /// Returns the form to use here for an instruction that has a whole-grid form: plain if the
     /// whole-grid form is not allowed here.
     [[nodiscard]] SlcGridForm GridForm() const;
-    /// Returns the form of an instruction that requires whole-grid form for varying values and
-    /// plain form for uniform ones. Its result must be a temporary or a target that a whole-grid
-    /// form may write.
+    /// Returns the form of an instruction that is lowered in whole-grid form for varying values and
+    /// in plain form for uniform ones. The result of the instruction must be a temporary or a
+    /// target that a whole-grid form may write.
     [[nodiscard]] SlcGridForm FormFor(const SlcDetailNode* detail) const;
     /// Adds an instruction of the given form; a plain one goes into a varying block.
     void AddInForm(const SlcGridForm& form, const SlcPtr<SlcICode>& code);
-    /// Under a varying condition: emits a jump to `label` that is taken if no point is active.
+    /// Emits a jump to `label` that is taken if no point is active; nothing if the innermost level
+    /// has no uniform flag.
     void GenSkipWithoutPoints(const SlcLabel& label);
 
 private:

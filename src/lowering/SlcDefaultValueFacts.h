@@ -20,8 +20,8 @@ public:
 
     struct Facts {
         bool dependsOnContext;        // cannot be computed once per shader instance
-        bool namesObjectSpace;        // also in a function that is called
-        SlcStringLiteralNode* space;  // written to the file; "" for none or several
+        bool namesObjectSpace;        // the value, or a function that it calls, names "object"
+        SlcStringLiteralNode* space;  // written to the file; "" if the value is in no single space
     };
     /// Returns the facts about a parameter with this initializer and type. Every expression must
     /// have its type and detail from semantic analysis. A parameter depends on its context if its
@@ -55,9 +55,9 @@ private:
     [[nodiscard]] SlcStringLiteralNode* SpaceOf(const SlcTypeNode* type) const;
 
     // Found since the walk of the current function or default value began.
-    bool m_usesGrid = false;          // predefined variables, or a call that reads some
-    bool m_dependsOnContext = false;  // the same, or a parameter that varies or depends on
-                                      // its context
+    bool m_usesGrid = false;          // predefined variables, textures, or calls that read such
+    bool m_dependsOnContext = false;  // on predefined variables, or on parameters that vary or
+                                      // depend on their context
     bool m_namesObjectSpace = false;
     enum class Space { None, One, Several };
     Space m_space = Space::None;  // in which the value is expressed

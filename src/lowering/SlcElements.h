@@ -16,6 +16,7 @@ class SlcSyntaxNode;
 /// back afterwards.
 class SlcElements {
 public:
+    /// All must outlive this object.
     SlcElements(SlcListBuilder& list, SlcConditions& conditions, SlcValueStack& values,
                 const SlcOptionsControl& options)
         : m_list(list),
@@ -31,8 +32,8 @@ public:
     /// index is varying, otherwise that of the array.
     [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                            const SlcDetailNode* detail);
-    /// Emits a bounds check if the options ask for it; `node` is the position for its report. The
-    /// check has a separate block, so call this before opening the block of the access.
+    /// Emits a bounds check if the options require checks; `node` is the position for its report.
+    /// The check has a separate block, so call this before opening the block of the access.
     void GenIndexCheck(const SlcSyntaxNode* node, const std::string& arrayName,
                        const SlcOperand& array, const SlcOperand& index);
     /// Copies the element at the varying `index` to `copy`.

@@ -1,9 +1,9 @@
 // The walker makes two kinds of lists. The main list runs on grids. Each default value has a
-// separate list. It runs once per instance, where nothing varies and conditions are jumps, or on a
-// grid if it depends on the shading point.
+// separate list. If the value depends on the shading point, its list also runs on grids; otherwise
+// the list runs once per instance, where nothing varies and all conditions are jumps.
 //
-// The markers at both ends represent the renderer in data-flow analysis: it defines variables at
-// the start and uses outputs at the end.
+// The markers at both ends of the main list represent the renderer in data-flow analysis: it
+// defines variables at the start and uses outputs at the end.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 

@@ -87,8 +87,8 @@ private:
 
     /// Returns `value` as a variable of type `type` from which the parameter can be copied.
     [[nodiscard]] SlcOperand InitialValue(const SlcOperand& value, SlcTypeNode* type);
-    /// Part of the required interface; emits nothing. Comments with source positions would be made
-    /// here.
+    /// Part of the required interface; emits nothing. This is where comments with source positions
+    /// could be emitted.
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
@@ -107,7 +107,8 @@ private:
     /// Returns `value` if it is uniform, otherwise a uniform copy of it. Needed to update a uniform
     /// variable with it: in a varying block the update would happen once per point.
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
-    /// Emits `lhs = lhs op rhs`; the next function does the same for an element.
+    /// Emits `lhs = lhs op rhs`. The next function emits any assignment to an element whose index,
+    /// the last value on the stack, varies.
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
     /// Makes `dest = right`, or `dest = left op right` for `+=` and the other operators.
@@ -183,8 +184,8 @@ private:
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
     /// Computes both values, each for its points.
     void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
-    /// Computes the relation of a loop and leaves the loop, by a jump to its end, once no point
-    /// remains.
+    /// Emits the test of a loop: computes the relation, and jumps to the end of the loop once no
+    /// point remains.
     void GenerateLoopCondition(LoopTest& test);
     /// Emits the loop up to its body. The caller lowers the body according to `cond` of the test,
     /// and calls `EndLoop`.
@@ -212,7 +213,7 @@ private:
     [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
     /// Emits `result = value`, element by element for arrays.
     void GenCopy(const SlcOperand& result, const SlcOperand& value);
-    /// Sets the value for points that do not return.
+    /// Sets `result` to zero, the value at points that do not return.
     void GenZero(const SlcOperand& result);
     void GenBodyAsLoop(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// Lowers a body in a list that runs without a grid, where a `return` is a jump.
@@ -283,7 +284,7 @@ private:
     // Passed from one `Case` to another.
     bool m_valueUnused = false;     // the assignment about to be walked is a statement
     bool m_flagCopyNeeded = false;  // a relation must return a varying flag
-    std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // cached answers
+    std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // cache of `FindCalls`
 
     bool m_CiAssigned = false;             // required, not used
     bool m_OiAssigned = false;             // required, not used

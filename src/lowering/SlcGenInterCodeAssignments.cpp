@@ -3,7 +3,7 @@
 //     x = a + b         { x = a + b }                   computed in place: `EvaluateInto`
 //     x += y            { x = x + y }
 //     w[i] = v          { R = &w[i]; R = v }            varying i; the target is evaluated first
-//     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy, since R ends with its block
+//     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy: R is valid only in its block
 //
 // The value of an assignment is rarely used. An unused value costs nothing: the statement sets
 // `m_valueUnused` before it walks the expression.

@@ -5,8 +5,8 @@
 //     T = 3 * s; y = T / 2
 //
 // A formal is not a separate variable: it is bound to the operand of the argument. That is why
-// semantic analysis rejects assignments to formals that are not outputs. Only arguments that are
-// not variables are copied.
+// semantic analysis rejects assignments to formals that are not outputs. Only constants and values
+// of another type are copied.
 //
 // Expansion can grow exponentially: a function that calls another one twice, and so on. It is
 // limited by the number of operations, by the depth, and by the available stack; beyond that it is

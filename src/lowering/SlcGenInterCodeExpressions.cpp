@@ -159,7 +159,7 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
     const SlcOperand copy =
         m_list.GetResultVar(node, SlcElements::ElementType(array), SlcDetailNode::AVarying());
     m_elements.GenElementRead(copy, array, index);
-    // If it was read into the target of an assignment, it is not a copy that may be written back.
+    // If the element was read into the target of an assignment, that variable is not its copy.
     if (!(copy == SlcPossibleTypes::Of(node)->GetOperandHint()))
         m_elements.RememberCopy(copy, array, index);
     m_values.Push(copy);

@@ -51,7 +51,7 @@ void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
     const SlcOperand uniformFlag =
         m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
 
-    // If uniform, the light's geometry is computed once for all points.
+    // A uniform cone allows the whole-grid form, which reads it once for all points.
     const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
                                    : cone.position->IsUniform();
     const SlcGridForm form =

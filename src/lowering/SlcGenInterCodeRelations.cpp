@@ -1,10 +1,11 @@
 // Lowers relations (comparisons and logical operators) to flags.
 //
-// Negation is pushed down to the comparisons by De Morgan's law. The right side runs only where the
-// left side has not decided the result: under a flag that marks these points or, if the left side
-// is uniform, under that flag alone. A value that was computed with a wrong or stale flag is
-// corrected afterwards. If that would be too late, because the right side has side effects, may
-// read outside an array or makes flags, it runs under all enclosing conditions.
+// Negation is pushed down to the comparisons by De Morgan's law. The right side is guarded by a
+// flag that the left side determines, so it runs only where the left side has not decided the
+// result. If the left side is uniform, this flag replaces all enclosing guards, so inactive points
+// also get a value, which is corrected afterwards. If that would be too late, because the right
+// side has side effects, may read outside an array or makes flags, it runs under all enclosing
+// conditions.
 //
 //     a && b      f = a; any f; under f: f = b                        varying a
 //     a || b      f = a; r = not f; any r; under r: r = b; f = f or r

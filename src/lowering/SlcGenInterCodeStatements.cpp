@@ -1,8 +1,8 @@
 // Lowers definitions and statements without control flow.
 //
-// After a statement the value stack is empty and its temporaries are free. A local becomes a new
+// After a statement its values have been popped and its temporaries are free. A local becomes a new
 // variable each time its definition is lowered, so that two expansions of a function do not share
-// it.
+// the variable.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -92,7 +92,7 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         m_errors->FatalError(node, "Variable " + node->GetIdent()->GetName() +
                                        " not found while generating intermediate code");
     const SlcStorageSpecNode* storage = entry->GetStorage();
-    // The declared variable already has an operand.
+    // Such a name refers to a variable that already has an operand.
     if (storage->IsExtern() || storage->IsReadOnly() || storage->IsReadWrite())
         return;
 

@@ -2,9 +2,10 @@
 //
 //     while (x) { if (y) break; z; }      flags: l of the loop, c of its iteration, f of the `if`
 //
-// `break l f c` clears the three flags at the points where f is true: f skips the rest of the
-// branch for them, c the rest of the iteration, l all further iterations. A `continue` does not
-// clear l. The flags in between, of conditions and of inner loops, are also cleared.
+// `break l f c` clears the three flags at the points where f is true. Without f these points skip
+// the rest of the branch, without c the rest of the iteration, and without l all further
+// iterations. A `continue` does not clear l. The flags in between, of conditions and of inner
+// loops, are also cleared.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 

@@ -52,6 +52,7 @@ public:
     void GenContinue(std::size_t level);
 
     // Bodies.
+    /// Begins the expansion of a body inside the current one; sets `body.loops`.
     void BeginBody(Body body);
     void EndBody() { m_bodies.pop_back(); }
     /// Returns the innermost body.

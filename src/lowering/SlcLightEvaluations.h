@@ -7,12 +7,12 @@
 
 class SlcShaderTypeNode;
 
-/// Emits the evaluation of the light shaders for the right points: for `P`, for the points of a
-/// light loop, and again for the points of a loop.
+/// Emits the evaluation of the light shaders for the right points: those of `P`, or those of a
+/// light loop.
 ///
 /// There is only one set of evaluated lights. A lighting function inside a light loop over other
-/// points evaluates it for `P`, so it must then be evaluated again for the loop's points. After a
-/// loop over other points, the set is not the one for `P`.
+/// points evaluates the set for `P`, so the set must then be evaluated again for the loop's points.
+/// After a loop over other points, the set is not the one for `P`.
 class SlcLightEvaluations {
 public:
     /// `list` must be empty and outlive this object.
@@ -32,9 +32,9 @@ public:
     /// Call it after the loop and its `end`.
     void LeaveLightLoop(const SlcLabel& end);
 
-    /// Call it once, when the list is complete. After code that leaves lights for other points,
-    /// marks the lights for `P` as stale, in a shader that reads them; and restores a loop's lights
-    /// where its body replaced them. Linear in the list.
+    /// Call it once, when the list is complete. Restores the lights of a loop where its body has
+    /// replaced them. Also, if the shader reads the lights for `P`, marks them as stale after code
+    /// that leaves lights for other points. Linear in the list.
     void InsertLightEvaluations();
 
     /// True for the operand of the predefined `P`, under any name that the source uses for it.

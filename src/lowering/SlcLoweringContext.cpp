@@ -1,7 +1,7 @@
 // Steps that several kinds of lowering share. Each adds at most one instruction and returns an
 // operand, so that callers can combine them in the evaluation order of the source.
 //
-//     Converted(x, color)    x itself, or T = x             a promotion; numbers stay numbers until
+//     Converted(x, color)    x itself, or T = x             a promotion; floats stay floats until
 //                                                           an instruction needs another type
 //     Widened(x)             x itself, or { T = x }         one value for each point
 //

@@ -33,8 +33,8 @@ private:
     void Case(SlcReturnStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
 
-    // The number of levels of a `break` that the statement consumes: a loop one, other statements
-    // none.
+    // How many levels of a `break` a statement accounts for: one if it is a `for` or `while` loop,
+    // otherwise none.
     enum class Leaves { NoLevel, OneLevel };
     /// Marks `node` if something inside leaves it, and propagates remaining levels outward.
     template <class Node>

@@ -5,7 +5,7 @@
 
 #include "lowering/SlcCallArguments.h"
 
-/// Lowers a call of a shadeop, which receives the array of one point at a time.
+/// Lowers a call of a shadeop, which receives the arguments of one point at a time.
 class SlcShadeopLowering {
 public:
     /// Both must outlive this object.
@@ -28,7 +28,8 @@ private:
         bool isWritten;  // the copy is copied back
     };
 
-    /// Replaces the varying arrays in `args` with converted copies.
+    /// Replaces the varying arrays in `args` with converted copies, which it returns, and the
+    /// uniform arrays that the shadeop must not write with plain copies.
     [[nodiscard]] std::vector<ConvertedArray>
     ConvertArraysForShadeop(const SlcProcCallExprNode* call, std::deque<SlcOperand>& args);
     [[nodiscard]] static bool MayBeWritten(const SlcExprNode& argument);

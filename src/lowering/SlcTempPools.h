@@ -40,7 +40,7 @@ private:
     };
     using SavedKinds = std::array<SavedKind, 6>;
 
-    /// Records that `outer` has lost the free temporaries that `inner` lost to its result.
+    /// Records in `outer` the free temporaries that `inner` took, one of which is now the result.
     static void NoteTaken(SavedKind& outer, const SavedKind& inner);
     /// Returns the index in `m_kinds`; `k_noPool` for a type without a pool.
     [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);

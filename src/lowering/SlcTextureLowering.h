@@ -15,6 +15,7 @@ class SlcTextureParameters;
 /// parameters in fixed positions.
 class SlcTextureLowering {
 public:
+    /// The context must outlive this object.
     explicit SlcTextureLowering(SlcLoweringContext& context) : m_context(context) {}
 
     /// `args` holds the evaluated arguments: file name, channel, positional arguments, then names

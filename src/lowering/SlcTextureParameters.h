@@ -9,14 +9,15 @@
 
 /// The named parameters of a texture access: the defaults, overridden by the arguments of the call.
 ///
-/// The access primitive has a fixed position for every parameter, so each call passes all of them.
+/// The access primitive has a fixed position for every parameter that it takes, so each call passes
+/// all of these.
 class SlcTextureParameters {
 public:
     /// `args` holds names and values from `first` on. An unknown name is skipped together with its
     /// value.
     SlcTextureParameters(const std::deque<SlcOperand>& args, std::size_t first);
 
-    /// `key` is the name of a parameter, without quotes.
+    /// Returns the value of the parameter `key`, a known name without quotes.
     [[nodiscard]] const SlcOperand& Get(std::string_view key) const;
     /// Returns the corner points of the light of an area shadow, at most four; empty for other
     /// accesses.

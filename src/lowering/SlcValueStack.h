@@ -43,7 +43,7 @@ public:
     /// Returns the array that a reference refers to; for other operands, the operand itself.
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
-    /// Call it when no value or mark is pending: inserts the copies into the list, which were held
+    /// Call it when no value or mark is pending: inserts into the list the copies that were held
     /// back so that no index changed. References are kept, since the formal of a function being
     /// expanded may be one.
     void ForgetWrites();

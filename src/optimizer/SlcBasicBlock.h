@@ -6,8 +6,8 @@
 
 #include "icode/SlcICode.h"
 
-/// A sequence of instructions that is entered only at its first and left only at its last one. It
-/// refers to the instructions of the graph, in code order, so it must not outlive the graph.
+/// A sequence of instructions in code order that is entered only at the first instruction and left
+/// only at the last one. A block refers to the instructions of its graph and must not outlive it.
 class SlcBasicBlock {
 public:
     /// `codes` are instructions of the graph that the block belongs to.

@@ -3,8 +3,9 @@
 //
 //     x = 1; if f L; y = 1; endif L; z = 1     becomes  [x = 1; if f L] [y = 1] [endif L; z = 1]
 //
-// The brackets of parallel runs do neither, since all points execute them alike. The head of a
-// light loop does both, since it is the target of the back edge and may jump past the loop.
+// The brackets of parallel runs neither begin nor end a block, since all points execute them alike.
+// The head of a light loop is a separate block, since the back edge jumps to it, and it may jump
+// past the loop.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
 

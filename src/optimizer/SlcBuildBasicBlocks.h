@@ -9,7 +9,7 @@
 /// trait BeginsBlock and ends after each one with EndsBlock.
 class SlcBuildBasicBlocks {
 public:
-    /// Returns the blocks in code order, none of them empty; ids are positions. They refer to
+    /// Returns the blocks in code order, none of them empty, numbered from 0. The blocks refer to
     /// `codes`.
     [[nodiscard]] std::vector<SlcBasicBlock>
     BuildBlocks(std::span<const SlcPtr<SlcICode>> codes) const;

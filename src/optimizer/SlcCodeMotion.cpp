@@ -6,9 +6,9 @@
 //     {; x = p + 1; }; S:; {; y = x * i; }; ... goto S
 //
 // An instruction is hoisted out of the loop if it only computes, if its operands are not written in
-// the loop or have just been hoisted, if it is the only write to its variable, if it dominates all
-// exits of the loop (so that it would have run), and if the old value of its variable is not live
-// into the loop. An instruction hoisted out of a parallel run gets a separate run before the head.
+// the loop or have just been hoisted, if it is the only write to its variable in the loop, if it
+// dominates all exits of the loop (so that it would have run), and if the old value of its variable
+// is not live into the loop. Instructions hoisted out of parallel runs get runs before the head.
 //
 // Ours departs from the book in two ways. Hoisted instructions are placed before the label of the
 // head, without a separate preheader block; nothing is hoisted out of a loop that is also entered
@@ -31,7 +31,7 @@
 namespace {
 
 struct MotionCounters {
-    int heads = 0;  // runs before loops, for unique names
+    int heads = 0;  // number of runs made before loops, for unique names of labels
     bool hasWarned = false;
 };
 
@@ -84,7 +84,7 @@ bool Is(const SlcPtr<SlcICode>& code)
 
 /// Returns the flag that the instruction inverts in place; -1 for other instructions. The data-flow
 /// sets do not count this as a write, since the new value depends on the old one. But nothing that
-/// depends on the flag may be hoisted, since it changes in each iteration.
+/// depends on the flag may be hoisted, since the flag changes in each iteration.
 int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
 {
     const auto* inversion = dynamic_cast<const SlcInvertBoolFlagICode*>(&*code);
@@ -109,7 +109,7 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
         return false;
     CollectFacts();
     for (const Loop& loop : m_nest.Loops()) {
-        // Visit every loop, since any of them may have no exit.
+        // Check every loop for exits, even if nothing can be hoisted out of it.
         if (loop.lastBeforeExits < 0)
             WarnOfInfiniteLoop();
         if (CanHoistBefore(loop.head))
@@ -191,8 +191,8 @@ void SlcCodeMotion::FindLimits()
     }
 }
 
-// If a loop around the block contains a write, it contains one of the two that are nearest to the
-// block in the order of the places.
+// If a loop around the block writes the variable, it contains one of the two writes that are
+// nearest to the block in the order of the places.
 int SlcCodeMotion::InnermostWriting(int block, int variable, bool isOwn) const
 {
     const std::pair here(variable, m_nest.PlaceOf(block));
@@ -221,7 +221,7 @@ void SlcCodeMotion::CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int 
         m_writes.emplace_back(flag, place);
 }
 
-// A loop may be left before its body runs, so only blocks that always run are hoisted from.
+// A loop may be left before its body runs, so code is hoisted only from blocks that always run.
 void SlcCodeMotion::MoveOutOf(const Loop& loop)
 {
     m_movedVariables.clear();
@@ -237,7 +237,7 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
     }
 }
 
-// True for the enclosing loops up to the one in which it stays or waits.
+// All these loops enclose the candidate, so a lower place means a loop further outside.
 bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
 {
     return loop.place <= candidate.staysIn ||

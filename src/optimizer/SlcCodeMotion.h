@@ -13,8 +13,8 @@
 /// instructions, flag operations and control flow stay.
 ///
 /// Natural loops are found from the back edges to their heads. Hoisted code is placed before the
-/// head's label, so that back edges skip it. A loop costs O(n log n) in the part of it that always
-/// runs, so nested loops do not multiply the cost by their depth.
+/// head's label, so that back edges skip it. A loop costs O(n log n) for the n instructions that
+/// always run in it, so nested loops do not multiply the cost by their depth.
 class SlcCodeMotion {
 public:
     /// Both must belong to the list to optimize, and outlive the pass.
@@ -27,21 +27,21 @@ public:
 private:
     using Loop = SlcLoopNest::Loop;
     /// An instruction whose class allows it to move. Its limits are stored, so that it is not
-    /// tested for every enclosing loop: most have an operand that the innermost loop changes, and
-    /// cannot leave any loop.
+    /// tested for every enclosing loop: most candidates have an operand that the innermost loop
+    /// changes, and cannot leave any loop.
     struct Candidate {
         SlcPtr<SlcICode> code;
         bool inParallelRun;
         int staysIn;   // place of the innermost loop with another write of its variable
         int waitsIn;   // place of the innermost loop that writes one of its operands
-        int waitsFor;  // that operand, whose definition may be hoisted first
+        int waitsFor;  // the number of that operand, whose definition may be hoisted first
     };
-    /// A block that reads a variable, ordered by the place of its innermost loop.
+    /// A block that reads a variable. Sorted by variable, then by place of the innermost loop.
     struct User {
         int variable;
         int place;
         int block;
-        // The check takes the comparison with zero for one with null.
+        // The check mistakes the comparison with zero for one with a null pointer.
         // NOLINTNEXTLINE(modernize-use-nullptr)
         auto operator<=>(const User&) const = default;
     };
@@ -55,8 +55,8 @@ private:
     void CollectFacts();
     /// Computes the limits of each candidate.
     void FindLimits();
-    /// Returns the place of the innermost loop around `block` that writes `variable`; with `isOwn`,
-    /// ignores one write directly in the innermost loop.
+    /// Returns the place of the innermost loop around `block` that writes `variable`. With `isOwn`,
+    /// ignores one write directly in the innermost loop: the candidate itself.
     [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
     void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
     /// Removes the instructions that can be hoisted out of `loop` from the code, and saves them for
@@ -64,7 +64,7 @@ private:
     void MoveOutOf(const Loop& loop);
     /// True if the stored limits of the candidate keep it in this loop.
     [[nodiscard]] bool IsHeld(const Loop& loop, const Candidate& candidate) const;
-    /// The complete test; requires a loop that always runs `code`.
+    /// The complete test whether `code`, which `loop` always runs, can be hoisted out of it.
     [[nodiscard]] bool CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code);
     /// Returns the number of instructions of the loop that write the variable.
     template <class Variable>
@@ -77,7 +77,7 @@ private:
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
     /// Returns the code hoisted before `head`, with the brackets of its runs.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> HoistedCodeBefore(int head) const;
-    /// Warns only once per process, since the warning has no position in the source.
+    /// Warns only once per compilation, since the warning has no position in the source.
     static void WarnOfInfiniteLoop();
 
     const SlcControlFlowGraph& m_graph;

@@ -50,5 +50,5 @@ private:
                                              int level);
 
     SlcPtr<Node> m_root;
-    int m_levels = 0;  // inner nodes above the leaves
+    int m_levels = 0;  // number of levels of inner nodes above the leaves
 };

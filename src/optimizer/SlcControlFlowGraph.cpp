@@ -68,7 +68,7 @@ private:
     int m_block = 0;
 };
 
-/// Finds the successors of a block from its last instruction, once labels know their blocks.
+/// Finds the successors of a block from its last instruction. The labels must be mapped already.
 class SuccessorsWalker : public SlcAllICodeWalker {
 public:
     struct Successors {

@@ -5,8 +5,8 @@
 //     sqrt(4) -> 2                      if true A; x = 1; endif A -> x = 1
 //
 // Not folded: divisions by 0, results that are not finite, denormal reciprocals, and whole numbers
-// of more than seven digits (CanBeWritten). An identity may yield the other operand although its
-// type or detail differs, since the replacing assignment promotes it.
+// that seven digits cannot represent (CanBeWritten). An identity may yield the other operand
+// although its type or detail differs, since the replacing assignment promotes it.
 //
 // A guard on a constant flag is removed together with its end, or with all guarded code. Only the
 // outermost folded guard is tracked (m_ifDepth): a guard inside it is folded in the next round.
@@ -43,8 +43,8 @@ bool AreFloats(const SlcArithExprICode& code)
     return code.m_leftExpr->IsFloat() && code.m_rightExpr->IsFloat();
 }
 
-/// A fraction may be written with rounded digits, but a different whole number could be a different
-/// index, or change a comparison.
+/// True if the value may become a constant. A fraction may be written with rounded digits, but a
+/// rounded whole number could be a different index, or change a comparison.
 bool CanBeWritten(float value)
 {
     return std::isfinite(value) &&
@@ -154,8 +154,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcMultICode> code)
 {
     const SlcOperand& left = code->m_leftExpr;
     const SlcOperand& right = code->m_rightExpr;
-    // Assign the zero itself, which the assignment promotes. That the other operand might not be
-    // finite does not prevent the folding.
+    // Assign the zero itself, which the assignment promotes. The product is folded although the
+    // other operand might not be finite.
     if (IsFloat(left, 0) || IsFloat(right, 1))
         ConvertAsAssignment(code->m_resultId, left);
     else if (IsFloat(left, 1) || IsFloat(right, 0))

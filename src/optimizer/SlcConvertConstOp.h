@@ -73,7 +73,7 @@ private:
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;
-    int m_ifDepth = 0;        // nesting depth, 1 for the folded guard; 0 outside of it
+    int m_ifDepth = 0;        // open guards from the folded one on; 0 outside of a folded guard
     bool m_dropping = false;  // in a branch that can never run
     SlcPtr<SlcICode> m_new;   // replacement of the current instruction; null removes it
 };

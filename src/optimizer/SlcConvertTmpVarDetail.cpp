@@ -2,7 +2,7 @@
 //
 //     {; x = p + 1; Ci = x; }                                 yes: x is local to each point
 //     {; x = p + 1; }; {; Ci = x; }                           no: x is live between runs
-//     {; if f L; x = p; endif L; Ci = x; }                    not: a point may read an older x
+//     {; if f L; x = p; endif L; Ci = x; }                    no: a point may read an older x
 //
 // A write is valid within its bracket; a read is covered if the bracket of some preceding write is
 // still open. After a label nothing is covered, since a jump may reach it without the write.
@@ -21,7 +21,7 @@ namespace {
 
 /// Finds the variables whose values stay within one point of one parallel run.
 ///
-/// A write is valid within its bracket, and is dropped at its end.
+/// A write is valid until its bracket closes.
 class PointValues : public SlcOperandWalker {
 public:
     explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
@@ -60,7 +60,7 @@ private:
         if (!m_open.empty())
             Close();
     }
-    /// A jump may reach the label without the writes before it.
+    /// A jump may reach the label without executing the writes before it.
     void Case(SlcPtr<SlcLabelICode>) override
     {
         for (int& bracket : m_open) {

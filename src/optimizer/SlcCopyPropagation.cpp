@@ -9,7 +9,7 @@
 // join. For flags that cost is justified, since they decide jumps: bools are merged over all
 // incoming edges (CommonBools), all other values are dropped.
 //
-// A whole-grid form has varying operands as arrays and no variant with a constant, so
+// A whole-grid form expects varying operands as arrays and has no variant with a constant, so
 // `m_keepVarying` prevents the replacement (the trait WholeGrid). The model is Mark Wegman and
 // Kenneth Zadeck, "Constant propagation with conditional branches" (1991): the same edges are
 // dropped (DropEdge), but ours makes a single walk in code order and propagates nothing over back
@@ -59,8 +59,8 @@ void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
     }
     m_known = m_nothing;
     m_unreachable[id] = id != 0 && first < 0;
-    // A predecessor that follows in code order is the back edge of a loop, whose values are not
-    // known yet.
+    // A predecessor that follows in code order is the source of a back edge, where the values are
+    // not known yet.
     if (first < 0 || isAroundLoop)
         return;
     m_known = m_atEnd[first];
@@ -177,7 +177,7 @@ bool SlcCopyPropagation::ForgetsReads(const SlcICode& code)
     return dynamic_cast<const SlcOrBoolFlagICode*>(&code) != nullptr;
 }
 
-// No operand is replaced by a constant, since this form has its flags as arrays of the grid. The
+// No operand is replaced by a constant, since this instruction expects flags as arrays. The
 // known values of the two operands are dropped as well, which loses at most a constant.
 void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
@@ -191,8 +191,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
     const SlcCallFormal unknown{SlcTypeNode::AAnyType(), SlcDetailNode::AUnknown(), true};
     std::vector<std::size_t> written;
     for (std::size_t i = 0; i < code->m_args.size(); ++i) {
-        // For a function without a card, nothing is known about the arguments, so they are not
-        // replaced.
+        // A texture access has no entry that describes its formals, so its arguments are not
+        // replaced, and count as written.
         const SlcCallFormal formal =
             code->m_funcEntry ? SlcFormalAt(*code->m_funcEntry, i) : unknown;
         m_keepVarying = !formal.detail->IsUniform();

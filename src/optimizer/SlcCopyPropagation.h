@@ -10,13 +10,13 @@
 /// Propagates known constants forward over the blocks and substitutes them for the operands that
 /// read them. Only constants are propagated, not copies of variables.
 ///
-/// Jumps that the constants decide are treated as decided, so code that a constant switch skips
-/// needs no additional round.
+/// A jump on a known constant is followed only to the target that it will take, so code that a
+/// constant condition skips needs no additional round.
 ///
 /// At a join only bool constants on which all paths agree stay known; at the head of a loop nothing
-/// is known. So a constant written under a guard is not known after it, which keeps the pass sound
-/// for varying control flow. Instructions are passed in order, one by one, so that folding can run
-/// in the same walk.
+/// is known. So a constant written under a guard is not known after the guard, which keeps the pass
+/// sound for varying control flow. The caller passes instructions in order, one by one, so that
+/// folding can run in the same walk.
 class SlcCopyPropagation : public SlcOperandWalker {
 public:
     /// Both must outlive the pass.
@@ -29,7 +29,7 @@ public:
     void Propagate(const SlcPtr<SlcICode>& code);
     /// Saves the known values at the end of the block for later blocks.
     void LeaveBlock(const SlcBasicBlock& block);
-    /// Removes the edge from the current block to that successor.
+    /// Ignores the edge from `block`, the current one, to `successor`; -1 for none.
     void DropEdge(const SlcBasicBlock& block, int successor);
     /// True if the instruction makes the operands that it reads unknown, so that removing it may
     /// make more values known.
@@ -61,7 +61,7 @@ private:
     [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
     /// Does the same for a flag, which may itself be a constant.
     [[nodiscard]] SlcOperand FindBool(const SlcOperand& operand) const;
-    /// Records that the destination has the source's value.
+    /// Records that `dest` has the value of `source`, if `source` is a constant to propagate.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
 
     /// True if control may enter the block from the predecessor, as far as known.

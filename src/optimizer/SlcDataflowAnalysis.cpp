@@ -239,7 +239,7 @@ void SlcDataflowAnalysis::RefreshLiveIn(int block)
 }
 
 // The sets can only shrink. But a solution that started from the old sets would keep a variable
-// live around a loop for its own sake, so the changed groups are solved from empty sets.
+// live around a loop only because it was live there, so changed groups are solved from empty sets.
 bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
 {
     for (const int block : blocks)
@@ -269,7 +269,7 @@ bool SlcDataflowAnalysis::HasChangedAtLoops(const Group& group) const
     return false;
 }
 
-// A variable without a group is in no block read before written, and removals cannot change that.
+// No block reads a variable without a group before writing it, and removals cannot change that.
 void SlcDataflowAnalysis::RefillGroups(int block)
 {
     const auto set = [this, block](std::vector<std::uint64_t> Group::*sets, int variable, bool is) {

@@ -12,25 +12,25 @@
 
 /// Live variables at the borders of each block.
 ///
-/// Stores the sets only at block borders, and only for variables that are live at one; a pass that
-/// needs the sets at an instruction derives them with `SlcLiveTest`. The variables are in groups of
-/// 64. A group has one bit per variable and block, for the range of blocks that names its
-/// variables: after the range they are dead, and before it each is live everywhere or nowhere. So a
-/// group costs the length of its range, and a long shader costs its length times the number of
-/// variables that are live throughout.
+/// Stores the sets only at block borders, and only for variables that may be live at a border; a
+/// pass that needs the sets at an instruction derives them with `SlcLiveTest`. The variables are in
+/// groups of 64. A group has one bit per variable and block, for the range of blocks that names its
+/// variables: after the range they are dead, and before it each of them is live everywhere or
+/// nowhere. So the cost of a group is linear in its range, and that of a long shader in its length
+/// times the number of variables that are live throughout.
 class SlcDataflowAnalysis {
 public:
     /// Variables that are named in about the same range of blocks.
     struct Group {
-        int first = 0;  // a cut of the code, like `end`
+        int first = 0;  // block of the range; `first` and `end` are cuts of the code
         int end = 0;
-        bool isChanging = false;            // its sets have not been solved again yet
+        bool isChanging = false;            // `uses` or `defs` have changed since the last solution
         std::uint64_t aroundLoops = 0;      // live at the target of some back edge
         std::vector<int> variables;         // at most 64, by bit
         std::vector<std::uint64_t> uses;    // by block of the range: read before written
         std::vector<std::uint64_t> defs;    // by block: written
         std::vector<std::uint64_t> liveIn;  // by block: live-in
-        std::vector<std::uint64_t> before;  // the live-in sets before the change
+        std::vector<std::uint64_t> before;  // while `isChanging`: the last solution of `liveIn`
 
         /// Returns the live-in set of a block.
         [[nodiscard]] std::uint64_t LiveInAt(int block) const
@@ -44,8 +44,8 @@ public:
     SlcDataflowAnalysis(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables,
                         SlcDefUse& defUse);
 
-    /// True if the variable is live at the front or at the end of a block: some path from there
-    /// reads it before writing it. O(1), and O(successors).
+    /// True if the variable is live at the front, or at the end, of a block: some path from there
+    /// reads it before writing it. O(1); at the end, O(successors).
     [[nodiscard]] bool IsLiveIn(int block, int variable) const;
     [[nodiscard]] bool IsLiveOut(int block, int variable) const;
     /// For passes that process whole words of variables.
@@ -57,7 +57,7 @@ public:
 
     /// Returns the variables that the block read before it wrote them when the analysis was made.
     [[nodiscard]] std::span<const int> ReadFirst(int block) const { return m_blockUse[block]; }
-    /// Records that the block no longer reads one of them.
+    /// Records that the block no longer reads `variable`, one of those of `ReadFirst`.
     void ForgetRead(int block, int variable);
     /// Recomputes the live-in set of the block. The blocks after it must be up to date. Variables
     /// that were live around a loop stay live, so the set may be too large.
@@ -90,7 +90,7 @@ private:
         int end = 0;
     };
     struct Place {
-        int group = -1;  // -1 for a variable that is live at no border
+        int group = -1;  // -1 for a variable that no block reads before writing it
         int bit = 0;
     };
 
@@ -123,7 +123,7 @@ private:
     std::vector<Group> m_groups;
     std::vector<Place> m_places;     // by variable number
     std::vector<int> m_loopHeads;    // targets of back edges, in order
-    std::vector<Group*> m_changing;  // groups whose range the walk has not left
+    std::vector<Group*> m_changing;  // changed groups whose range the walk has not left
     int m_visits = 0;                // number of blocks that solving visited
 };
 
@@ -131,7 +131,7 @@ private:
 /// instruction to its first.
 class SlcLiveTest {
 public:
-    /// `analysis` must be up to date, and outlive it.
+    /// `analysis` must be up to date, and outlive this object.
     explicit SlcLiveTest(SlcDataflowAnalysis& analysis)
         : m_analysis(analysis),
           m_seen(analysis.Variables().Count())

@@ -5,12 +5,13 @@
 // A computation is removed if its result is not live after it, or if only removed computations need
 // it (SlcNeededVariables, which handles cycles around loops). Removed computations no longer count
 // as uses, so the sets are corrected during the walk: a chain inside a block is removed in one
-// walk, and RefreshLiveIn propagates the smaller sets to the preceding blocks. Only around a loop
+// walk, and RefreshLiveIn propagates the smaller sets to the preceding blocks. But around a loop
 // the sets stay too large: a variable that is live from one iteration to the next may have lost its
 // last read. The sets computed after the walk show whether another run would find anything.
 //
-// Only instructions that have no other effect are candidates (the trait Computes). A variable
-// without a number is visible outside; a write of an element leaves the rest of its array live.
+// Only instructions that have no other effect are candidates (the trait Computes), and only if they
+// write a whole numbered variable: one without a number is visible outside the shader, and a write
+// of an element leaves the rest of its array live.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -92,8 +93,8 @@ void SlcDeadCodeElimination::FindDeadCode(const SlcControlFlowGraph& graph,
             --place;
             const SlcDefUse::Facts facts = analysis.FactsOf(**code);
             const bool isDead = facts.computes >= 0 && isUnused(facts.computes);
-            // A variable that is assigned to itself is live before the assignment if it is live
-            // after it.
+            // Step over x = x too, although it is removed: x is live before it if x is live after
+            // it.
             if (!isDead)
                 live.StepOver(facts.uses, facts.defs);
             if (!isDead && !facts.assignsItself)

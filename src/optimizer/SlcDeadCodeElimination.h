@@ -8,7 +8,7 @@
 
 /// Removes computations whose result is never read.
 ///
-/// One walk in reverse code order, which updates the sets to the remaining code, so that
+/// One walk in reverse code order, which updates liveness to the remaining code, so that
 /// computations used only by removed instructions are removed too. So are computations that only
 /// feed themselves around a loop, see `SlcNeededVariables`. Calls, texture and light instructions
 /// and control flow are never dead.
@@ -19,8 +19,8 @@ public:
     /// (`KeepsGraph`).
     [[nodiscard]] bool EliminateCode(SlcListICode& list, SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis);
-    /// True if another run would find nothing. It might if this run has removed reads of a variable
-    /// that is live around a loop.
+    /// True if another run would find nothing. False if another run might find something, since
+    /// this one has removed reads of a variable that is live around a loop.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
     /// True if the blocks and edges are the same as before, although some blocks are shorter.
     [[nodiscard]] bool KeepsGraph() const { return m_keepsGraph; }

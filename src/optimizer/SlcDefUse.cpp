@@ -2,11 +2,11 @@
 //
 //     Ci = Cs              uses Cs; defs Ci
 //     Ci = diffuse(n)      uses n, Ci (a call may leave some points unchanged), and P, L and Cl,
-//                          from the table below; defs Ci and n
+//                          from the card of `diffuse`; defs Ci and n
 //
-// Every argument of a call counts as written, regardless of its card, so that the sets hold for any
-// primitive. The markers at the ends of the shader write what the renderer provides and read what
-// it uses.
+// Every argument of a call counts as written, regardless of the card of the primitive, so that the
+// sets hold for any primitive. The marker at the start of the shader writes the variables that the
+// renderer provides; the one at the end reads those that it uses.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
 
@@ -179,8 +179,8 @@ void SlcDefUse::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
     SlcOperandWalker::Case(code);
-    // The corners are computed from the operands at several points, so they must not share their
-    // storage.
+    // The corners are computed from the operands at several points, so no corner may share the
+    // storage of an operand.
     Add(m_defs, code->m_s);
     Add(m_defs, code->m_t);
     UsePredefined("du");
@@ -198,7 +198,7 @@ void SlcDefUse::Case(SlcPtr<SlcTexturePointsICode> code)
 void SlcDefUse::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
     SlcOperandWalker::Case(code);
-    // A flag that is inverted in place is never killed.
+    // An inversion in place reads the old value, so it does not kill the flag.
     if (code->m_dest == code->m_source)
         m_defs.clear();
 }
@@ -209,7 +209,7 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
-// In a light loop, the variables of the current light then belong to other points.
+// These replace the evaluated lights, and with them `L`, `Cl` and `Ol` in light loops.
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {

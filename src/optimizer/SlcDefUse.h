@@ -24,9 +24,9 @@ public:
     /// Returns -1 for a constant and for a variable that is not tracked.
     [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
     /// Returns the number of a predefined variable by its name in the source; -1 if the list does
-    /// not use it. `L`, `Cl` and `Ol` are those of the light loops if there are any.
+    /// not use it. For `L`, `Cl` and `Ol`, prefers those of the light loops if there are any.
     [[nodiscard]] int OfPredefined(std::string_view name) const;
-    /// Does the same for its accessor in generated code.
+    /// Does the same by the accessor of the variable in generated code.
     [[nodiscard]] int OfAccessor(std::string_view accessor) const;
 
 private:
@@ -50,7 +50,7 @@ public:
     struct Facts {
         std::span<const int> uses;
         std::span<const int> defs;
-        int computes;        // the variable that is the only effect of the instruction; or -1
+        int computes;        // if the only effect is to write one whole variable: it; else -1
         bool assignsItself;  // x = x
     };
 
@@ -71,7 +71,7 @@ public:
     void ForgetAll();
 
 private:
-    /// The numbers are in m_numbers: first what is read, then what is written.
+    /// `uses`, `defs` and `end` are positions in m_numbers: first the reads, then the writes.
     struct Entry {
         const SlcICode* code;
         std::size_t uses;

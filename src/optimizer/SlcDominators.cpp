@@ -29,8 +29,8 @@ SlcDominators::SlcDominators(const SlcControlFlowGraph& graph)
 
 void SlcDominators::OrderBlocks(const SlcControlFlowGraph& graph)
 {
-    // Block and the number of its successors visited so far. An explicit stack, since generated
-    // code has more blocks than calls can nest.
+    // Each entry is a block and the number of its successors visited so far. The stack is explicit,
+    // since generated code has more blocks than calls can nest.
     std::vector<std::pair<int, std::size_t>> path = {{0, 0}};
     std::vector<bool> visited(graph.Blocks().size(), false);
     visited[0] = true;

@@ -20,10 +20,10 @@ public:
     /// Returns the position of a block in an order in which its dominators precede it; -1 if it is
     /// unreachable.
     [[nodiscard]] int Place(int block) const { return m_place[block]; }
-    /// Returns the immediate dominator of a reachable block.
+    /// Returns the immediate dominator of a reachable block; the entry is its own.
     [[nodiscard]] int Parent(int block) const { return m_immediate[block]; }
-    /// Returns the nearest common dominator of two reachable blocks. Costs the lengths of the two
-    /// paths to it in the tree.
+    /// Returns the nearest common dominator of two reachable blocks. Linear in the lengths of the
+    /// two tree paths from the blocks to that dominator.
     [[nodiscard]] int NearestCommon(int first, int second) const;
 
 private:
@@ -33,7 +33,7 @@ private:
 
     std::vector<int> m_forwardOrder;  // reverse post-order of the reachable blocks
     std::vector<int> m_place;         // position of each block in that order; -1 if unreachable
-    std::vector<int> m_immediate;     // of each block; -1 for none
-    std::vector<int> m_enter;         // of each block in the walk over the tree
-    std::vector<int> m_leave;
+    std::vector<int> m_immediate;     // dominator of each block; -1 if unreachable
+    std::vector<int> m_enter;         // time at which the walk over the tree enters each block
+    std::vector<int> m_leave;         // time at which it leaves each block
 };

@@ -10,7 +10,7 @@ void SlcInterForm::Optimize()
         SlcICodeValidator::Require(*m_mainList, SlcICodeValidator::Stage::Lowered);
     for (const auto& optimizer : SlcGetICodeOptimizerSequence(m_options)) {
         optimizer->Optimize(m_mainList);
-        // The rules do not hold once details describe the storage of temporaries.
+        // SlcConvertTmpVarDetail sets details that break the rules of the validator.
         if (m_options.m_validateICode && !m_options.m_convertTmpVarDetail)
             SlcICodeValidator::Require(*m_mainList, SlcICodeValidator::Stage::Optimized);
     }

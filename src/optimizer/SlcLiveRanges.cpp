@@ -107,7 +107,7 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
             Add(group.variables[bit], starts[bit], place - 1);
         }
     };
-    // Before its range a variable is live if it is live at the front of the range.
+    // Before the range of the group, a variable is live if it is live at the front of the range.
     std::uint64_t open = group.LiveInAt(0);
     for (int block = group.first; block < group.end; ++block) {
         const std::uint64_t through = LiveThrough(group, block);

@@ -40,6 +40,6 @@ private:
 
     // State of the current block.
     std::vector<int> m_mentioned;
-    std::vector<int> m_liveTo;   // by variable: last position of the open range, or none
+    std::vector<int> m_liveTo;   // by variable: last position of the open range, or `k_none`
     std::vector<int> m_blockOf;  // by variable: block in which it was mentioned last
 };

@@ -1,6 +1,6 @@
 // Finds the loops from the innermost to the outermost; each then counts as one block of the
 // enclosing loops (Robert Tarjan, "Testing flow graph reducibility", 1974, sections 3 and 4). Heads
-// that do not dominate the sources of their back edges are skipped, where Tarjan stops.
+// that do not dominate the sources of their back edges are skipped; Tarjan's algorithm stops there.
 //
 //     a: b: ... goto b; ... goto a        b gathers its body; a gathers b as one, and the rest
 //
@@ -164,13 +164,13 @@ std::vector<int> SlcLoopNest::BlocksThatAlwaysRun(const Loop& loop) const
                 blocks.push_back(block.GetBlockId());
         return blocks;
     }
-    // The head dominates the whole loop, so the dominators of a block in it are in the loop or
-    // before it.
+    // The head dominates the whole loop, so the dominators of a block in the loop, up to the head,
+    // are in the loop too.
     for (int block = loop.lastBeforeExits; block != loop.head; block = m_dominators.Parent(block))
         blocks.push_back(block);
     blocks.push_back(loop.head);
     std::reverse(blocks.begin(), blocks.end());
-    if (!std::is_sorted(blocks.begin(), blocks.end()))  // other back edges may exist
+    if (!std::is_sorted(blocks.begin(), blocks.end()))  // code may jump backward within a loop
         std::sort(blocks.begin(), blocks.end());
     return blocks;
 }

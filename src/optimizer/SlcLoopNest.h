@@ -5,13 +5,13 @@
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDominators.h"
 
-/// The natural loops of a graph and their nesting. A loop consists of all blocks that reach a back
-/// edge to its head, which dominates them, without passing the head; back edges to the same head
-/// form one loop. Unreachable blocks belong to no loop.
+/// The natural loops of a graph and their nesting. The head of a loop dominates all its blocks, and
+/// the loop consists of the blocks that reach a back edge to the head without passing the head. All
+/// back edges to one head belong to one loop. Unreachable blocks belong to no loop.
 ///
-/// Loops are numbered by places: the loops inside a loop have the places after it up to its `end`,
-/// so a block is in a loop if the place of its innermost loop is in that interval. About linear in
-/// the blocks and edges, except that an edge costs as many loops as it leaves.
+/// The place of a loop is its number in pre-order of the nesting: the loops inside it have the next
+/// places, below its `end`. So a block is in a loop if the place of its innermost loop is in that
+/// interval. About linear in the blocks and edges, plus the number of loops that each edge leaves.
 class SlcLoopNest {
 public:
     struct Loop {
@@ -31,12 +31,12 @@ public:
     /// Returns the place of the innermost loop around `block`; `k_none` if there is none.
     [[nodiscard]] int PlaceOf(int block) const;
     [[nodiscard]] bool Contains(const Loop& loop, int block) const;
-    /// Returns the place of the innermost loop around `block` that also contains the one at
-    /// `place`. Costs one comparison for each loop in between.
+    /// Returns the place of the innermost loop around `block` that is the loop at `place` or
+    /// contains it; `k_none` if there is none. Costs one comparison for each loop in between.
     [[nodiscard]] int CommonPlace(int block, int place) const;
-    /// Returns the blocks of a loop that every path out of it passes, or all if there is no exit,
-    /// in code order. Linear in their number; in a loop without an exit linear in the blocks of the
-    /// graph.
+    /// Returns the blocks that every path out of the loop passes, or all its blocks if it has no
+    /// exit, in code order. Linear in the number of returned blocks; for a loop without an exit,
+    /// linear in the blocks of the graph.
     [[nodiscard]] std::vector<int> BlocksThatAlwaysRun(const Loop& loop) const;
 
 private:
@@ -57,6 +57,6 @@ private:
     std::vector<int> m_fromOutside;  // loops, each before its inner loops
     std::vector<int> m_parents;      // by loop
     std::vector<int> m_innermost;    // loop by block
-    std::vector<int> m_gathered;  // by block: a block nearer to the head of its outermost loop so
-                                  // far
+    std::vector<int> m_gathered;  // union-find, by block: the next block on the way to the head of
+                                  // its outermost loop so far
 };

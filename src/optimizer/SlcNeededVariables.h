@@ -6,18 +6,18 @@
 
 #include "optimizer/SlcDefUse.h"
 
-/// Finds the variables that the code needs: those that are read for anything except computing
-/// unneeded variables.
+/// Finds the variables that the code needs: the operands of instructions that do more than compute
+/// one variable, and of those that compute a needed variable.
 ///
-/// The analysis ignores the order of the code, so it finds less than liveness does in straight-line
-/// code. But it finds in one step chains that only feed themselves around a loop, of which liveness
+/// The analysis ignores the order of the code, so in straight-line code it finds less than liveness
+/// does. But it finds in one step chains that only feed themselves around a loop, of which liveness
 /// removes one link per round. Linear in the instructions.
 class SlcNeededVariables {
 public:
     /// `variables` is the number of variables.
     explicit SlcNeededVariables(int variables) : m_needed(variables, 0), m_last(variables, -1) {}
 
-    /// Adds an instruction that does more than compute one variable.
+    /// Adds an instruction that reads `uses` and does more than compute one variable.
     void AddReads(std::span<const int> uses);
     /// Adds an instruction that only computes the variable from `uses`, and can be removed if it is
     /// not needed. `uses` must live until `Solve`.

@@ -3,7 +3,7 @@
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
-//     no change the temporaries are shared, once; rounds again if that leaves x = x
+//     no change temporaries share storage, once; the rounds go on if that leaves some x = x
 //     no change the end
 //
 // Graph and liveness are kept from round to round. They are updated in place after a change that
@@ -19,8 +19,8 @@
 //                     neighbours. If accesses to uniform variables keep two neighbouring runs from
 //                     becoming one, the search is repeated after every change
 //     constants       after a walk that only replaced operands, and instructions by assignments,
-//                     since a second walk would know no more than the first, until an edge or a
-//                     write is removed that kept a value from being known
+//                     since a second walk would know no more than the first. This holds until an
+//                     edge or a write that kept a value from being known is removed
 //
 // Constants are propagated and folded in one walk, instruction by instruction, so that a chain like
 // `x = 2; y = x + 1; z = y` takes one round instead of a round per link.

@@ -36,14 +36,14 @@ private:
     [[nodiscard]] bool EliminateCode(SlcListICode& list);
     [[nodiscard]] bool RemoveDeadCode(SlcListICode& list);
     [[nodiscard]] bool RemoveEmptyBlocks(SlcListICode& list);
-    /// Rewrites the remaining code: propagates constants, or else optimizes loops.
+    /// Rewrites the remaining code: propagates constants or, if that changes nothing, hoists code.
     [[nodiscard]] bool ChangeCode(SlcListICode& list);
     /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
     [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
     /// Updates the state after such a walk. `isSettled` means that another walk would find nothing,
     /// and that blocks and edges are unchanged.
     void NoteFolded(bool isSettled, std::span<const int> changedBlocks);
-    /// Lets varying variables share storage. True if some instruction has become x = x.
+    /// Lets temporaries share storage. True if some instruction has become x = x.
     [[nodiscard]] bool UpdateVariables(SlcListICode& list);
     /// Writes the blocks to the file "blockicode.txt".
     void DumpBlocks() const;
@@ -60,5 +60,5 @@ private:
         bool ofConstants = false;  // propagation and folding
     };
     Clean m_isClean;
-    bool m_hasKeptSeams = false;  // result of the last search for empty blocks
+    bool m_hasKeptSeams = false;  // the last search for empty blocks found runs it cannot join
 };

@@ -2,8 +2,8 @@
 //
 //     step                          flag                     from
 //     SlcRegroupParallelBlocks      m_regroupParallelBlocks  -O1
-//     SlcRegroupParallelIfs         m_regroupParallelBlocks  -O1   after runs, which bring guards
-//                                                                  face to face
+//     SlcRegroupParallelIfs         m_regroupParallelBlocks  -O1   after runs are merged, which
+//                                                                  makes guards adjacent
 //     SlcOptimizeBasicBlocks        m_optimizeBasicBlocks    -O2   rounds; in each, the first pass
 //                                                                  that changes something ends it
 //         SlcDeadCodeElimination    m_deadCodeElimination

@@ -2,7 +2,7 @@
 //
 //              [3..4]
 //         [3..6]    [1..4]              a variable live at 4 needs a new color, see the root;
-//     [0..6] [3..9] [1..4] [0..4]       one that is live at 5 and 6 only skips the left half
+//     [0..6] [3..9] [1..4] [0..4]       for one live only at 5 and 6, the left half is full
 //
 // Tested by tests/optimizer/SlcRangeColorsTest.cpp against the plain rule.
 

@@ -45,8 +45,8 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
-/// True if its storage is per point or per run; the dump shows the interferences of such variables.
-/// It includes matrices, which are never renamed: see `PoolOf`.
+/// True for a variable that is stored per point or per run; the dump shows the interferences of
+/// such variables. Includes matrices, although `PoolOf` excludes them from renaming.
 bool MayShare(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();
@@ -55,7 +55,7 @@ bool MayShare(const SlcLexType& variable)
            (!detail.IsUniform() || detail.IsTempUniform());
 }
 
-/// Returns -1 for a variable that keeps its own storage.
+/// Returns the kind of a variable; -1 if it keeps its own storage.
 int PoolOf(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();

@@ -5,8 +5,8 @@
 
 #include "optimizer/SlcDataflowAnalysis.h"
 
-/// Merges varying locals that are never live together into one variable, since every varying local
-/// costs storage for all shading points.
+/// Merges varying or temp-uniform locals that are never live together into one variable, since
+/// every varying local costs storage for all shading points.
 ///
 /// Greedy colouring of the interference graph in the order of the variables, see `SlcRangeColors`:
 /// the first variable of each color stays. The graph itself is never built, see `SlcLiveRanges`.
@@ -23,7 +23,7 @@ private:
     static constexpr int k_noPool = -1;
 
     struct Node {
-        int pool = k_noPool;  // kind of the variable; none if it is never merged
+        int pool = k_noPool;  // kind of the variable; `k_noPool` if it is never merged
         int color = -1;       // index in the pool of the variable that replaces it
     };
 

@@ -61,7 +61,7 @@ void SlcRegroupParallelBlocks::Case(SlcPtr<SlcEndParallelICode>)
 
 void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCommentICode>)
 {
-    // A comment does not separate two runs.
+    // Comments are dropped, so that they do not separate runs.
 }
 
 void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCallICode> code)

@@ -27,13 +27,13 @@ private:
     void Case(SlcPtr<SlcBoolExprICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    /// Handles the mark that closes the run of `m_currentBegin`.
+    /// Emits the end of the run that `m_currentBegin` opened.
     void CloseRun();
 
     std::deque<SlcPtr<SlcICode>> m_output;
     std::optional<SlcUniformAccessOfRuns> m_uniforms;
     std::size_t m_runs = 0;        // number of runs begun so far
-    std::size_t m_currentRun = 0;  // number of the one that `m_currentBegin` opened
+    std::size_t m_currentRun = 0;  // number of the run that `m_currentBegin` opened
     SlcPtr<SlcBeginParallelICode> m_currentBegin;
     bool m_endIsHeld = false;  // a run has ended but may still be continued
     bool m_noJoin = false;     // the run contains an instruction that prevents joining the next run

@@ -4,8 +4,8 @@
 //
 // Runs after SlcRegroupParallelBlocks, which makes the guards adjacent: the lowering guards each
 // block separately. A body that writes its own flag prevents the join, and so does one that ends in
-// a jump. The latter has no effect at present, since each jump that the lowering makes clears the
-// flag of its guard; it is needed for lists that are made by hand.
+// a jump. The rule for jumps has no effect on lowered code, in which each jump clears the flag of
+// its guard; only lists from other sources need it.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelIfs, ...).
 

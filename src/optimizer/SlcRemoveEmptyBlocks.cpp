@@ -5,9 +5,10 @@
 //     {; }; {; x = 1; }; {; if f L; endif L; y = 1; }    {; x = 1; y = 1; }
 //
 // Three walks: the first determines which labels are used and which are aliases of others, the
-// second updates jumps and labels accordingly, the third removes pairs of marks. The last one keeps
-// runs apart as SlcRegroupParallelBlocks does, but joins a run with a comparison with the next run.
-// A label that becomes unused during a walk is removed in the next round.
+// second updates jumps and labels accordingly, the third removes pairs of marks. The third walk
+// keeps runs apart as SlcRegroupParallelBlocks does, with two differences: a comparison does not
+// keep runs apart, and an order-sensitive call also keeps its run apart from the run before it. A
+// label that becomes unused during a walk is removed in the next round.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRemoveEmptyBlocks, ...).
 
@@ -31,7 +32,7 @@ bool IsExactly(const SlcPtr<SlcICode>& code)
     if (code.Null())
         return false;
     const SlcICode& object = *code;
-    // A program has one type description per class; `==` would also compare their names.
+    // A program has one `type_info` per class; `==` would also compare their names.
     return &typeid(object) == &typeid(Code);
 }
 
@@ -214,11 +215,11 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
         std::size_t place;  // in the list
         Mark mark;
         bool sensitive;
-        std::size_t run;  // the last one begun
+        std::size_t run;  // number of the last run begun
     };
     std::vector<Kept> kept;
     kept.reserve(list.m_icodes.size());
-    std::vector<Kept> seamEnds;  // first end of each merged run still open
+    std::vector<Kept> seamEnds;  // the removed ends in the merged run that is still open
     std::size_t runs = 0;
     for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
         runs += marks[i] == Mark::BeginParallel ? 1 : 0;

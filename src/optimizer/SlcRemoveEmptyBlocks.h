@@ -9,15 +9,15 @@
 #include "optimizer/SlcControlFlowGraph.h"
 
 /// Removes control flow that has become redundant: unreachable blocks, jumps to the next
-/// instruction, labels without a jump, empty parallel runs and guards, and the seam between two
-/// parallel runs.
+/// instruction, labels without a jump, empty parallel runs and guards, and seams. A seam is the end
+/// of a parallel run followed by the begin of the next one.
 class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
 public:
-    /// Drops blocks without predecessors, except the first, and those that lose their last
-    /// predecessor by this. `graph` belongs to `list` and is stale after a change. An unreachable
-    /// cycle of blocks stays. True if it changed something.
+    /// Drops blocks without predecessors, except the first block, and blocks that lose their last
+    /// predecessor thereby. `graph` belongs to `list` and is stale after a change. An unreachable
+    /// cycle of blocks stays. True if the list has changed.
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
-    /// Needs no graph. True if it changed something.
+    /// Removes all other redundant control flow. Needs no graph. True if the list has changed.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
     /// True if a removed instruction read a variable, which may be dead now.
     [[nodiscard]] bool HasRemovedReads() const { return m_hasRemovedReads; }
@@ -34,13 +34,13 @@ public:
 private:
     enum class RemovePhase {
         CollectLabels,  // drops jumps to the next instruction and collects the used labels
-        RemoveLabels,   // redirects jumps and drops labels
+        RemoveLabels,   // redirects jumps and drops unused labels
         RemovePairs,    // drops pairs of adjacent marks
     };
 
     /// One walk over the instructions that name labels; true if it changed something.
     [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
-    /// Finds these instructions, and marks all labels as unused.
+    /// Finds the instructions that name labels, and marks all labels as unused.
     void CollectPlaces(const SlcListICode& list);
     /// Removes instructions at ascending positions.
     void RemoveAt(const std::vector<std::size_t>& removed, std::deque<SlcPtr<SlcICode>>& codes);
@@ -69,5 +69,5 @@ private:
     bool m_changed = false;
     bool m_hasRemovedReads = false;
     bool m_hasKeptSeams = false;
-    std::unordered_map<const SlcLabelICode*, SlcLabel> m_aliases;  // the label that replaces each
+    std::unordered_map<const SlcLabelICode*, SlcLabel> m_aliases;  // by label: its replacement
 };

@@ -66,7 +66,7 @@ SlcUniformAccess::Arrays SlcUniformAccess::ArraysOf(const std::deque<SlcPtr<SlcI
 {
     Arrays arrays;
     for (const auto& code : codes) {
-        // These instructions are rare, and no class derives from theirs.
+        // No class derives from SlcArrayRefICode, so comparing types is enough, and fast.
         const SlcICode& object = *code;
         if (&typeid(object) != &typeid(SlcArrayRefICode))
             continue;

@@ -13,9 +13,9 @@
 /// writes: otherwise a point would see values of the previous point.
 class SlcUniformAccess {
 public:
-    /// Maps a reference to an element to its array.
+    /// Maps each reference to an array element to the array.
     using Arrays = std::unordered_map<const SlcLexType*, const SlcLexType*>;
-    /// Returns the references of a whole list.
+    /// Returns the references in a whole list.
     [[nodiscard]] static Arrays ArraysOf(const std::deque<SlcPtr<SlcICode>>& codes);
 
     /// Adds the accesses of `code`, which must be in the run.
@@ -29,13 +29,13 @@ private:
     std::unordered_map<const SlcLexType*, bool> m_isWritten;  // by operand of the run
 };
 
-/// The accesses of all runs of a list, numbered in the order of their begin marks.
+/// The accesses of all runs of a list. Runs are numbered in code order.
 class SlcUniformAccessOfRuns {
 public:
     explicit SlcUniformAccessOfRuns(const std::deque<SlcPtr<SlcICode>>& codes);
 
-    /// Joins run `next` with run `first`, which includes the runs already joined with it, if that
-    /// is allowed; true if it was joined. All calls together are linear.
+    /// Joins run `next` with run `first` and all runs already joined with `first`, if that is
+    /// allowed. True if `next` was joined. All calls together are linear.
     [[nodiscard]] bool Join(std::size_t first, std::size_t next);
 
 private:

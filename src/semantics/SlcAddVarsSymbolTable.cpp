@@ -4,9 +4,10 @@
 //     float x = x + 1;
 //
 // the second x is that of an enclosing scope, or undefined. The initializer goes through the same
-// passes as any expression. They run here, since the requested type is known only now.
+// passes as any expression. They run here, since the declaration determines the requested type.
 //
-// A faulty declaration declares the name with the error type, so that its uses are not reported.
+// A declaration whose type is invalid adds the name with the error type, so that uses of the name
+// are not reported.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -44,7 +45,7 @@ bool Matches(const SlcTypeNode* initializer, const SlcTypeNode* declared)
            (IsPromotedFromFloat(declared) && initializer->IsFloatType());
 }
 
-/// An array can be initialized by another one with matching elements; lengths are not compared.
+/// True if an array can initialize another one: the elements must match; lengths are not compared.
 bool ElementsMatch(const SlcTypeNode* initializer, const SlcTypeNode* declared)
 {
     return Matches(AsArray(initializer)->GetElementType(), AsArray(declared)->GetElementType());
@@ -135,7 +136,7 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
     m_type = type;
     const SlcArrayTypeNode* array = AsArray(type);
     const SlcTypeNode* element = array ? array->GetElementType() : type;
-    // A renderer sets a string once per instance, so it is uniform.
+    // A renderer sets a string parameter once per instance, so the parameter is uniform.
     m_dropsVarying = false;
     if (m_declares != Declares::ShaderFormals || !element->IsStringType())
         return;
@@ -154,7 +155,7 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                           "Parameter '" + ident->GetName() +
                               "' is uniform: a string has one value for all points",
                           2);
-    // Check it before the initializer is walked, since that declares undefined names.
+    // Look up the name before the walk of the initializer, which declares undefined names.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
@@ -182,9 +183,9 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
         AddVariable(definition, type, m_storage, nullptr);
 }
 
-/// Declares a variable whose name is taken. Later passes walk it like any other definition, but no
-/// name refers to it. If the earlier name is that of a function or of another kind of variable, the
-/// name means neither from here on.
+/// The definition gets an entry, since later passes walk it like any other, but no name refers to
+/// that entry. If a local repeats the name of a function, or of a variable with another type or
+/// detail, the name has the error type from here on, so that no use of it is reported.
 void SlcAddVarsSymbolTable::AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type)
 {
     SlcIdentNode* ident = definition->GetIdent();
@@ -241,7 +242,7 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
     // A single type is checked separately, so that the report on an array names the part that does
-    // not match. If there are several types, one must be the declared one.
+    // not match. If there are several types, one of them must match the declared type.
     const bool single = types.size() == 1;
     const bool suits = single ? Matches(types.front(), type) || type->IsErrorType()
                               : annotation->IsInTypes(type, false) ||

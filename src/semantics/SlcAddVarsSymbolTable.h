@@ -15,7 +15,7 @@ class SlcVarDefsStmtNode;
 struct SlcOuterScopes {
     SlcPtr<SlcSymbolTable> global;
     SlcPtr<SlcSymbolTable> function;     // searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> definition;   // where the function is defined; null for a shader's body
+    SlcPtr<SlcSymbolTable> definition;   // where a nested function is defined; null at file level
     SlcPtr<SlcSymbolTable> shader;       // the predefined variables
     SlcPtr<SlcSymbolTable> illuminance;  // the variables of a light loop; null if there is none
 };
@@ -27,26 +27,26 @@ struct SlcDeclarationPlace {
 };
 
 /// Declares the variables of a formals list or of a declaration statement, and checks their
-/// initializers. Each gets an entry, which its node holds, even after a fault: its uses must have
-/// something to refer to.
+/// initializers. Each variable gets a symbol entry, which its node holds, even after a fault, since
+/// later uses of the variable must refer to one.
 class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    // Each of these extends `scope` and returns the table to use from there on.
+    // Each of these adds the variables to `scope` and returns the table for the code after them.
 
-    /// Extends to a new scope. Strings become uniform, even if they are declared varying.
+    /// Adds them in a new inner scope. Strings become uniform, even if they are declared varying.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
                                                           SlcPtr<SlcSymbolTable> scope,
                                                           const SlcOuterScopes& outer,
                                                           SlcShaderTypeNode* shaderType);
-    /// Extends to a new scope.
+    /// Adds them in a new inner scope.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddFunctionFormals(SlcFormalsNode* formals,
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// Extends to the next table of the same scope: code before the statement does not see the
-    /// names.
+    /// Adds them in the next table of the same scope, so that code before the statement does not
+    /// see the names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,
@@ -63,15 +63,15 @@ private:
 
     enum class Declares { ShaderFormals, FunctionFormals, Locals };
 
-    /// Walks `node`, which extends `table`, and returns the extended table.
+    /// Walks `node`, whose variables are added to `table`, and returns the resulting table.
     SlcPtr<SlcSymbolTable> Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table, Declares what,
                                const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
                                const SlcDeclarationPlace& place);
 
     /// Returns the declared type, independently of the initializer; `error` after a report.
     [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
-    /// Checks types and detail of the initializer, which has its set of types. `errorsBefore` is
-    /// the number of errors when its check began.
+    /// Checks types and detail of the initializer, whose set of types must be known. `errorsBefore`
+    /// is the number of errors before that set was computed.
     void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
     /// Returns the declared type if the initializer matches it; void after a report.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
@@ -89,9 +89,9 @@ private:
     SlcPtr<SlcSymbolTable> m_current;
     SlcOuterScopes m_outer;
     SlcTypeNode* m_type = nullptr;            // of the declaration being walked
-    SlcDetailNode* m_detail = nullptr;        // the same
+    SlcDetailNode* m_detail = nullptr;        // of the declaration being walked
     bool m_dropsVarying = false;              // `varying` is declared but not possible
-    SlcStorageSpecNode* m_storage = nullptr;  // the same
+    SlcStorageSpecNode* m_storage = nullptr;  // of the declaration being walked
     SlcPtr<SlcSemanticError> m_errors;
     SlcCalculateTypesSets m_typesPass;
     SlcResolveUniqueType m_uniquePass;

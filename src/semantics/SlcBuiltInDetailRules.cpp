@@ -1,7 +1,8 @@
-// The rules that cards name for the detail of the result: in general, and for a call that is being
-// evaluated. Most built-ins combine the details of their arguments or, without arguments, have the
-// detail that the context requests (random()). Some are always varying, since they read a
-// predefined variable (faceforward(v, I) reads Ng), and some are always uniform.
+// The rules for the detail of a call's result, which cards refer to by name: one for the statement
+// as it is written, one for a body that is being evaluated. Most calls combine the details of their
+// arguments or, without arguments, have the detail that the context requests (random()). Some are
+// always varying, since they read a predefined variable (faceforward(v, I) reads Ng), and some are
+// always uniform.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -42,7 +43,7 @@ void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
         CheckParamDetail(*walker.Errors(), entry.GetName(), i, arguments[i].get(), formals[i]);
 }
 
-/// Checks functions that accept any detail: their output arguments must still be variables.
+/// Checks a call whose arguments may have any detail: output arguments must still be variables.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -52,7 +53,7 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
             (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
-/// Makes the variables varying that a function without a rule writes, regardless of its arguments.
+/// Makes all variables that the call writes varying, whatever the details of the other arguments.
 void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();

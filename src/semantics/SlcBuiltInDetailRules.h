@@ -2,9 +2,9 @@
 
 #include "symbols/SlcBuiltInTable.h"
 
-// The rules for the detail of a call of a built-in. A rule of the first pass also reports invalid
-// arguments. Its inline counterpart uses the inline details of a body that is being evaluated, and
-// reports nothing.
+// The rules for the detail of a call of a built-in. A rule for `SlcCheckDetail` also reports
+// invalid arguments. Its inline counterpart uses the inline details of a body that is being
+// evaluated, and does not repeat these reports.
 
 using SlcFuncEntry = SlcPtr<SlcFuncSymbolEntry>;
 
@@ -37,8 +37,8 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose card declares which arguments are outputs. Part of the rules; no card uses
-/// it.
+/// For built-ins whose card declares which arguments are outputs. Part of the table of rules, but
+/// no card uses it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 

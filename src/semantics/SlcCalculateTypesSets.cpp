@@ -1,12 +1,12 @@
-// Types are computed from the operands up. An expression may have several, which only its context
-// can distinguish:
+// Types are computed from the operands up. An expression may have several types, among which only
+// its context can choose:
 //
 //     (1, 2, 3)               point, color
 //     noise(s)                float, color, point
 //     noise(s) * Cs           color                      the intersection of both sides' sets
 //
-// A call has the result types of all overloads that match its arguments. A name that is not in
-// scope is first looked up in shadeop libraries.
+// A call has the result types of all overloads that match its arguments. A function that is not in
+// scope is looked up in shadeop libraries before it is reported.
 //
 // Chains such as a + b + c may have thousands of operators, so they are walked as a list
 // (SlcLeftSpine) and need no stack.
@@ -54,8 +54,8 @@ SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
     return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
 }
 
-/// Adds advice that a component is accessed by a call, "comp(c, 0)". `set` is the prefix of its
-/// name.
+/// Adds advice that a component is accessed by a call, "comp(c, 0)". `set` is "set" for a write,
+/// and otherwise empty.
 void AdviseOnComponent(SlcSemanticError& errors, const SlcSyntaxNode* node,
                        const SlcVarSymbolEntry& variable, const SlcExprNode* index,
                        const std::string& set)

@@ -15,15 +15,15 @@
 /// `SlcResolveUniqueType` then selects one type of each set.
 ///
 /// An expression with a reported fault has only the type `error`, which every operator above it
-/// propagates, so that one fault causes one report. Operands without a common rule result in an
-/// empty set, which is reported where the type is needed.
+/// propagates, so that one fault causes one report. If no rule combines the types of the operands,
+/// the set is empty, which is reported where the type is needed.
 class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
     /// Names are looked up in the current scope. An undefined name is added to it as a variable of
-    /// type error, so that a misspelling is reported once. A root that is a call may have no value.
-    /// `shaderType` is that of the file's shader.
+    /// type error, so that a misspelling is reported once. If `node` is a call, the function may be
+    /// void. `shaderType` is that of the file's shader.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes, SlcShaderTypeNode* shaderType);
 
 private:
@@ -48,7 +48,7 @@ private:
     void Case(SlcExprNode* expr) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Visits the children first; their values are used.
+    /// Visits the children of `node` as operands, whose values are used.
     void WalkOperands(SlcSyntaxNode* node);
     /// Returns the variable; null, after a report, if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcSyntaxNode* node,
@@ -61,7 +61,7 @@ private:
     [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
     /// Returns the return types of the matching overloads; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
-    /// Returns only overloads with a value if it is used and there are any.
+    /// If the value is used, returns void overloads only if the types match no other overload.
     [[nodiscard]] SlcOverloads FindOverloads(SlcProcCallExprNode* call, bool valueUsed);
     void ReportNoOverload(SlcProcCallExprNode* call, const SlcOverloads& overloads);
     /// Adds the shadeops of that name to the current table. Returns false if there is none.

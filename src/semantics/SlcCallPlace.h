@@ -3,11 +3,12 @@
 class SlcDetailNode;
 class SlcShaderTypeNode;
 
-/// The place of a call, on which its detail depends, and that of the body that is evaluated for it.
+/// The place of a statement, or of a body that is evaluated for a call. The details of calls there
+/// depend on it.
 struct SlcCallPlace {
     SlcShaderTypeNode* shaderType = nullptr;
-    bool inShader = false;  // code here is reachable, and so are the functions that it calls
-    bool inLightStatement = false;    // or in a function called from one
+    bool inShader = false;  // in the shader's code, or in a body evaluated for a call from there
+    bool inLightStatement = false;    // or in a body evaluated for a call from one
     SlcDetailNode* wanted = nullptr;  // detail that the context requests; null if none
     int level = 0;                    // number of enclosing calls
 };

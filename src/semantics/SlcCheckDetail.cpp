@@ -1,11 +1,11 @@
-// The detail of an expression is the maximum of its parts, in the order uniform, open, varying. In
-// a function a formal without a declared detail is open:
+// The detail of an expression is the maximum of those of its parts, in the order uniform, open,
+// varying. In a function a formal without a declared detail is open:
 //
 //     float f(float x) { return x * s; }      x is open, s varying: the product is varying
 //     float g(float x) { return x + 1; }      open: its detail depends on the call
 //
 // An assignment requests the detail of its target from the right side. Some calls, such as
-// random(), adopt it; any other expression has its own detail.
+// random(), adopt the requested detail; all other expressions ignore it.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -54,7 +54,7 @@ bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
 }
 
-/// True for a parameter of the shader, not of a function.
+/// True for an output parameter of the shader that is a string or an array of strings.
 bool IsStringParameter(const SlcVarSymbolEntry& variable, const SlcCallPlace& place)
 {
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(variable.GetType());

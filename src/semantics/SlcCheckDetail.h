@@ -14,7 +14,7 @@ void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
 /// violations of the rules of uniform and varying. Stores it in the `SlcPossibleTypes` and
 /// `SlcLValueType` of the nodes, which must have their unique types.
 ///
-/// The details of variables that a function declares without one are unknown here;
+/// A variable that a function declares without a detail has an unknown detail here;
 /// `SlcCheckInlineDetail` evaluates the function's body for each call.
 class SlcCheckDetail : public SlcCodeWalker {
 public:
@@ -55,5 +55,5 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcCallPlace m_place;                  // of the node being walked
-    SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
+    SlcDetailNode* m_condition = nullptr;  // of the current condition's comparisons so far
 };

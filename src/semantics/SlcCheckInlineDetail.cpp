@@ -8,10 +8,10 @@
 //              that skip it keep the first value
 //
 // A write has at least the detail of its guards (Written), and of each `break`, `continue` or
-// `return` that some points have executed before (Leave). A loop is walked until the details at its
-// start equal those at its end (WalkLoop). This ends, since details only rise, from uniform over
-// open to varying; details that still change after a few rounds are set to varying. Reports are
-// made in a last round, when all details are final.
+// `return` that some points have executed earlier (Leave). A loop is walked until the details at
+// its start equal those at its end (WalkLoop). This ends, since details only rise, from uniform
+// over open to varying; details that still change after a few rounds are set to varying. Reports
+// are made in a last round, when all details are final.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, and by all levels against each other in
 // tests/random.
@@ -78,7 +78,7 @@ void SlcCheckInlineDetail::Written(const SlcPtr<SlcVarSymbolEntry>& variable, Sl
         const bool isOwn = m_own.count(&*entry) != 0;
         SlcDetailNode* const guard = isOwn ? Guard() : CombineGuards(Guard(), m_outerGuard);
         SlcDetailNode* written = guard ? SlcDetailNode::Combine(detail, guard) : detail;
-        // A variable of the shader itself is never known to be uniform.
+        // The shader's own code is not evaluated, so its variables are never known to be uniform.
         if (guard || !isOwn || extent == Extent::Part)
             written = SlcDetailNode::Combine(written, SlcEffectiveDetail(entry));
         m_journal->NoteWrite(*entry);
@@ -257,7 +257,7 @@ void SlcCheckInlineDetail::Leave(std::size_t loops)
     }
 }
 
-/// After `continue`, the points skip the rest of this iteration of the loop.
+/// Treats `continue` like `break`: its points skip the rest of this iteration.
 void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
 {
     Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));

@@ -27,14 +27,15 @@ public:
         SlcDetailNode* detail;
     };
 
-    /// `around` is the evaluation of the body that contains the call; null in the code of the
-    /// shader itself.
+    /// `around` is the evaluation of the body that contains the call; null if the call is in a
+    /// statement that `SlcCheckDetail` is checking.
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
     /// The maximum depth of calls.
     static constexpr int k_maxLevels = 10'000;
 
+    /// Evaluates `body` and returns the detail of the result; varying if it has no `return`.
     /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`.
     [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, const SlcCallPlace& place);
 
@@ -42,15 +43,15 @@ public:
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
     [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 
-    // The functions that change the inline detail of a variable.
+    // Functions that change the inline detail of a variable.
     enum class Extent { Whole, Part };
-    /// Records that `variable` was written with a value of this detail, and so was the variable
-    /// that it refers to if it is `extern`. Under a condition, or if only a part was written, it
-    /// keeps part of its old value.
+    /// Records that a value of this detail was written to `variable` and, if that is `extern`, to
+    /// the variable that it refers to. Under a condition, or if only a part was written, part of
+    /// the old value remains, so the old detail is combined with the new one.
     void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
-    /// Records a write of a call to a variable or element.
+    /// Records that a call writes `argument`, if that is a variable or an element.
     void Written(const SlcExprNode* argument, SlcDetailNode* detail);
-    /// Records the first value of `variable`, from a declaration or a call.
+    /// Records the first value of `variable`: of a local by its declaration, of a formal by a call.
     void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
     /// Declares that each call of the body has its own copy of the variable.
     void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
@@ -97,9 +98,10 @@ private:
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
     /// Walks iterations of a loop until nothing changes.
     void WalkLoop(const SlcLoopStmtNode* node, const std::function<void()>& walkRound);
-    /// Walks one iteration; true if another one is needed. With `makesVarying` none is.
+    /// Walks one iteration; true if another one is needed. `makesVarying` makes all variables
+    /// varying that the iteration writes, so that one more iteration suffices.
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
-    /// Records that some points leave `loops` of the innermost loops here.
+    /// Records that some points leave the `loops` innermost loops here.
     void Leave(std::size_t loops);
     /// Returns the combined detail of the conditions in the body that guard the current code; null
     /// if there are none.
@@ -108,13 +110,13 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     SlcCallPlace m_place;                  // of the node being walked
     SlcDetailNode* m_wanted = nullptr;     // of the result
-    SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
+    SlcDetailNode* m_condition = nullptr;  // of the current condition's comparisons so far
     SlcDetailNode* m_guard =
         nullptr;                  // of the enclosing conditions and loops; null if there are none
-    SlcDetailNode* m_outerGuard;  // of those that enclose the call
-    std::vector<SlcDetailNode*> m_left;  // by loop, the body first: detail of jumps out; null: none
+    SlcDetailNode* m_outerGuard;  // of the conditions and loops around the call; null if none
+    std::vector<SlcDetailNode*> m_left;  // by loop, body first: detail of its jumps out; or null
     SlcDetailNode* m_result = nullptr;   // of a guarded `return`
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;
-    SlcInlineJournal* m_journal;  // shared with the outermost evaluation
+    SlcInlineJournal* m_journal;  // that of the outermost evaluation
 };

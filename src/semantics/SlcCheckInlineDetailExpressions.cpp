@@ -1,6 +1,6 @@
-// Computes the details of expressions inside a function for one call: those of their parts, unless
-// a rule or a declaration determines them. An assignment records the detail of its variable. A
-// condition in an expression guards its branches like an `if`.
+// Computes the details of expressions inside a function for one call. An expression combines the
+// details of its parts, unless a rule or a declaration determines its detail. An assignment records
+// the detail of its variable. The condition of `?:` guards its branches like that of an `if`.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -108,7 +108,7 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
     }
 }
 
-/// Visited for its calls even if its detail is known.
+/// Walks the parts even if the detail is already known, since they may contain calls.
 void SlcCheckInlineDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const condition = WalkCondition(node->GetCondition());
@@ -144,7 +144,7 @@ void SlcCheckInlineDetail::Case(SlcProcCallExprNode* node)
         SlcSetInlineDetail(node, SlcDetailNode::AUniform());
 }
 
-/// Visited for the calls in it.
+/// Walks the arguments, since they may contain calls.
 void SlcCheckInlineDetail::Case(SlcTextureExprNode* node)
 {
     node->WalkIn(this);

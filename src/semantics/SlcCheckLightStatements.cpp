@@ -3,7 +3,7 @@
 //
 // `illuminance` loops over lights and declares L, Cl and Ol in its body; `illuminate` and `solar`
 // are allowed only in lights. The differences between the three are rows (LightStatement), so that
-// each rule is written once. All are accepted in functions, and checked at their calls.
+// each rule is written once. Functions may contain all three: they are checked at each call.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 
@@ -24,7 +24,7 @@ struct SlcCheckSemantics::LightStatement {
     const char* illegal;
     const char* nested;
     const char* notFound;   // internal error: a name that was not found
-    const char* afterName;  // text after the name in it; null if the name is not shown
+    const char* afterName;  // follows `notFound` and the name; null if the name is not shown
     const char* noVariable;
 };
 
@@ -80,7 +80,7 @@ void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightSta
     const bool takesPoint = role != LightArgument::Angle;
     FindTypes(argument);
     const auto types = SlcPossibleTypes::Of(argument);
-    // A triple, which may be a color elsewhere, must be a point here.
+    // A triple could also be a color, but here it must be a point.
     SlcTypeNode* suited = types->IsInTypes(SlcTypeNode::APoint(), false);
     if (suited && !takesPoint && types->IsInTypes(SlcTypeNode::AFloat(), false))
         suited = nullptr;
@@ -124,8 +124,8 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
     m_scopes.current = outer;
 }
 
-/// A failed look-up that reaches this function is an internal error: the passes report those that a
-/// source can cause.
+/// A failed look-up that reaches this function is an internal error: the passes report the failed
+/// look-ups that a source can cause.
 template <class Node>
 void SlcCheckSemantics::GuardLightStatement(Node* node, const LightStatement& statement,
                                             SlcExprNode* position)

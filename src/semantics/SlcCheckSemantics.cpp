@@ -1,13 +1,13 @@
 // Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
-// its body, so it cannot call itself. Its formals are stored with the scope of the definition, in
-// which `extern`, and a body without --strict, look up names. Each body has a separate walker,
-// whose fields then record what it contains: a `return`, a light statement.
+// its body, so it cannot call itself. Variables that a body does not declare are looked up in the
+// scope of the definition; with --strict, only those declared `extern` are. Each body has a
+// separate walker, whose fields then record what the body contains: a `return`, a light statement.
 //
 // The checks of a function omit everything that depends on its calls. Open details are checked
 // where shader code calls the function (SlcUserCallRules), with the arguments of each call.
 //
-// Tested by tests/semantics/SlcCheckSemanticsTest.cpp and, for faults that bring no others,
-// OneReportTest.cpp.
+// Tested by tests/semantics/SlcCheckSemanticsTest.cpp, and by OneReportTest.cpp for faults that
+// must cause only one report.
 
 #include "semantics/SlcCheckSemantics.h"
 
@@ -137,7 +137,7 @@ void SlcCheckSemantics::CheckReturnType(const SlcFuncDefNode* node)
                                   "' cannot return an array of type void");
 }
 
-/// Declares the function after its body has been checked, since it cannot call itself.
+/// Declares the function after its body has been checked, so that it cannot call itself.
 void SlcCheckSemantics::AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info)
 {
     const auto replaced = m_scopes.current->FindUserFunction(

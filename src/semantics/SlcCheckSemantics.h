@@ -16,8 +16,8 @@ class SlcRelationNode;
 /// passes: possible types, unique type, detail, usage. All passes have finished a statement before
 /// the next one starts, so everything is declared before its use.
 ///
-/// The body of each shader or function is checked by a separate walker, which then has the facts
-/// about the body.
+/// The body of each shader or function is checked by a separate walker, whose fields then hold the
+/// facts about the body.
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
     /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
@@ -25,10 +25,10 @@ public:
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                       SlcCheckUsage* usage);
 
-    /// Checks a tree or a body.
+    /// Checks a tree or a body and reports its faults. `scopes` are those around `node`.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes);
 
-    /// Runs all passes over an expression without a context, which must have one type.
+    /// Runs all passes over an expression whose context requests no type. Reports several types.
     void CheckExprType(SlcExprNode* expr);
 
 private:
@@ -58,24 +58,24 @@ private:
     void Case(SlcStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Returns the name of the variable that holds the return type of a function for its body; it
-    /// is not a valid name in a source.
+    /// Returns the name of a variable that is declared in each function with the function's return
+    /// type, for use by `return`. It is not a valid name in a source.
     [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
     /// Returns the scopes for declarations at this place.
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
-    /// Creates the walker for the body of a nested definition.
+    /// Creates the walker for the body of `definition`, a shader or function.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
                                                SlcCheckUsage* usage) const;
-    /// Creates the usage record of such a body; null without usage checks.
+    /// Creates the usage record of a body with these formals; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
     /// Records the scope of the function's definition in the table of its formals.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
-    /// Checks a function without its body.
+    /// Reports a return type that is an array of void.
     void CheckReturnType(const SlcFuncDefNode* node);
     /// Adds the function to its scope, so that it can be called from here on.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
-    /// Warns if the function replaces one with the same signature in the same scope, which later
-    /// calls cannot reach.
+    /// Warns that the function replaces `replaced`, an earlier one with the same signature in the
+    /// same scope, which later calls cannot reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
     /// Runs the first pass over an expression, or over both sides of a condition.
@@ -84,20 +84,20 @@ private:
     void FinishChecks(SlcSyntaxNode* node);
     /// Runs all passes over a relation, which has no type.
     void CheckCondition(SlcRelationNode* condition);
-    /// Returns the only type of an expression without a context. Reports several types; void if it
-    /// has none.
+    /// Returns the type of an expression whose context requests none. If the expression has several
+    /// types, reports that and returns the first; returns void if it has none.
     [[nodiscard]] SlcTypeNode* WantedTypeOf(SlcExprNode* expr);
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
     /// Returns the function's return type, after reports on the place and the value of the
     /// `return`.
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
-    /// Passes the node that is executed next to the usage record.
+    /// Passes `node` to the usage record; call it in the order of execution.
     void CheckUsage(SlcSyntaxNode* node);
     /// Walks a branch of a statement, and then `step`, which may be null, with a separate usage
     /// record; returns null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> WalkBranch(SlcSyntaxNode* branch,
                                                             SlcExprNode* step);
-    /// `step` may be null.
+    /// Walks the body of the loop and then `step`, which may be null, as a branch.
     void WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step);
 
     /// True if this type of shader may contain the statement; always true in a function.
@@ -108,7 +108,7 @@ private:
     /// `position` is null for a statement that has none.
     template <class Node>
     void CheckLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
-    /// Does the same; a failed look-up inside is fatal.
+    /// Calls `CheckLightStatement`; a failed look-up in it is a fatal error.
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 
@@ -123,7 +123,7 @@ private:
     SlcScopes m_scopes;
     SlcPtr<SlcSymbolTable>
         m_function;  // scope that is searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> m_definition;  // the same for the enclosing body
+    SlcPtr<SlcSymbolTable> m_definition;  // scope around a nested definition; searched next
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
     SlcCalculateTypesSets m_typesPass;
@@ -139,7 +139,7 @@ private:
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_lights = 0;              // number so far on one path through the branches
+    int m_lights = 0;              // most light statements so far on a path through the branches
     int m_errorsBefore = 0;        // number of errors before the current expression
     int m_loopDepth = 0;
     int m_lightNesting = 0;

@@ -1,6 +1,6 @@
-// Checks statements other than those for lights. Each runs all passes over its expressions before
-// the next statement is checked. Branches and loops are walked with separate usage records, which
-// are set aside after the walk and merged where the statement ends (SlcCheckUsage).
+// Checks statements other than those for lights. All passes run over the expressions of a statement
+// before the next statement is checked. Branches and loops are walked with separate usage records,
+// which are set aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
 // A `return` requires the type of its function, a condition requires a comparison, and a call
 // statement requires nothing. All other expressions must have exactly one type; several are
@@ -60,10 +60,10 @@ void SlcCheckSemantics::CheckExprType(SlcExprNode* expr)
 SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
 {
     const auto& types = SlcPossibleTypes::Of(expr)->GetTypes();
-    // Reported at its operator.
+    // The next pass reports the operator that has no type.
     if (types.empty())
         return SlcTypeNode::AVoid();
-    // Report it, but use the first type, since the next passes need one.
+    // Report several types, but use the first one, since the next passes need a type.
     if (types.size() > 1)
         m_errors->Error(expr, "Ambiguous type for expression");
     return types.front();

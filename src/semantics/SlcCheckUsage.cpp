@@ -9,11 +9,11 @@
 //                              promoted: always joined with never is maybe
 //     Ci = x;                  'x' may not be initialized
 //
-// A branch that ends in a jump does not affect the state after both. The body of a loop may not run
-// at all, unless its head proves that it does (SlcRunsAtLeastOnce).
+// If one branch ends in a jump, a variable that the other branch sets counts as set after both. The
+// body of a loop may not run at all, unless its head proves that it does (SlcRunsAtLeastOnce).
 //
-// Accesses of a function to outer variables are checked where it is called, by replaying its
-// record. Warnings are in the order of the names, since that of a map by address is arbitrary.
+// A function's accesses to outer variables are checked where it is called, by replaying its record.
+// Warnings are in the order of names, since the order of a map keyed by address is arbitrary.
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 
@@ -53,7 +53,8 @@ bool IsAlwaysSet(const SlcVarSymbolEntry& entry)
     return entry.IsHidden() || entry.GetStorage()->IsInput() || entry.GetType()->IsErrorType();
 }
 
-/// If one branch ends in a jump, the other one determines the state after both.
+/// Returns `usage`, the state after one branch, as it counts when joined with `other`: if the
+/// branch ends in a jump (`stopped`), a variable that the other branch always sets counts as set.
 SlcVariableUsage Outweighed(SlcVariableUsage usage, bool stopped, const SlcVariableUsage& other)
 {
     if (stopped && other.GetModified() == SlcUsageState::Always)

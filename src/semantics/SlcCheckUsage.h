@@ -12,17 +12,17 @@
 
 class SlcExprNode;
 
-/// Warns of reads of variables that may not be set yet. It walks a body in the order of execution.
-/// The body and each branch and loop in it have a record, which is merged into the enclosing record
-/// where the branch ends.
+/// Warns of reads of variables that may not be set yet. A body is walked in the order of execution.
+/// An object of this class is the record of a body, or of a branch or loop in it, which is merged
+/// into the enclosing record where the branch ends.
 ///
 /// Each variable has one state: its state at the current point of the walk. A record stores the
 /// changes of its branch, so that they can be undone before another branch is walked, and joined
-/// where both end. Variables that are declared outside the body are checked where its function is
-/// called: there its record is replayed.
+/// where both end. Variables that are declared outside a function are checked where the function is
+/// called: there the record of its body is replayed.
 ///
-/// A statement costs its expressions; a branch or call costs the number of variables that it
-/// changes.
+/// A statement takes time linear in its expressions, a branch in the variables that it changes, and
+/// a call in the outer variables that the function accesses.
 class SlcCheckUsage : public SlcCodeWalker {
 public:
     /// Creates the record of a body.
@@ -33,8 +33,8 @@ public:
     /// Visits the next expression, condition, declaration or jump, after the other passes have
     /// finished with it. A body starts with its formals.
     void operator()(SlcSyntaxNode* node);
-    /// Ends the walk of the branch and undoes its changes until it is promoted. Afterwards, call it
-    /// for another branch of the statement, or `Promote`.
+    /// Ends the walk of the branch and undoes its changes until `Promote` joins the branches of the
+    /// statement. Between the two calls only another branch of the statement may be walked.
     void SetAside();
 
     /// Ends a statement and joins its branches, which have been set aside.
@@ -56,11 +56,11 @@ private:
         int changedAt = k_outside;  // level of the innermost branch that has recorded a change
         SlcVariableUsage outer;     // state if it is declared outside; otherwise the entry holds it
         const SlcVariableUsage* elsewhere =
-            nullptr;  // state in the other of two branches that are joined
+            nullptr;  // while two branches are joined: state after the first; otherwise null
     };
     struct Change {
         Variable* variable;
-        SlcVariableUsage usage;  // before the branch, or after it once it is set aside
+        SlcVariableUsage usage;  // before the branch; once that is set aside, after the branch
         int changedAt;           // `Variable::changedAt` before the branch
     };
     struct Body {
@@ -80,7 +80,8 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Returns the variable that an alias refers to; null if it is always set or has been reported.
+    /// Returns the variable that `named` is or, if `extern`, refers to; null if that is always set
+    /// or has been reported.
     [[nodiscard]] Variable* Find(const SlcPtr<SlcVarSymbolEntry>& named);
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
     /// Returns the state of the variable at the current point of the walk.
@@ -89,32 +90,32 @@ private:
     [[nodiscard]] static bool IsCheckedHere(const Variable& variable);
     /// Records the state of a variable; call it before each change.
     void NoteChange(Variable& variable);
-    /// Changes the state of the variable.
+    /// Records the state of a variable, then changes it to `usage`.
     void SetUsage(Variable& variable, const SlcVariableUsage& usage);
 
-    /// Records a write; with `maybe` it may not be executed. A null variable is ignored, here and
-    /// below.
+    /// Records a write, which with `maybe` may not be executed. This function and the next one
+    /// ignore a null variable.
     void VarIsModifiedInTable(Variable* variable, bool maybe);
     /// Records a read at `expr`, and warns if the variable may not be set.
     void VarIsAccessedInTable(Variable* variable, bool maybe, SlcExprNode* expr);
     /// Warns at `expr` that the variable is not, or with `maybe` may not be, set.
     void LogAccessError(const SlcExprNode* expr, const Variable& variable, bool maybe);
 
-    /// Joins two branches, one of which runs.
+    /// Joins two branches, exactly one of which runs.
     void PromoteUsage(SlcCheckUsage& first, SlcCheckUsage& second);
     /// Merges a branch that runs, or with `maybe` may run.
     void PromoteUsage(SlcCheckUsage& branch, bool maybe);
     /// Replays the accesses of a called function to outer variables.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);
-    /// Checks the reads, such as of an index, that locate an argument that is written.
+    /// Walks what an output argument reads in order to locate the variable, such as an index.
     void WalkPlace(SlcExprNode& argument);
     /// Transfers the state of `formal`, an output of a called function, to its argument.
     void PassOutput(SlcVarSymbolEntry& formal, Variable* argument, const SlcExprNode* call);
 
     SlcPtr<SlcSemanticError> m_errors;
-    std::shared_ptr<Body> m_body;  // shared by the records of one body
-    int m_level;                   // number of enclosing branches
-    int m_breakLevel = 0;          // number of loops that a jump of this branch leaves or continues
-    bool m_stopped = false;        // after a jump: the rest of this branch does not run
+    std::shared_ptr<Body> m_body;   // shared by the records of one body
+    int m_level;                    // number of enclosing branches
+    int m_breakLevel = 0;           // most loops that one jump of this branch leaves or continues
+    bool m_stopped = false;         // after a jump: the rest of this branch does not run
     std::vector<Change> m_changes;  // of variables that the branch does not declare
 };

@@ -94,7 +94,8 @@ void CheckFilter(SlcSemanticError& errors, const Arguments& arguments)
     }
 }
 
-/// Returns the number of values of a spline from `first` on; nothing if an array has no length.
+/// Returns the number of values of a spline, which begin at `first`; nothing for an array of
+/// unknown length.
 std::optional<std::size_t> CountValues(const Arguments& arguments, std::size_t first)
 {
     const auto* array =
@@ -152,8 +153,8 @@ void CheckIndices(SlcSemanticError& errors, const SlcProcCallExprNode& call)
     }
 }
 
-/// Returns the text from a percent sign up to the letter, if it is meant as a specifier, unlike in
-/// "50 % of".
+/// Returns the text from a percent sign up to the letter of the specifier; only the percent sign if
+/// no specifier is meant, as in "50 % of".
 std::string_view SpecifierAt(std::string_view format, std::size_t percent)
 {
     constexpr std::string_view widths = "0123456789.+-#*";

@@ -15,9 +15,9 @@ public:
           m_shaderType(shaderType)
     {
     }
-    /// Returns the built-ins, and the functions before the shader.
+    /// Returns the table of the built-ins and of the functions defined at file level.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetGlobalTable() const { return m_globalTable; }
-    /// Returns the predefined variables of its kind, and its parameters.
+    /// Returns the table of the predefined variables of the shader's kind.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetShaderTable() const { return m_shaderTable; }
     [[nodiscard]] SlcShaderTypeNode* GetShaderType() const { return m_shaderType; }
 

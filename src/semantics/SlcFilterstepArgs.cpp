@@ -1,5 +1,5 @@
-// filterstep(edge, x [, width of x], "name", value, ...): cards cannot express the arguments after
-// x, since a float may precede the pairs.
+// filterstep(edge, x [, end of x's interval], "name", value, ...): cards cannot express the
+// arguments after x, since a float may precede the pairs.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 

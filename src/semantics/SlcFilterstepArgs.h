@@ -14,7 +14,7 @@ class SlcFilterstepArgs {
 public:
     explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// Returns the type of each argument from the third on; empty after a report. Warns of an
+    /// Returns the type of each argument from the third on; `nullopt` after a report. Warns of an
     /// unknown name. `args` are all arguments of the call, with their sets of types.
     [[nodiscard]] std::optional<std::vector<SlcTypeNode*>>
     CheckFilterstepArgs(const SlcCallArgs& args);

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
     /// Returns the body's reads and writes of outer variables, replayed at each call.
     [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
-    /// Its formals and locals; null once the cycle has been broken.
+    /// Returns the table of the function's formals; null after `ClearScope`.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
     /// Breaks the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
@@ -39,10 +39,11 @@ public:
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
     /// True if checked shader code calls the function, directly or through other functions.
     [[nodiscard]] bool IsCalled() const { return m_called; }
-    /// Set by the rule of its calls; the passes after the checks skip functions that are not
-    /// called.
+    /// Called by the rules for calls of user functions; the passes after the checks skip functions
+    /// that are not called.
     void SetCalled() { m_called = true; }
-    /// Does the same for a definition; false if it was rejected and has no record.
+    /// True if the function of this definition is called; false if it was rejected and has no
+    /// entry.
     [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)
     {
         const auto& entry = definition.GetSymbolEntry();
@@ -51,7 +52,7 @@ public:
     }
     /// Returns the facts about the body, including all functions that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
-    /// Results of evaluated calls, for later calls with the same details.
+    /// Returns the results of evaluated calls, which later calls with the same details share.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
     /// Returns the limit on the evaluations of the whole compile.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }

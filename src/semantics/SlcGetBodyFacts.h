@@ -10,10 +10,10 @@ class SlcVarSymbolEntry;
 
 /// Facts about the body of a function, including the functions that it calls.
 struct SlcBodyFacts {
-    /// True if it accesses a variable of unknown detail that is neither a formal nor a local, so
-    /// that its result depends on more than its arguments.
+    /// True if the body accesses a variable of unknown detail that is neither a formal nor a local,
+    /// so that its result depends on more than its arguments.
     bool accessesOuterVariables = false;
-    /// True if it accesses the light of an enclosing light loop outside the function.
+    /// True if the body accesses the light of a light loop around the call.
     bool needsLightLoop = false;
     /// The number of operations in one expansion of the body, including called functions. It is
     /// computed before any expansion, since it doubles at each link in a chain of functions that
@@ -40,13 +40,13 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Adds operations, up to a limit that no expansion reaches.
+    /// Adds operations; the sum stops at a limit that is larger than any permitted expansion.
     void AddOperations(std::size_t count);
     /// Records a read or write of the variable; null is ignored.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;
-    std::set<const SlcVarSymbolEntry*> m_own;  // only for look-up
+    std::set<const SlcVarSymbolEntry*> m_own;  // formals and locals; not iterated: keyed by address
     bool m_isLightShader = false;
     bool m_inLightLoop = false;  // of the function itself
 };

@@ -7,13 +7,13 @@
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// Returns the detail that the pass over the statement has stored, independently of calls.
+/// Returns the detail that `SlcCheckDetail` has stored, which is the same for all calls.
 [[nodiscard]] inline SlcDetailNode* SlcFirstDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetDetail();
 }
 
-/// Returns the detail in the current call; null before the node has been visited.
+/// Returns the detail in the current call; unknown before the node has been visited.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetInlineDetail();
@@ -36,7 +36,7 @@ inline void SlcSetInlineDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
     CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetInlineDetail(detail);
 }
 
-/// Sets the stored detail, or `detail` if the stored one is open.
+/// Sets the inline detail to that of `SlcCheckDetail` or, if that is unknown, to `detail`.
 inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcDetailNode* first = SlcFirstDetailOf(expr);

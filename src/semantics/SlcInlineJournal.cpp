@@ -6,7 +6,7 @@
 //     round ends        joined: varying, differs from the start: one more round
 //
 // A definition in the round is stored as null, since no value of the previous round reaches it. An
-// inner round passes its details to the outer one, which keeps its own earlier ones.
+// inner round passes its record to the outer one, where details that are already stored remain.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, through the loops that use it.
 

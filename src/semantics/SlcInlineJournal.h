@@ -12,15 +12,15 @@
 /// bodies.
 class SlcInlineJournal {
 public:
-    /// Begins a round of a loop, nested in the open ones. Each round must be ended.
+    /// Begins a round of a loop, nested in the rounds that are open. Each round must be ended.
     void BeginRound();
     /// Call it before the variable gets another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);
     /// Call it when the variable is defined again, so that its detail does not depend on the last
     /// round.
     void NoteDefinition(SlcVarSymbolEntry& variable);
-    /// Ends the round and joins the details before and after it. Returns true if that has changed
-    /// the detail of a variable.
+    /// Ends the round and joins the details before and after it. Returns true if the joined detail
+    /// of a variable differs from the one before the round.
     [[nodiscard]] bool EndRound();
     /// Ends the round and makes all written variables varying, so that another round changes
     /// nothing.

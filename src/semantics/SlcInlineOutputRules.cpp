@@ -17,15 +17,15 @@
 
 namespace {
 
-/// The arguments of a built-in that are read and written, and the texts of its reports.
+/// Which arguments of a built-in are read and written, and the texts of its reports.
 struct OutputRule {
     std::size_t inputs;       // number of inputs, from the first argument on
     std::size_t firstOutput;  // positions count from 0
     std::size_t lastOutput;
-    const char* wrongCount;   // internal
-    const char* noVariable;   // precedes the number, if there is one
-    const char* afterNumber;  // null: the text has no number
-    const char* unknown;      // internal
+    const char* wrongCount;   // internal error
+    const char* noVariable;   // the warning, or its part before the argument's number
+    const char* afterNumber;  // the part after the number; null if the warning has no number
+    const char* unknown;      // internal error
 };
 
 constexpr OutputRule k_setPointComp = {

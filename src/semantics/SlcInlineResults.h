@@ -33,9 +33,10 @@ public:
     /// The inputs of an evaluation, as a short text that is only compared.
     class Circumstances {
     public:
-        /// `isQuiet` means that its faults have not been reported yet.
+        /// `isQuiet` means that the evaluation does not report its faults, so that a call that must
+        /// report them cannot share the result.
         Circumstances(const SlcCallPlace& place, bool isQuiet);
-        /// Inline details in the order of the formals.
+        /// Adds the inline detail of the next formal, in order.
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
         [[nodiscard]] const std::string& Key() const { return m_key; }
 
@@ -47,7 +48,7 @@ public:
 
     struct Result {
         SlcDetailNode* detail = nullptr;      // null: a light statement would be nested
-        std::vector<SlcDetailNode*> formals;  // their inline details at the end
+        std::vector<SlcDetailNode*> formals;  // inline details of the formals after the body
     };
 
     /// Returns the result for these inputs; null if there is none. Valid until the next `Keep`.

@@ -5,13 +5,14 @@
 #include "frontend/SlcBinOpNodes.h"
 #include "frontend/SlcExprNodes.h"
 
-// Computes the possible types of operators from those of their operands. The result is empty if the
-// operands have no common rule, and {error} if an operand has been reported.
+// Computes the possible types of operators from those of their operands. The result is empty if no
+// rule combines the operands, and {error} if an operand has been reported.
 
-/// Returns the types of arithmetic operators and of dot and cross products. Of point, vector and
-/// normal, a set contains only the type of the result.
+/// Returns the types of an arithmetic operation or of a dot or cross product. Of the point family,
+/// the set contains at most one type: that of the result.
 [[nodiscard]] std::vector<SlcTypeNode*> SlcTypesOfBinOp(const SlcBinOpExprNode& operation);
-/// Returns the types of a negation: floats, colors, points, vectors and normals.
+/// Returns the types of a negation: float, color and one of the point family, if the operand has
+/// them.
 [[nodiscard]] std::vector<SlcTypeNode*> SlcTypesOfMinus(const SlcExprNode* operand);
 /// Returns the types of `?:`. A float branch is promoted to the type of the other. Branches cannot
 /// be arrays or calls without a value.

@@ -5,8 +5,8 @@
 //     2. collect the types that these expect of each argument; different ones are reported
 //     3. look up the overload for these types in the scope; arrays are matched by their lengths
 //
-//     float x = noise(P)      a float is requested: among the overloads of noise with that result,
-//                             one has a point; a triple would become a point here
+//     float x = noise(P)      a float is requested: of the overloads of noise with that result,
+//                             one takes a point; a triple as the argument would become a point
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -68,7 +68,7 @@ SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
     return formal->IsAnyType() ? FirstType(argument) : formal;
 }
 
-/// Adds advice that a cast of the argument selects the overload: "float noise(...)".
+/// Returns advice that a cast of the argument selects the overload: "float noise(...)".
 std::string AdviceOnAmbiguity(const SlcExprNode* argument, const std::vector<SlcTypeNode*>& types)
 {
     const auto* call = dynamic_cast<const SlcProcCallExprNode*>(argument);

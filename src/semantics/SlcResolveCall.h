@@ -20,9 +20,9 @@ public:
     SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
                    const SlcShaderTypeNode* shaderType);
 
-    /// Stores the overload in the call, with the part of its tail for each argument; none after a
-    /// report. The requested type is the unique type of the call; if it is not in the call's set,
-    /// it is replaced by one that is.
+    /// Stores the overload in the call, and for each argument after the fixed ones the part of the
+    /// overload's tail that it matches; stores nothing after a report. The requested type is the
+    /// unique type of the call; if it is not in the call's set, it is replaced by one that is.
     void Resolve(SlcProcCallExprNode* call);
 
 private:

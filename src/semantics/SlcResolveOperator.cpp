@@ -1,7 +1,7 @@
 // Determines the types of the operands of an operator from the type of its result. Comparisons have
 // no type, so they need exactly one pair of types that can be compared; otherwise they are
-// reported. If both operands are wrong, as in "a" + "b", one report names the operator. Warnings
-// for legal but doubtful operations, such as P + P, are raised here too.
+// reported. If both operands are wrong, as in "a" + "b", there is only one report. Warnings for
+// legal but doubtful operations, such as P + P, are raised here too.
 //
 //     requested color:   2 * noise(s)   left float, promoted; right the noise that returns a color
 //     nothing requested: s == (1, 0, 0) float with point, or float with color: ambiguous
@@ -65,9 +65,9 @@ bool IsComparable(const SlcExprNode* expr)
     return false;
 }
 
-/// Returns the call to noise or the like in an expression that could also be a float. For an
-/// operator only the right side is searched completely, so that chains of any length take linear
-/// time.
+/// Returns a call of noise or the like in an expression that could also be a float; null if there
+/// is none. The right side of an operator counts only if it is itself a call; the search continues
+/// in the left side, so that chains of any length take linear time.
 const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
 {
     while (HasType(expr, T::AFloat())) {
@@ -113,7 +113,7 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
     SlcExprNode* left = operation->GetLeft();
     SlcExprNode* right = operation->GetRight();
     if (wanted) {
-        // At least one side has each type of the operator's set; a float is promoted.
+        // A type is in the operator's set only if a side has it; a float on the other is promoted.
         SlcTypeNode* leftType = Find(left, wanted);
         SlcTypeNode* rightType = Find(right, wanted);
         SetUnique(left, leftType ? wanted : T::AFloat());
@@ -189,7 +189,7 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
     const bool areColors = leftColor && rightColor;
     const bool arePoints = leftPoint && rightPoint;
     if (areColors && arePoints) {
-        // Once one side has its type, it determines the type of the other.
+        // Report only the left side, since its type would determine that of the right side.
         m_errors->Error(operation, "Ambiguous type for left expression of dot product");
     } else if (areColors || arePoints) {
         SetUnique(left, areColors ? T::AColor() : T::APoint());

@@ -27,9 +27,10 @@ private:
     void ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeNode* wanted);
     void ResolveCrossProd(SlcBinOpExprNode* operation);
     void ResolveDotProd(SlcBinOpExprNode* operation);
-    /// Adds advice if a float was most likely meant, as in `noise(P) * N`.
+    /// Warns if a float was most likely meant, as in `noise(P) * N`.
     void WarnOfPointNoise(SlcBinOpExprNode* product);
-    /// `left` and `right` are the point, vector or normal types that are added; null for a float.
+    /// Warns of a sum with points that is most likely a mistake. `left` and `right` are the types
+    /// of the operands; null for a float that is promoted.
     void WarnOfSum(SlcBinOpExprNode* operation, const SlcTypeNode* left, const SlcTypeNode* right);
     /// Reports that the two sides have no types that can be compared.
     void ReportIncomparable(SlcEqOpNode* equality);

@@ -186,7 +186,7 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         std::find_if(m_args.begin(), m_args.end(),
                      [](const SlcExprNode* argument) { return !HasType(argument, T::APoint()); });
     const auto given = static_cast<std::size_t>(firstOther - m_args.begin());
-    // The same holds for two or three points.
+    // Two or three points match no form either; a report then says that a name is expected.
     const std::size_t taken = given >= k_mostPoints ? k_mostPoints : 1;
     for (std::size_t i = 0; i < taken; ++i)
         SetUnique(m_args[i], T::APoint());
@@ -252,7 +252,7 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
     if (points < 2)
         ErrorOfPlace(m_args[first - 1],
                      "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
-    // The argument in the position of the first point is not a name.
+    // Without a point, skip the argument in the position of the first one: it is not a name.
     return std::max<std::size_t>(points, 1);
 }
 

@@ -15,8 +15,8 @@ class SlcResolveTexture {
 public:
     explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// Also sets the types of the texture's name and of the channel. After a fault every argument
-    /// still gets some type.
+    /// Sets the types of all arguments, of the texture's name and of the channel. After a fault
+    /// every argument still gets some type.
     void Resolve(SlcTextureExprNode* texture);
 
 private:
@@ -31,18 +31,18 @@ private:
     [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
     /// Checks the coordinates of `environment` and `shadow`: a point, or four corners.
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
-    /// Checks names and values; stops after a report if it is unclear which an argument is.
+    /// Checks names and values; stops after a report that leaves the meaning of the rest unclear.
     void ResolveParameters(std::size_t first);
-    /// Checks the name at `position` and its value. Returns the number of arguments that they are;
-    /// 0 after a report that leaves the meaning of the rest unclear.
+    /// Checks the name at `position` and its value. Returns the number of arguments that belong to
+    /// them; 0 after a report that leaves the meaning of the rest unclear.
     [[nodiscard]] std::size_t CheckTextureAccessParameter(std::size_t position);
     /// Checks the points of an area light, from `first` on. Returns their number; 1 after a report.
     [[nodiscard]] std::size_t ResolveSource(std::size_t first);
-    /// Checks the value of the parameter `name`; below, that of "filter".
+    /// Checks the value of the float parameter `name`; the next function checks that of "filter".
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 
-    /// Reports a fault that depends on the meaning of all arguments; silent after a faulty one.
+    /// Reports a fault that depends on the meaning of all arguments, unless one of them is faulty.
     void ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message);
 
     SlcPtr<SlcSemanticError> m_errors;

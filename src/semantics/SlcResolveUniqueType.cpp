@@ -5,7 +5,7 @@
 //                                          triple is a color and noise has the overload for colors
 //
 // If no type is requested, as for an argument of printf, or if the requested type is not in the
-// set, the first type of the set is used. Only the caller that knows that this is wrong reports it.
+// set, the first type of the set is used. Only a caller for which this is a fault reports it.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -65,7 +65,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
-    // A fault has been reported; the expressions below are checked independently.
+    // A faulty assignment has its own report; the parts of the value are then checked separately.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
         SelectFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {

@@ -7,6 +7,6 @@ struct SlcScopes {
     SlcPtr<SlcSymbolTable> global;   // the built-ins
     SlcPtr<SlcSymbolTable> current;  // for declarations and look-ups
     SlcPtr<SlcSymbolTable> shader;   // predefined variables; null if the type of shader is unknown
-    SlcPtr<SlcSymbolTable> illuminance;  // variables of a light loop; null outside the functions of
-                                         // shaders with light loops
+    SlcPtr<SlcSymbolTable> illuminance;  // variables of a light loop, for functions of shaders that
+                                         // see lights; null elsewhere
 };

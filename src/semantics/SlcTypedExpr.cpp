@@ -8,7 +8,7 @@ SlcTypeNode* SlcTypedExpr::ResolveRequestedType(const SlcExprNode* expr)
     if (IsUntyped(expr))
         return nullptr;
     const auto types = SlcPossibleTypes::Of(expr);
-    // After a fault no type is preferable, so none is chosen for its sake.
+    // A faulty expression has only the error type, whatever type is requested.
     SlcTypeNode* wanted = IsFaulty(expr) ? SlcTypeNode::AError() : types->GetUniqueType();
     if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
         return wanted;

@@ -25,13 +25,13 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
 }
 
-/// Returns all types that the expression can have; empty if none matches.
+/// Returns all types that the expression can have; empty if there is none.
 [[nodiscard]] inline const std::vector<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }
 
-/// True if no type matches the expression; its rule has reported why.
+/// True if the expression can have no type; its own rule reports why.
 [[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
 {
     return TypesOf(expr).empty();
@@ -56,7 +56,7 @@ namespace SlcTypedExpr {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
 }
 
-/// Selects the type. The walk over the expression reads it when it visits the expression.
+/// Selects the type, which the walk reads when it visits the expression.
 inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 {
     SlcPossibleTypes::Of(expr)->SetUniqueType(type);

@@ -35,7 +35,7 @@ namespace {
 // The stack that the walk of one body may need; a deeper chain of calls is rejected.
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
-/// Returns the detail of a call that has been reported, which no later rule reports again.
+/// Returns the detail of a call that has been reported: uniform, so that no later rule reports it.
 SlcDetailNode* DetailOfRejectedCall()
 {
     return SlcDetailNode::AUniform();
@@ -48,8 +48,8 @@ struct Passed {
     SlcExprNode* argument;
 };
 
-/// Marks the function as reached. True if this kind of shader may contain its light statements.
-/// Both walkers return the same.
+/// Marks the function as called if shader code reaches the call. Returns false, after a report, if
+/// this kind of shader must not contain the function's light statements.
 template <class Walker>
 bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
@@ -87,8 +87,8 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
         for (const auto& definition : group->GetDefExprs()->GetDefExprs()) {
             if (formals++ >= arguments.size())
                 continue;
-            // Looked up by name, since a formal that repeats the name of another has no separate
-            // entry.
+            // Look up the name, so that a formal that repeats the name of another shares the entry
+            // of the first.
             auto entry = info.GetScope()->FindVarEntry(definition->GetIdent(), true);
             if (entry.Null())
                 errors.FatalError(call, "Cannot find " + definition->GetIdent()->GetName() +
@@ -203,7 +203,7 @@ void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call
                                          "' is too large");
 }
 
-/// Returns the evaluation that encloses a call; null for one in the shader's own code.
+/// Returns the evaluation that encloses a call; null if `SlcCheckDetail` checks the call.
 const SlcCheckInlineDetail* AroundCall(const SlcCheckDetail&)
 {
     return nullptr;
@@ -292,7 +292,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     bool fits = true;
     for (std::size_t i = 0; i < arguments.size(); ++i)
         fits = PassArgument(*walker, arguments[i], i, name) && fits;
-    // Report only one fault: the body would be evaluated with details that no argument has.
+    // Do not evaluate the body: some formal did not get the detail of its argument.
     if (!fits)
         return DetailOfRejectedCall();
     WarnOfSharedVariables(errors, arguments, name);

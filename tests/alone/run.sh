@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Each source file compiles by itself, so it includes all that it uses. In a unity build it could use the
-# includes of files before it. The test takes a full build: without SLC_TEST_ALONE=1 it is skipped with
-# status 77.
+# Each source file compiles by itself, so it includes all that it uses. In a unity build it could
+# use the includes of files before it. The test takes as long as a full build: without
+# SLC_TEST_ALONE=1 it is skipped with status 77.
 # usage: run.sh CXX_COMPILER [TARGET...]
 set -euo pipefail
 [ "${SLC_TEST_ALONE:-0}" = 1 ] || { echo "SLC_TEST_ALONE is not 1"; exit 77; }

@@ -12,7 +12,7 @@ public:
     /// `type` must outlive the shader.
     Shader(const char* name, SlcShaderTypeNode* type);
 
-    /// Adds a parameter, whose default value `value` holds after `init` has run. `space` has no
+    /// Adds a parameter. After `init` has run, `value` contains its default value. `space` has no
     /// quotes.
     const SlcOperand& AddParameter(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
                                    const SlcOperand& value, SlcPtr<SlcListICode> init = nullptr,

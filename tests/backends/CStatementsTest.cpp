@@ -137,8 +137,8 @@ TEST(SlcEquCValue, PrintsElements)
         EXPECT_EQ(values.GetStringArray(c.array, Varying("i_1")), c.text);
 }
 
-// A varying index makes the reference varying. Into a uniform array it points at the single value
-// for the current point, into a varying array at the values of all points.
+// A varying index makes the reference varying. A reference into a uniform array points at the one
+// value for the current point, a reference into a varying array at the values of all points.
 TEST(SlcEquCValue, ReadsElementsOfUniformArraysAsSingleValues)
 {
     SlcEquCValue values;

@@ -71,7 +71,8 @@ TEST(SqxCards, AreFoundByName)
     EXPECT_EQ(SqxChapterOf(*SqxCardsNamed("radians")[0]), "Mathematics");
 }
 
-// The grammar accepts these facts in each card, but only the first card of a primitive is used.
+// The grammar accepts these facts in each card, but only those of a primitive's first card are
+// used.
 TEST(SqxCards, KeepTheFactsOfAPrimitiveInItsFirstCard)
 {
     std::set<SqxPrimitive> known;

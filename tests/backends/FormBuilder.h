@@ -20,8 +20,8 @@ public:
                          SlcTypeNode* type = SlcTypeNode::AFloat(),
                          SlcDetailNode* detail = SlcDetailNode::AUniform(),
                          SlcStorageSpecNode* storage = SlcStorageSpecNode::AInput());
-    /// Returns the code that initializes the last parameter. It depends on the shading context if
-    /// `perPoint`.
+    /// Returns the code that initializes the last parameter, and marks it as dependent on the
+    /// shading context if `perPoint`.
     SlcListICode& InitialCode(bool perPoint);
     SlcOperand Local(SlcTypeNode* type, SlcDetailNode* detail = SlcDetailNode::AVarying());
     void Space(const std::string& name);

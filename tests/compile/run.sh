@@ -13,7 +13,7 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCL
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
-# The compiler writes a temporary file beside each source.
+# Compiles copies, so that nothing is written to the tree.
 cp -r "$top/examples" "$top/tests/compile/shaders" .
 export top bin compiler levels="$*"
 
@@ -26,7 +26,7 @@ compile() {
         && : >"${sum%% *}"
 }
 
-# One source at all levels, in a separate folder, since the program writes into the current one.
+# Checks one source at all levels, in a separate folder, since shaderqx writes into the current one.
 check() {
     local source=$PWD/$1 level failures=0
     mkdir -p "work/$1" && cd "work/$1" || return 1

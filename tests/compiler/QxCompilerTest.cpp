@@ -203,7 +203,7 @@ TEST(QxCompiler, ReportsAsData)
     EXPECT_EQ(warned.reports.front().level, 1);
 }
 
-// Faults that end the program are failures of the library.
+// A fault that ends the program makes a compile of the library fail, but does not end the process.
 TEST(QxCompiler, NeverEndsTheProcess)
 {
     const std::string longName(9000, 'x');

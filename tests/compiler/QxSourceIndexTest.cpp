@@ -124,7 +124,7 @@ TEST(QxSourceIndex, PlacesEachNameAfterMacrosAndIncludes)
     EXPECT_EQ(index.includes[0].file, 1);
 }
 
-/// True for a name in the text of a source that does not come from a macro.
+/// True if the token is a name, not a keyword, and does not come from a macro.
 bool IsName(const QxSourceIndex::Token& token)
 {
     const auto keywords = QxKeywords();
@@ -160,7 +160,7 @@ TEST(QxSourceIndex, ContinuesAfterFaults)
 {
     static const struct {
         const char* rest;  // of the shader, whose first statement is correct
-        const char* last;  // the last use that can be read
+        const char* last;  // the last use in the index
     } cases[] = {
         {"Ci = ;\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
         {"Ci = Kd }\n", "0:2:6+2 parameter Kd read float uniform"},
@@ -260,7 +260,7 @@ TEST(QxSourceIndex, FindsTheCallBetweenTheArgumentsOfAMacro)
 {
     const std::string first = "#define TWICE(x) mix(x, (x), 0.5)\n";
     static const struct {
-        const char* line;  // '|' is the place
+        const char* line;  // '|' marks the place
         const char* call;
         int argument;
     } cases[] = {

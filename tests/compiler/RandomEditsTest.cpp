@@ -1,6 +1,7 @@
-// Makes random edits of the examples, and undoes some. Checks that each state has the index that it
-// had before, and that another thread makes the same index, and that each use has the place of its
-// name in the text. SLC_ALL_SLIPS=1 makes ten thousand edits, with a random seed that is printed.
+// Makes random edits of the examples, and undoes some. Checks that a text that is restored has the
+// same index as before, that another thread builds the same index, and that each use is at the
+// place of its name in the text. SLC_ALL_SLIPS=1 makes ten thousand edits, with a random seed that
+// is printed.
 
 #include <algorithm>
 #include <cstdlib>
@@ -95,7 +96,7 @@ public:
 
     void Step()
     {
-        // States are limited, since too many faults leave nothing to index.
+        // The number of states is limited, since a text with too many faults has nothing to index.
         if (m_states.size() > 1 && (m_random() % 2 == 0 || m_states.size() > 6))
             m_states.pop_back();
         else

@@ -1,4 +1,4 @@
-// Prints the bits of the results of shaders on a grid. All architectures must give the same.
+// Prints the bits of the results of shaders on a grid, which must be the same on all architectures.
 // usage: values SHADER.sqx...
 
 #include <bit>

@@ -8,7 +8,7 @@ namespace {
 
 class SlcCompileSourceTest : public testing::Test {
 protected:
-    /// Compiles the text as if it were "glow.sl" preprocessed, and stores the messages.
+    /// Compiles the text as if it were the preprocessed "glow.sl", and stores the messages.
     bool Compile(const std::string& preprocessed)
     {
         m_line.m_inputFile = "glow.sl";

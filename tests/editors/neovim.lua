@@ -55,7 +55,7 @@ vim.fn.setline(5, '    Ci = border * Cs;')
 vim.wait(10000, function() return #vim.diagnostic.get(0) == 0 end, 20)
 check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is fixed')
 
--- All files have the same server, so unsaved changes of a header count for the shader.
+-- One server serves all files, so the shader is compiled with unsaved changes of a header.
 local shader = vim.api.nvim_get_current_buf()
 vim.cmd('edit gain.h')
 vim.cmd('set filetype=sl')

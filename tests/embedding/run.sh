@@ -29,7 +29,7 @@ expect() {
     [ "$1" = "$2" ] || { echo "$3: expected '$2', but got '$1'"; exit 1; }
 }
 
-# The compiler writes a temporary file beside each source, so it compiles a copy.
+# Compiles copies, so that nothing is written to the tree.
 cp -r "$root/examples" .
 mkdir code object
 for source in examples/{blockerlight,matte,spotlight}.sl; do

@@ -152,7 +152,7 @@ TEST(SlcParser, ResumesAfterTheNextSemicolonOrBrace)
         {"surface s() {\nx = );\ny = );\nz = 1;\n}",
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "3: ERROR: parse error\n3: WARNING: Compilation resumes here\n"},
-        // a fault close after another gives no report
+        // a fault shortly after another gives no report
         {"surface s() {\nx = ); );\ny = 1;\n}",
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "2: WARNING: Compilation resumes here\n"},

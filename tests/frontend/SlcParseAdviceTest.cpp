@@ -157,7 +157,7 @@ TEST(SlcParseAdvice, DoesNotResumeInTheHeadOfALoop)
 {
     static const struct {
         const char* head;
-        const char* resumed;  // line; that of the fault itself if it is a ";"
+        const char* resumed;  // the line, which is that of the fault if the fault is a ";"
     } cases[] = {
         {"float i = 0; i < 1; i += 1", "3"},
         {"int i = (1; 2", "3"},

@@ -1,7 +1,7 @@
 // Compiles a source in memory with the compiler's library, to both outputs.
 //
-// A digit before the text, which no shader begins with, selects the optimization level, and from 4
-// on the strict rules too.
+// A digit from 0 to 7 before the text selects the optimization level (the digit modulo 4) and, from
+// 4 on, the strict rules. No shader begins with a digit.
 
 #include <algorithm>
 #include <exception>
@@ -24,7 +24,7 @@ QxCompileOptions Options(char digit, QxCompileOptions::Output output)
     options.isStrict = choice >= 4;
     options.output = output;
     options.warningLevel = 2;
-    // Reads no file of this machine, since the preprocessor has a separate target.
+    // Each included file is empty, so that no file of this machine is read.
     options.readFile = [](const std::string&) { return std::optional(std::string()); };
     return options;
 }

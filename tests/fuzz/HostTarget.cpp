@@ -1,4 +1,4 @@
-// Makes random sequences of calls of the host library, also inside answers of its scene.
+// Makes random sequences of calls of the host library, also in the callbacks of its scene.
 //
 // Each byte of an input selects a call or a value. After the end of the input a generator that is
 // seeded with its bytes selects them, so that every input is a whole sequence.
@@ -40,7 +40,7 @@ private:
     std::uint32_t m_state = 1;
 };
 
-/// A renderer that makes any call in its answers.
+/// A scene whose callbacks make random calls.
 class Sequence : public QxHostScene {
 public:
     Sequence(const std::uint8_t* data, std::size_t size) : m_choose(data, size)
@@ -180,7 +180,7 @@ private:
             return ForgetAllFiles();
         }
     }
-    /// An instance must not be destroyed while it is used, nor be a light after that.
+    /// Destroys the instance of a slot, unless a run may use it. First removes its lights.
     void Destroy(Slot& slot)
     {
         if (m_depth > 0)
@@ -268,8 +268,8 @@ private:
         m_buffers.push_back(std::move(buffer));
         instance.SetBuffer(Parameter(instance), values);
     }
-    /// Clears the buffers of all parameters. Buffers that no instance has any more are freed, so
-    /// that the sanitizer finds a later access.
+    /// Clears the buffers of all parameters. Half of the time, between runs, does so for all
+    /// instances and frees the buffers, so that the sanitizer finds a later access.
     void ClearBuffer(QxShaderInstance& instance)
     {
         const std::size_t count = instance.Shader().Parameters().size();

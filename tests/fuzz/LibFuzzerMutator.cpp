@@ -1,4 +1,4 @@
-// Gives libFuzzer our mutations besides its own.
+// Adds the mutations of `Mutator` to those of libFuzzer.
 
 #include <cstring>
 #include <string>
@@ -26,7 +26,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                std::size_t limit, unsigned int seed)
 {
     Mutator mutator(seed);
-    // The mutations of libFuzzer know what the program compared the input with.
+    // libFuzzer's mutations use values with which the program has compared the input.
     if (mutator.Below(4) == 0)
         return LLVMFuzzerMutate(data, size, limit);
     const std::string text(AsText(data, size));

@@ -108,7 +108,7 @@ private:
     SqxJson m_asked;
     int m_answers = 0;
     bool m_changesSettings = false;
-    SqxLsServer m_server;  // last, since it sends messages to the fields before it
+    SqxLsServer m_server;  // last, since messages that it sends change the fields before it
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
-// A change replaces a span of the text by a span of the same kind. Spans are words, groups in
-// brackets, and statements. They are found by a search from a random place to their ends; nothing
-// is parsed, so that a broken text can be broken further.
+// Most changes replace or insert a span of text: a word, a group in brackets, or a statement. The
+// ends of a span are found by a search from a random place. Nothing is parsed, so that an invalid
+// text can be changed further.
 
 #include "fuzz/Mutator.h"
 
@@ -16,7 +16,7 @@ using Span = Mutator::Span;
 constexpr std::size_t k_mostChanges = 4;
 constexpr std::size_t k_mostLineChanges = 2;  // more would be refused at once
 
-// Words that may replace a word, besides those of the donor.
+// Words that may replace a word, as those of the donor may.
 constexpr std::array<std::string_view, 84> k_words = {
     "float",       "color",      "point",      "vector",      "normal", "matrix",
     "string",      "void",       "uniform",    "varying",     "output", "extern",
@@ -34,10 +34,10 @@ constexpr std::array<std::string_view, 84> k_words = {
     "s",           "u",          "(0, 1, 2)",  "{1, 2}",      "noise",  "ctransform",
 };
 
-// Lines that may replace a line of byte-code, besides those of the donor.
+// Lines that may replace a line of byte-code, as those of the donor may.
 constexpr std::array<std::string_view, 12> k_numbers = {
     "0", "1", "2", "3", "7", "-1", "21", "435", "32767", "-32768", "1e38", ""};
-constexpr std::size_t k_codeLine = 5;  // most characters of a line of code, with its end
+constexpr std::size_t k_codeLine = 5;  // length of a line of code at most, with its newline
 constexpr std::string_view k_byteCodeStart = "\x7F";
 constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends the part that all files share
 
@@ -90,7 +90,7 @@ Span StatementAt(std::string_view text, std::size_t at)
     return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
 }
 
-/// Returns `count` lines from the one at the place on, or fewer at the end of the text.
+/// Returns `count` lines, beginning with the line at the place; fewer at the end of the text.
 Span LinesAt(std::string_view text, std::size_t at, std::size_t count)
 {
     const std::size_t before = text.rfind('\n', at);
@@ -177,8 +177,8 @@ void Mutator::MoveWords(std::string& text, std::string_view donor)
     text.insert(WordAt(text, Below(text.size())).begin, part);
 }
 
-/// Most lines of byte-code are numbers. Lines mostly replace as many others, since the reader finds
-/// a wrong count at once.
+/// Changes lines of byte-code, most of which are numbers. Mostly keeps the number of lines, since
+/// the reader finds a wrong count at once.
 void Mutator::ChangeLines(std::string& text, std::string_view donor)
 {
     const auto place = [this](std::string_view in) {
@@ -187,7 +187,7 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
                                       ? 0
                                       : version + k_byteCodeVersion.size();
         std::size_t at = 0;
-        // Prefers lines of code, which are short, so that random places seldom hit them.
+        // Prefers lines of code; a random place is seldom in one, since they are short.
         for (int attempt = 0; attempt < 8 && first < in.size(); ++attempt) {
             at = first + Below(in.size() - first);
             if (LinesAt(in, at, 1).Size() <= k_codeLine)

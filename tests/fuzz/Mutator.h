@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// Makes new inputs of given ones. It mostly moves words, statements and bracketed groups, since
-/// randomly changed bytes seldom get past a parser, and now and then it changes bytes. In byte-code
-/// it moves lines.
+/// Makes new inputs from given ones. It mostly moves words, statements and bracketed groups, and
+/// only now and then changes bytes, since a text with random bytes seldom gets past a parser. In
+/// byte-code it moves lines.
 ///
 /// The same seed gives the same inputs on every machine.
 class Mutator {

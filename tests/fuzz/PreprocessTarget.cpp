@@ -1,5 +1,5 @@
-// Runs the preprocessor on any source. The first files that the source includes have the same text.
-// Later ones are short, since a source that includes itself twice would take all the time.
+// Runs the preprocessor on any source. The first files that the source includes contain its own
+// text. Later files are short, since a source that includes itself twice would grow without limit.
 
 #include <optional>
 #include <string>

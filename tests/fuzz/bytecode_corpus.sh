@@ -17,7 +17,7 @@ until [ -x "$compiler/bin/shaderqx" ]; do
 done
 rm -rf "${folder:?}"/*
 
-# The compiler writes a temporary file beside each source, so it compiles a copy.
+# Compiles copies, so that nothing is written to the tree.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/tests"
@@ -32,7 +32,7 @@ for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl \
     level=$((number % 4))
     number=$((number + 1))
     mkdir "$folder/out"
-    # Without shadeop libraries some of them do not compile.
+    # Some sources need shadeop libraries, and do not compile here.
     "$compiler/bin/shaderqx" -O$level -w0 -d "$folder/out" "$source" >/dev/null 2>&1 || true
     for compiled in "$folder"/out/*.sqx; do
         # A mutation of a large file rarely changes a place that is executed.

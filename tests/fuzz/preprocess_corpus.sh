@@ -12,5 +12,5 @@ find tests/preprocessor/cases examples tests/golden \( -name '*.sl' -o -name '*.
     | sort | while read -r source; do
     cp "$source" "$folder/${source//\//_}"
 done
-# Each case becomes a file, so that the inputs are small.
+# Every six lines of the cases become a file, so that the inputs are small.
 grep -v '^ *//' tests/preprocessor/cases/macros.sl | split -l 6 - "$folder/macros_"

@@ -8,8 +8,8 @@
 /// A temporary folder for compiled shaders.
 class ShaderFolder : public TemporaryFolder {
 public:
-    /// Builds the shader, whose name must be `name`, and returns the path of the shared object.
-    /// Fails the current test if the compiler refuses it.
+    /// Compiles the shader, whose name must be `name`, and returns the path of the compiled file.
+    /// Fails the current test if the compiler refuses the source.
     [[nodiscard]] std::string Build(const std::string& name, const std::string& source,
                                     const std::string& options = "-O2 --dso",
                                     const std::string& compilerOptions = "-O0") const;

@@ -1,8 +1,8 @@
-// Checks that shared objects and byte-code compute the same at every optimization level.
+// Checks that shared objects and byte-code compute the same values at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set. SLC_AGREE_RANDOM is the number of
-// random shaders of each generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is the
-// filter of the tests whose shaders are compared.
+// random shaders of each generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is a
+// filter that selects tests of test_run, whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -185,7 +185,7 @@ TEST_F(Agreement, OfRandomShaders)
     ExpectAgreement(sources);
 }
 
-/// Other tests compare the byte-code of these shaders with known values.
+/// Other tests compare what the byte-code of these shaders computes with known values.
 TEST_F(Agreement, OfReferenceShaders)
 {
     std::vector<Source> sources;

@@ -1,4 +1,4 @@
-// Checks that the examples of the reference page are true of both outputs.
+// Checks that the values in the examples of the reference page are those of both outputs.
 
 #include <gtest/gtest.h>
 

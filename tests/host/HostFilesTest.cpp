@@ -1,5 +1,5 @@
-// Tests which files the host library loads and unloads, the limits that it sets to shaders, and
-// what the two kinds of files have in common beyond the values that other tests compare.
+// Tests which files the host library loads and unloads, the limits that it enforces on shaders, and
+// the behavior of both kinds of files, except for the values that other tests compare.
 
 #include <gtest/gtest.h>
 
@@ -83,8 +83,8 @@ TEST_F(HostFiles, StopsShadersAtTheStepLimit)
     shader.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 
-    // A text that doubles in a loop ends at a limit, work on it counts as steps, and assigning it
-    // to itself releases the old text.
+    // A text that doubles in a loop stops growing at a limit, work on texts counts as steps, and a
+    // text may be assigned to itself.
     for (const char* work : {"t = concat(t, t);", "t = format(\"%s%s\", t, t);",
                              "t = concat(t, t); n += match(\"(a*)*$x\", t);",
                              "w[n] = concat(w[0], w[n]); w[n] = w[0]; t = w[0];"}) {

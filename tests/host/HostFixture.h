@@ -29,7 +29,8 @@ surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "p
 }
 )";
 
-/// Holds a grid, a scene, and shaders that are built as the kind of file of the test's parameter.
+/// Holds a grid, a scene, and shaders. The test's parameter is the compiler option that selects the
+/// kind of compiled file.
 class Host : public ::testing::TestWithParam<const char*> {
 protected:
     void Load(const std::string& source)

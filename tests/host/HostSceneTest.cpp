@@ -114,7 +114,7 @@ TEST_P(Host, KeepsTheSpacesOfInstancesSeparate)
     EXPECT_EQ(Ci[2], (QxRGBColor{0, 0, 0}));
     EXPECT_EQ(lights[1]->Get("from").numbers, (Numbers{0.5F, 0.5F, 0}));
 
-    // After a move of the spaces the default values follow.
+    // When a space is moved, default values in it change too.
     QxMatrix44 turned = QxMatrix44::Identity();
     turned[2][2] = -1;
     turned[3][1] = 0.5F;

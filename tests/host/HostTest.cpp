@@ -211,7 +211,7 @@ TEST_P(Host, RunsOnBuffersOfTheCaller)
     EXPECT_NE(ErrorOf([&] { m_shader->SetBuffer("t", sum); }), "");
 }
 
-// The preset `tsan` watches this.
+// The preset `tsan` looks for data races here.
 TEST_P(Host, ShadesInSeveralThreadsAtATime)
 {
     const std::string path = m_folder.Build("test", R"(

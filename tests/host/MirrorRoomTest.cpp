@@ -1,6 +1,6 @@
-// Shades a room of mirrors by tracing rays from inside answers, and compares it with what optics
-// predicts: a ray between mirrors is a straight line through mirrored copies of the room. No step
-// of the reference depends on the step before it.
+// Shades a room of mirrors by tracing rays in callbacks, and compares the picture with what optics
+// predicts: a ray between mirrors is a straight line through mirrored copies of the room. The
+// reference computes no reflection from an earlier one.
 
 #include <gtest/gtest.h>
 
@@ -81,7 +81,8 @@ private:
     QxShaderInstance m_lamp;
 };
 
-/// Maps a coordinate in the row of mirrored copies to the coordinate in the room that it shows.
+/// Maps a coordinate in the row of mirrored copies to the coordinate in the room that is seen
+/// there.
 double Fold(double x, double size)
 {
     const double rest = std::fmod(std::abs(x), 2 * size);

@@ -50,8 +50,8 @@ std::string SharedObjects::Precompile() const
                "header");
 }
 
-/// Joins all files of a batch into one. Each is in a separate namespace, has its number after the
-/// names of its entry points, and defines its macros again.
+/// Joins all files of a batch into one. Each file is in a separate namespace, and macros append its
+/// number to the names of its entry points.
 void SharedObjects::WriteBatch(const Batch& batch) const
 {
     std::ofstream all(m_folder / ("batch" + std::to_string(batch.first) + ".cpp"));

@@ -7,9 +7,10 @@
 
 /// Compiles many generated C++ files to shared objects in little time.
 ///
-/// Most of the time for a small shader is spent on the run-time header and its instantiations. So
-/// the header is precompiled, and a batch of shaders is compiled at once. Each shared object is
-/// then linked from its batch, with the entry points of one shader under the usual names.
+/// The compiler spends most of its time for a small shader on the run-time header and its
+/// instantiations. So the header is precompiled, and a batch of shaders is compiled at once. Each
+/// shared object is then linked from its batch, with the entry points of one shader under the usual
+/// names.
 class SharedObjects {
 public:
     /// Writes to `folder` and compiles at `level`, such as "-O0".

@@ -56,7 +56,7 @@ TEST(SlcOperandWalker, VisitsReadsBeforeWritesAndSkipsMissingOperands)
     }
 }
 
-/// A pass may override a class at any level of the class tree.
+/// Overrides the `Case` of classes at different levels of the class tree, as a pass may.
 class Heights : public SlcAllICodeWalker {
 public:
     int m_arithmetic = 0;

@@ -1,5 +1,5 @@
-// Checks that the files and classes that comments of the product name exist, since a later change
-// may rename them.
+// Checks that comments of the product name only existing files and classes, since a change that
+// renames one may leave its old name in a comment.
 
 #include <algorithm>
 #include <filesystem>

@@ -41,7 +41,7 @@ std::string ToText(const Operands& operands)
     return text;
 }
 
-/// The fields in a list such as `(code->m_source, code->m_form)`; the form stands for its
+/// Returns the fields in a list such as `(code->m_source, code->m_form)`; the form is listed as its
 /// condition.
 std::set<std::string> Fields(const std::string& list)
 {

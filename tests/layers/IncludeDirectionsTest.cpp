@@ -44,7 +44,7 @@ bool Exists(const Tree& tree, const fs::path& included)
     return fs::exists(tree.root / included) || fs::exists(k_runtime.root / included);
 }
 
-/// Returns the files that `file` includes between such marks, as written.
+/// Returns the files that `file` includes between the two characters of `marks`, as written.
 std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = "\"\"")
 {
     const std::regex include("^\\s*#\\s*include\\s*" + marks.substr(0, 1) + "([^\">]+)" +
@@ -89,9 +89,9 @@ TEST(IncludeDirections, FoldersIncludeOnlyDownward)
     EXPECT_GT(CheckTree(k_runtime), 20);
 }
 
-// A shading header may only include system headers that slcShaderCCodeOp.h includes: others would
-// not be found in shared objects, and most of the standard library takes longer to compile than a
-// small shader.
+// A shading header may only include system headers that slcShaderCCodeOp.h includes: it makes all
+// later declarations hidden, which would keep shared objects from linking to a system library.
+// Also, most of the standard library takes longer to compile than a small shader.
 TEST(IncludeDirections, ShadingHeadersIncludeOnlySharedSystemHeaders)
 {
     const fs::path folder = fs::path(k_runtime.root) / "shading";

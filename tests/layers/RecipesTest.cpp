@@ -1,4 +1,4 @@
-// Checks that the files and folders that the recipes of CONTRIBUTING.md name exist, and that each
+// Checks that the recipes of CONTRIBUTING.md name only existing files and folders, and that each
 // name in a step is found in one of the files or folders of the step.
 
 #include <algorithm>

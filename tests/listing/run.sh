@@ -24,7 +24,7 @@ check() {
     "$python" "$here/check.py" <"$1" >names || fail "$1 does not follow the schema"
 }
 
-# The compiler writes a temporary file beside each source, so it compiles a copy.
+# Compiles copies, so that nothing is written to the tree.
 cp -r "$here/../../examples" .
 for source in examples/*.sl; do
     compile "$source"

@@ -10,7 +10,7 @@
 
 /// Returns the options of level 0, without checks of array bounds.
 [[nodiscard]] SlcOptionsControl PlainOptions();
-/// Returns the same with one option set.
+/// Returns `PlainOptions` with one option set.
 [[nodiscard]] SlcOptionsControl PlainOptionsWith(bool SlcOptionsControl::*option);
 
 /// A shader that has been parsed, checked and lowered.
@@ -18,7 +18,7 @@ class LoweredShader {
 public:
     enum class Expected { Accepted, Refused };
 
-    /// `source` must be correct: any report fails the current test.
+    /// `source` must be accepted: an error fails the current test.
     explicit LoweredShader(const std::string& source, SlcOptionsControl options = PlainOptions());
     LoweredShader(const std::string& source, SlcOptionsControl options, Expected expected);
     ~LoweredShader();
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool IsAccepted() const { return m_accepted; }
     [[nodiscard]] SlcInterForm& Form() { return *m_form; }
     [[nodiscard]] SlcSyntaxNode* Root() { return m_root.get(); }
-    /// The reports so far.
+    /// Returns all reports.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
 
 private:

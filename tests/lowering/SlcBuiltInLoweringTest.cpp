@@ -47,8 +47,8 @@ TEST(SlcGenBuiltIns, CastArgumentsToTheirFormals)
 {
     static const LowerCase cases[] = {
         {"o = length(w);", "{ t0 = w; } { t1 = LENGTH(t0); } { o = t1; }"},
-        // Arguments of a tail are cast to the type of their part, not to that of the last fixed
-        // formal.
+        // An argument in a tail is cast to the type that the tail declares for it, not to that of
+        // the last fixed formal.
         {"o = occlusion(P, N, 16, \"axis\", k);",
          "t0 = k; { t1 = OCCLUSION(P, N, 16, -1, 0, 0, 0, t0, #0); } { o = t1; }"},
         {"color c = spline(w, 1, 2, (1, 0, 0), 4);",
@@ -74,7 +74,7 @@ TEST(SlcGenBuiltIns, RunForTheWholeGridIfTheirArgumentsAllowIt)
         {"o = sin(w);", "{ o = SIN(w); }"},
         {"o = random();", "o = RANDOM_FLOAT() simd;"},
         {"uniform float x = random();", "t0 = RANDOM_FLOAT(); x_1 = t0;"},
-        // A void call has no whole-grid form.
+        // A void call is never lowered to a whole-grid form.
         {"float a; float b; fresnel(I, N, 1.5, a, b);", "{ FRESNEL5(I, N, 1.5, a_1, b_1); }"},
     };
     ExpectCode(cases, InPlaceOptions());
@@ -88,7 +88,7 @@ TEST(SlcGenBuiltIns, AreLimitedToTheFlagOfAVaryingCondition)
         {"if (w > 1 && noise(P) > w) o = 1;",
          "{ f0 = w > 1; } u0 = any f0; t0 = NOISE_FLOAT_3D(P) simd at f0; { f0?( f0 = t0 > w; ) } "
          "u1 = any f0; { f0?( o = 1; ) }"},
-        // With a uniform left side there is no varying flag of the points.
+        // With a uniform left side no varying flag selects the points of the right side.
         {"if (w > 1) { if (k > 1 || noise(P) > w) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) { !u1?( t0 = NOISE_FLOAT_3D(P); ) } { "
          "u1?( f1 = u1; ) } { !u1?( f1 = t0 > w; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o "

@@ -32,7 +32,7 @@ TEST_F(ValueStackTest, PopsOtherValuesUnchanged)
         m_values.Push(value);
     m_parts.Assign(m_y, 1);
     m_parts.Assign(temporary,
-                   2);  // temporaries on the stack are never assigned, so it is not checked
+                   2);  // not noticed, since the lowering never assigns a temporary on the stack
     EXPECT_EQ(m_values.Pop(), temporary);
     EXPECT_EQ(m_values.Pop(), m_x);
 

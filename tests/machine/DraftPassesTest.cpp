@@ -1,5 +1,5 @@
 // Tests each pass over drafts alone, by the block before and after in the notation of DraftText.h.
-// The comparison with shared objects shows that the values stay the same.
+// tests/host/AgreementTest.cpp checks that the computed values stay the same.
 
 #include <stdexcept>
 
@@ -169,7 +169,8 @@ TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
          "CALL_PRIM_AMBIENT; grid c2 = CALL_PRIM_DIFFUSE c;",
          "once EVAL_LIGHTS_FOR_P; grid c1 = CALL_PRIM_AMBIENT; { c = INIT_COLOR S S S; c3 = "
          "ASSIGN_COLOR_COLOR c; c2 = CALL_PRIM_DIFFUSE c; }"},
-        // Lights see other points, are in use, or the color is.
+        // The run before changes values that lights read, uses the lights, or reads the color that
+        // the call writes.
         {"{ S = ASSIGN_TO_ZERO_FLOAT; } once EVAL_LIGHTS_FOR_P; { c = INIT_COLOR S S S; }", ""},
         {"{ c = CALL_PRIM_DIFFUSE c1; } once EVAL_LIGHTS_FOR_P; { c2 = CALL_PRIM_DIFFUSE c; }", ""},
         {"{ c = ASSIGN_COLOR_COLOR c1; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c; "
@@ -266,7 +267,7 @@ TEST(QxSimplifyMasks, OmitsMasksThatNothingObserves)
         // Nothing reads x after the brackets; S belongs to the grid.
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }",
          "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
-        // The other value of points outside of the brackets is read after the brackets,
+        // Points outside of the brackets keep another value, which is read after the brackets,
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) S = ADD_FLOAT_FLOAT x 1; }",
          ""},
         // in the next iteration of a loop,
@@ -280,8 +281,8 @@ TEST(QxSimplifyMasks, OmitsMasksThatNothingObserves)
          ""},
         {"{ if f ( if not f1 ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }",
          "{ if f ( if not f1 ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }"},
-        // The second half of an `if` with `else` needs the values that the first half kept of other
-        // points.
+        // The second half of an `if` with `else` must keep the values that the first half has
+        // computed.
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; ) if not f ( x = ADD_FLOAT_FLOAT y 2; ) S = "
          "ADD_FLOAT_FLOAT x 1; }",
          ""},
@@ -334,19 +335,20 @@ TEST(QxUseStripLocals, MovesWhatLivesInOneStrip)
         {"{ x = ADD_FLOAT_FLOAT S 1; c = INIT_COLOR x x x; C = ASSIGN_COLOR_COLOR c; }",
          "{~0~1/1024 ~0 = ADD_FLOAT_FLOAT S 1; ~1 = INIT_COLOR ~0 ~0 ~0; C = ASSIGN_COLOR_COLOR "
          "~1; }"},
-        // A guard too, in strips of the usual length; other brackets use the same storage.
+        // A guard is moved too, in strips of the usual length. Other runs use the same storage.
         {"{ f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) } grid S1 = "
          "CALL_PRIM_AREA C; { f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if f1 ( S = "
          "ASSIGN_TO_ZERO_FLOAT; ) }",
          "{~0/256 ~0 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if ~0 ( S = ASSIGN_TO_ZERO_FLOAT; ) } grid "
          "S1 = CALL_PRIM_AREA C; {~0/256 ~0 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if ~0 ( S = "
          "ASSIGN_TO_ZERO_FLOAT; ) }"},
-        // A name that an instruction for the grid uses with another value.
+        // An instruction for the whole grid uses the same variable for another value.
         {"{ x = ADD_FLOAT_FLOAT S 1; S = ADD_FLOAT_FLOAT x 1; } grid x = CALL_PRIM_AREA C; { S1 = "
          "ADD_FLOAT_FLOAT x 1; }",
          "{~0/1024 ~0 = ADD_FLOAT_FLOAT S 1; S = ADD_FLOAT_FLOAT ~0 1; } grid x = CALL_PRIM_AREA "
          "C; {/1024 S1 = ADD_FLOAT_FLOAT x 1; }"},
-        // It lives in the strip's next round, after the strip, or before it at some points.
+        // The variable is live into the strip's next iteration, after the strip, or, at some
+        // points, before it.
         {"{ x = ASSIGN_TO_ZERO_FLOAT; A: y = ADD_FLOAT_FLOAT x 1; x = ADD_FLOAT_FLOAT y 1; g = "
          "SET_UNIFORM_BOOL_FLAG f; if g goto A; }",
          "{~0~1/256 ~0 = ASSIGN_TO_ZERO_FLOAT; A: ~1 = ADD_FLOAT_FLOAT ~0 1; ~0 = ADD_FLOAT_FLOAT "
@@ -354,7 +356,7 @@ TEST(QxUseStripLocals, MovesWhatLivesInOneStrip)
         {"{ z = ADD_FLOAT_FLOAT S 1; }", "{/1024 z = ADD_FLOAT_FLOAT S 1; }"},
         {"{ if f ( x = ASSIGN_TO_ZERO_FLOAT; ) S = ADD_FLOAT_FLOAT x 1; }",
          "{/256 if f ( x = ASSIGN_TO_ZERO_FLOAT; ) S = ADD_FLOAT_FLOAT x 1; }"},
-        // Kernels that may look at other points, and points in turn.
+        // A kernel may read other points, or the points run one after the other.
         {"{ c = INIT_COLOR S S S; S1 = CALL_PRIM_AREA c; }",
          "{/1024 c = INIT_COLOR S S S; S1 = CALL_PRIM_AREA c; }"},
         {"each { x = ADD_FLOAT_FLOAT S 1; u = ADD_FLOAT_FLOAT x 1; }", ""},

@@ -220,7 +220,7 @@ std::string DraftText::NameOf(std::uint32_t variable) const
                                    [&](const auto& entry) { return entry.second == variable; });
     if (name != m_names.end())
         return name->first;
-    // Those that a pass has added have no name.
+    // Variables that a pass has added have no name.
     const auto first = m_code.variables.begin();
     return '~' + std::to_string(std::count_if(first, first + variable, [](const auto& storage) {
                return storage.kind == QxStorage::Kind::Strip;

@@ -11,14 +11,15 @@
 ///
 ///     A: once g = ASSIGN_BOOL_BOOL g1; { if f ( x = ADD_FLOAT_FLOAT y 2; ) } if not g goto A;
 ///
-/// An instruction is its results, '=', its primitive and its other operands; '&x' is read and
-/// written. A lower-case primitive belongs to the machine: `product_plus`. The first word says how
-/// it runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also
-/// works at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
-/// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights
-/// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written. A
-/// variable with room for a strip is printed as '~' and its number, those of brackets and the
-/// length of strips as '{~0~1/256'.
+/// An instruction is written as its results, '=', its primitive and its other operands; '&x' is
+/// both read and written. A primitive in lower case belongs to the machine: `product_plus`. A first
+/// word says how the instruction runs: `once`; `grid` for the whole grid; `at f` for the points of
+/// a flag; `whole f` if it also reads or affects other points. Between parallel brackets it has no
+/// such word, or `all` if it ignores the mask. The brackets are '{ }', 'each { }' and 'if f ( )',
+/// the last with `not` or `copy` before the flag. `lights E;` begins a loop over lights, and `again
+/// S;` ends it. The stop at the end is not written. A variable that has room for one strip is
+/// printed as '~' and its number; '{~0~1/256' opens a run with two such variables and strips of 256
+/// points.
 ///
 /// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// number, c... varying color, C... predefined color, S... predefined number, a number is a
@@ -30,8 +31,8 @@ public:
     DraftText(const DraftText&) = delete;
     DraftText& operator=(const DraftText&) = delete;
 
-    /// Returns the text of the current block. A bracket whose target is not right after its end has
-    /// a '?'.
+    /// Returns the text of the current block. Writes '?' after a bracket whose opening bracket has
+    /// a wrong target.
     [[nodiscard]] std::string Print() const;
     /// Returns the text of one draft, without labels.
     [[nodiscard]] std::string PrintDraft(std::size_t index) const;

@@ -34,7 +34,7 @@ struct Case {
     SqxPrimitive primitive;
     std::vector<unsigned int> sizes;  // numbers in the result and in each operand
     Scalar scalar;
-    unsigned int sum;  // of the bits over the points, which must never change
+    unsigned int sum;  // checksum of the results at all points, which must never change
 };
 
 QxVector3 Triple(const float* x)

@@ -55,7 +55,7 @@ TEST(QxMachineRun, CountsInstructionsThatJumpsRepeat)
     EXPECT_EQ(StepsOf(loop, {0, 0, 0, 0}), 0U);
     EXPECT_EQ(StepsOf(loop, {4, 4, 4, 4}), 24U);
     EXPECT_EQ(StepsOf(loop, {1, 4, 0, 2}), 24U);
-    // Each of the two loops has a strip that repeats most.
+    // For each of the two loops, the strip that repeats most counts.
     const std::string twice = std::string(loop) + " CALL_PRIM_AREA_SIMD vf P " +
                               "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
                               "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "

@@ -1,6 +1,6 @@
-// Checks the steps that the translator makes of instructions, and that it runs all passes over the
-// whole block. The passes have separate tests, and the comparison with shared objects shows that
-// the values stay the same.
+// Checks the steps into which the translator turns instructions, and that it runs all passes over
+// the whole block. The passes have separate tests, and tests/host/AgreementTest.cpp checks that the
+// computed values stay the same.
 
 #include "machine/translate/QxTranslator.h"
 
@@ -93,8 +93,8 @@ TEST(QxTranslator, TurnsBracketsThatSetFlagsIntoOperations)
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF IF_TRUE "
          "18 ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
          "{>6 masked if>5 masked end } ."},
-        // A flag that is no constant is copied point by point, and under a copy of the guard if it
-        // is the guard's own.
+        // An assignment of another flag is made point by point. Here it changes the flag of its
+        // guard, so the guard tests a copy.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL vb 18 ASSIGN_COLOR_FLOAT Ci s END_IF "
          "END_PARALLEL",
          "{>6 if-copy>5 all masked end } ."},

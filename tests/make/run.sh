@@ -93,7 +93,7 @@ says 'sqxmake: 1 compiled, 49 up to date, 1 refused:'
 ! grep -qE 'ninja|FAILED|--step' messages || fail 'Words of ninja are shown'
 [ ! -e "$output/plain40.sqx" ] || fail 'The refused shader left an output'
 compiled_are plain41
-# While it is unchanged, its reports are not repeated. Without -k others may not be compiled.
+# While the file is unchanged, its reports are not repeated. Without -k others may not be compiled.
 make_is 1 "$include" "$library"
 [ "$(cat messages)" = "sqxmake: 0 compiled, 50 up to date, 1 refused:
   $library/plain40.sl (as before)" ] || fail 'A refusal is repeated'

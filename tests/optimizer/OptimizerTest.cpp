@@ -138,7 +138,7 @@ TEST(SlcDeadCodeElimination, RemovesValuesThatAreNeverRead)
 
 namespace {
 
-/// Returns a predefined variable of light loops, or else of the shader.
+/// Returns the predefined variable of light loops with this name, otherwise that of the shader.
 SlcOperand Predefined(std::string_view name)
 {
     const auto* light = SlcHiddenVariables::FindVarInfoIlluminance(name);

@@ -1,5 +1,5 @@
-// Compares the live variables of random lists with sets that are computed for every block and
-// variable.
+// Compares the live variables of random lists with sets that are computed by the definition, for
+// every block and variable.
 
 #include <gtest/gtest.h>
 
@@ -17,8 +17,8 @@ namespace {
 
 using Sets = std::vector<std::set<int>>;
 
-/// Makes lists of guards and random jumps, with more variables than one group has. Endless loops
-/// and unreachable code come only from unconditional jumps.
+/// Makes lists of guards and random jumps, with more variables than a group of the analysis has.
+/// Endless loops and unreachable code come only from unconditional jumps.
 class RandomList {
 public:
     RandomList(unsigned int seed, bool jumpsAlways) : m_random(seed), m_jumpsAlways(jumpsAlways) {}

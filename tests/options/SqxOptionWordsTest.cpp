@@ -1,4 +1,4 @@
-// Checks how the programs besides the compiler parse their command lines.
+// Checks how all programs except the compiler parse their command lines.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// Compares points of the shapes, which are computed by columns and rows, with differences and point
-// by point.
+// Checks patches: derivatives by differences of neighbouring points, the distance of points from
+// the middle of a sphere, and `IsHidden` by looking at each point.
 
 #include <gtest/gtest.h>
 
@@ -66,7 +66,7 @@ TEST(SqxPatch, LiesOnTheShape)
     }
 }
 
-// IsHidden only looks at both ends of the row that faces the camera most.
+// IsHidden only looks at the columns that face the camera most and least.
 TEST(SqxPatch, IsHiddenIfNoPointShowsItsOuterSide)
 {
     constexpr unsigned int k_pieces = 24;

@@ -1,5 +1,5 @@
 // The optimizer keeps graph, liveness and facts about the code from round to round. Checks that the
-// result equals that of rounds which rebuild all of it.
+// result is the same as if each round rebuilt all of them.
 //
 // SLC_RANDOM_SEED and SLC_RANDOM_COUNT select other shaders and their number.
 
@@ -43,7 +43,7 @@ std::string CodeOf(const std::string& source, int level, Rounds rounds)
     return text.str();
 }
 
-/// True if the source is accepted.
+/// Compares the code of both kinds of rounds. True if the source is accepted.
 bool Compare(const std::string& source, unsigned int seed)
 {
     bool isAccepted = false;

@@ -27,8 +27,9 @@ inline RunOutcome RunAtOnePoint(const std::string& byteCode, const RunOutcome& m
     return RunMachine(byteCode, QxKernelChoice::Best, model, {1, 1});
 }
 
-/// Returns where the machine of the product has other values than that of the tests, or other bits
-/// with one set of kernels than with the other; empty if nowhere.
+/// Returns where the values of the product's machine differ from those of the machine of the tests,
+/// or where the bits of its two sets of kernels differ; empty if nowhere, or if `expected` is a
+/// fault.
 inline std::string MachineDifference(const std::string& byteCode, const RunOutcome& expected)
 {
     if (!expected.fault.empty())

@@ -1,5 +1,5 @@
-// Checks that random shaders compute the same at every optimization level, in the machine of the
-// tests and in that of the product.
+// Checks that random shaders compute the same values at every optimization level, in the machine of
+// the tests and in that of the product.
 //
 // SLC_RANDOM_SEED and SLC_RANDOM_COUNT select other shaders and their number.
 
@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Returns where a level or a machine differs from level 0 in the machine of the tests; empty if
-/// nowhere.
+/// Returns where the values of a level or machine differ from those of level 0 in the machine of
+/// the tests; empty if nowhere.
 std::string Disagreement(const RandomProgram& program)
 {
     const std::string source = program.Text();

@@ -40,7 +40,7 @@ RunOutcome Expected(const ReferenceProgram& program, int points)
     return outcome;
 }
 
-/// Sorts the outputs like those of `wanted`, and removes those that it does not have.
+/// Sorts the outputs like those of `wanted`, and removes those that `wanted` does not have.
 void Align(RunOutcome& outcome, const RunOutcome& wanted)
 {
     std::vector<RunOutcome::Output> outputs;

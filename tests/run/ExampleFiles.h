@@ -10,18 +10,18 @@
 struct Example {
     std::string name;  // path in the folder, without extension
     std::filesystem::path source;
-    std::string options;  // required by it; from the comment in its first line
+    std::string options;  // which it requires, from the comment in its first line
 
     [[nodiscard]] bool HasByteCode() const { return options.find("--dso") == std::string::npos; }
 };
 
-/// Copies the examples, since the program writes its files beside the sources. Examples that need a
+/// Copies the examples, since `-E` writes its result beside the source. Examples that need a
 /// library of shadeops are left out; the tests of that library run them.
 class ExampleFiles {
 public:
     ExampleFiles();
 
-    /// Sorted by name.
+    /// Returns the examples, sorted by name.
     [[nodiscard]] const std::vector<Example>& All() const { return m_examples; }
     /// Throws if there is no example of that name, which fails the running test.
     [[nodiscard]] const Example& Named(const std::string& name) const;

@@ -90,7 +90,7 @@ const Setting k_stage[] = {
 };
 // clang-format on
 
-constexpr float k_given = std::numeric_limits<float>::quiet_NaN();  // cannot be worked out
+constexpr float k_given = std::numeric_limits<float>::quiet_NaN();  // any value is accepted
 
 struct ValueCase {
     const char* example;

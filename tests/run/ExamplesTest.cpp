@@ -1,4 +1,4 @@
-// The examples compile without a report, and compute the same at every optimization level.
+// The examples compile without a report, and compute the same values at every optimization level.
 
 #include <gtest/gtest.h>
 

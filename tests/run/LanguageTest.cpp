@@ -9,9 +9,9 @@
 
 namespace {
 
-/// A surface with one output, `r`, for each of the 3 by 2 points: u is 0, 0.5, 1 along a row and v
-/// is 0 in the first row, 1 in the second. `body` is the text between its braces, or a whole
-/// shader.
+/// A surface with one output, and the expected values `r` of the output at 3 by 2 points: u is 0,
+/// 0.5, 1 along a row, and v is 0 in the first row and 1 in the second. `body` is the text between
+/// its braces, or a whole shader.
 struct RunCase {
     std::string body;
     std::vector<float> r;

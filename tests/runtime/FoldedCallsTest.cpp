@@ -1,4 +1,4 @@
-// Checks that the compiler evaluates calls of constants by the functions of the run time.
+// Checks that the compiler folds calls with constant arguments by the functions of the run time.
 
 #include <gtest/gtest.h>
 

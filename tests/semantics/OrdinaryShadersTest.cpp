@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Sorted by name.
+/// Returns the shaders in a folder, sorted by name.
 std::set<std::filesystem::path> ShadersIn(const std::filesystem::path& folder)
 {
     std::set<std::filesystem::path> shaders;

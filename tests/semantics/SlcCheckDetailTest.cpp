@@ -164,7 +164,7 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
          ""},
         {"surface a() { uniform vector d; Ci = occlusion(P, N, 4, \"environmentdir\", d); }",
          "1: ERROR: Argument 4 of function 'occlusion' cannot be uniform"},
-        // The arguments before it include a promoted value.
+        // The arguments before the output include a promoted value.
         {"surface a(varying float k = 1) { Ci = indirectdiffuse(P, N, 8, \"axis\", 1, "
          "\"occlusion\", "
          "k); }",
@@ -306,7 +306,7 @@ TEST(SlcCheckInlineDetail, MarksTheFunctionsThatShaderCodeReaches)
 {
     const CheckedShader shader(
         "float used() { return 1; }\n"
-        "float only() { return used(); }\n"  // by a function that nothing calls
+        "float only() { return used(); }\n"  // called by a function that nothing calls
         "float nothing() { return only(); }\n"
         "float parameter() { return 2; }\n"
         "float condition() { return 3; }\n"

@@ -1,4 +1,5 @@
-// Checks the warnings of level 2 about constants that the run time treats as something else.
+// Checks the warnings of level 2 about constants that the run time treats as something else, and
+// about effects that are lost.
 
 #include <gtest/gtest.h>
 #include <string>

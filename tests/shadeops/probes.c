@@ -33,8 +33,8 @@ QX_SHADEOP_EXPORT void tick(void* data, int argc, void** argv)
     *(float*)argv[0] = (float)++*(int*)data;
 }
 
-/* Overloads: the sum of two numbers, or of so many elements of an array. The result is used as the
- * counter. */
+/* Overloads: the sum of two numbers, or of the given number of elements of an array. The result is
+ * written before all arguments have been read. */
 
 QX_SHADEOP_TABLE(sum) = {
     {"float sum(float[], float, string)", "", ""},

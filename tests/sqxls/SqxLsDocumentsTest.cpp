@@ -113,7 +113,7 @@ TEST(SqxLsDocuments, AnEditCostsOneCompileAndKeepsNoMemory)
             else if (editor.Text(name).find("{ float x") != std::string::npos)
                 editor.Replace(name, "{ float x", "{ /* " + number + " */ floats y");
             else
-                editor.Change(name, {{{"text", editor.Text(name)}}}, 1000000 + i);  // undone
+                editor.Change(name, {{{"text", editor.Text(name)}}}, 1000000 + i);  // no change
             (void)editor.AskAt("textDocument/foldingRange", name);
             editor.Pause();
             if (editor.Text(name).size() > 400) {

@@ -55,7 +55,7 @@ protected:
     {
         std::ofstream(m_folder.Path() / name) << source;
     }
-    /// Shades 64 times 64 pixels on black. The values of pixels are those of the shaders.
+    /// Shades 64 times 64 pixels on black. By default pixels have the values of the shaders.
     void Shade(const std::string& arguments, const std::string& encoding = "--linear ")
     {
         ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + encoding + arguments),

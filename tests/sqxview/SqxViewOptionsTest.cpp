@@ -1,4 +1,4 @@
-// Tests command lines of sqxview, and the command lines of sqxshade that it makes of settings.
+// Tests command lines of sqxview, and the command lines of sqxshade that it derives from settings.
 
 #include <gtest/gtest.h>
 

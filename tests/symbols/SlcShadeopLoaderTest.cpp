@@ -113,7 +113,7 @@ TEST_F(ShadeopLoader, ReportsFunctionsThatTheLibraryLacks)
             << bare;
 }
 
-/// A search for a function runs no code of a library.
+/// The process would end if the search ran the library's constructor.
 TEST_F(ShadeopLoader, RunsNoCodeOfALibrary)
 {
     TemporaryFolder::Write("loud.c", "#include <stdlib.h>\n__attribute__((constructor)) static "

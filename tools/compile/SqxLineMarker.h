@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// A line of preprocessed text that names the origin of the lines after it, such as `# 1 "a\"b.h"
-/// 2`.
+/// A line of preprocessed text that names the origin of the lines after it, such as
+/// `# 1 "a\"b.h" 2`.
 struct SqxLineMarker {
     std::string file;
     bool enters = false;   // an included file begins

@@ -1,5 +1,5 @@
-// Line markers contain the path of the file that was found, not the paths that were searched
-// before. But the path starts with the folder of the file, so the rest is the name in the source:
+// Line markers contain the path of the file that was found, not the paths that were searched before
+// it. But the path starts with the searched folder, so the rest is the name in the source:
 // with -Ia -Ib, in c/d.sl,
 //
 //     # 1 "b/noise.h" 1
@@ -39,7 +39,7 @@ constexpr std::string_view k_library = "library ";
     return file.starts_with(start) ? file.substr(start.size()) : "";
 }
 
-/// Writes the paths that contain no line break.
+/// Returns the libraries in a folder, except those whose path contains a line break.
 [[nodiscard]] std::vector<std::string> LibrariesIn(const std::string& folder)
 {
     std::vector<std::string> paths;

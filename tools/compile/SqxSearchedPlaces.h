@@ -17,7 +17,9 @@ public:
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
     /// Adds a path at which a header was not found, unless the file exists now.
     void AddMissing(const std::filesystem::path& header);
-    /// Adds the places of the used shadeop libraries: all libraries in the searched folders.
+    /// Adds the places of shadeop libraries. `taken` are the libraries that the shader calls, and
+    /// `folders` are searched in this order: of those up to the last one that contains such a
+    /// library, adds each folder and all libraries in it.
     void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
 
     /// Paths at which a header was not found.

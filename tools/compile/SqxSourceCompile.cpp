@@ -2,7 +2,7 @@
 // user wrote them. All output goes to the folder of the compile:
 //
 //     sqxview                              sqxmake --compile WORK ... -- a.sl
-//     RunApart: starts                 ->  Run, which writes WORK/a.sqx
+//     RunApart: starts                 ->  RunForAnother, which writes WORK/a.sqx,
 //               and reads afterwards   <-  WORK/messages, WORK/files, WORK/searched
 //
 // Tested by tests/make/run.sh and tests/sqxview.

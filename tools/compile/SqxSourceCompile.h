@@ -12,16 +12,16 @@
 struct QxCompileResult;
 struct SlcCommandLine;
 
-/// A compile could not run, for a reason that is not in the source. The text says why.
+/// Thrown if a compile cannot run, for a reason that is not in the source. The text says why.
 class SqxCompileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// One compile of a source by the compiler library. All its files are in a separate folder, so that
-/// several compiles may run at a time, even of the same source.
+/// One compile of a source by the compiler library. All files that it writes are in a separate
+/// folder, so that several compiles may run at a time, even of the same source.
 ///
-/// Construct it, set it up, run it once, and then read the results.
+/// Construct it, run it once, and then read the results.
 class SqxSourceCompile {
 public:
     /// `options` are those of the compiler, as given; `work` is an empty folder, which the caller
@@ -31,12 +31,14 @@ public:
 
     /// Compiles in this process. Other processes are started only for a user's preprocess command
     /// and for the C++ compiler of `--dso`. Returns true if there is an output. Throws
-    /// `SqxCompileError`.
+    /// `SqxCompileError` for an invalid option.
     [[nodiscard]] bool Run();
     /// As above in a separate process, so that this one survives a crash. `isOver` is called every
-    /// millisecond; when it returns true, the process and all that it started are ended.
+    /// millisecond; when it returns true, the process and all that it started are ended. Throws
+    /// `SqxCompileError` if `sqxmake` cannot be started.
     [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
-    /// Runs in that separate process: writes the results to the folder and prints the messages.
+    /// Does the work of `RunApart` in the separate process: as `Run`, but also writes the results
+    /// to the folder and prints the messages.
     [[nodiscard]] bool RunForAnother();
 
     // After the run.
@@ -46,11 +48,12 @@ public:
     /// Returns the compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
     /// The source and all files that it includes, as the preprocessor names them, and the shadeop
-    /// libraries that it calls. If preprocessing failed, those before the error.
+    /// libraries that it calls. If preprocessing failed, the files before the error.
     [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
-    /// The paths that were searched before these were found.
+    /// The paths that were searched before these files were found.
     [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }
-    /// Writes, in the syntax of makefiles, that `target` depends on these files.
+    /// Writes a rule for makefiles to `file`: `target` depends on the files that were read. Throws
+    /// `SqxCompileError` if `file` cannot be written.
     void WriteDependencies(const std::filesystem::path& file, const std::string& target) const;
 
 private:
@@ -64,7 +67,7 @@ private:
     std::filesystem::path m_source;
     std::vector<std::string> m_options;
     std::filesystem::path m_work;
-    const char* m_ownCommand;  // preprocess command of the user; null: the library's own
+    const char* m_ownCommand;  // preprocess command of the user; null: the library preprocesses
     std::string m_messages;
     std::set<std::string> m_files;
     SqxSearchedPlaces m_places;

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Returns a path as a word of a makefile, with blanks and special characters escaped.
+/// Returns a path as a word of a makefile, with blanks, `#` and `$` escaped.
 [[nodiscard]] std::string SqxMakeWord(const std::string& path);
 
 /// Returns a rule without a command: the targets, which are not escaped, depend on the files. Ends

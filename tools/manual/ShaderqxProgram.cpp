@@ -1,4 +1,4 @@
-// The options come from the compiler's own table, which has no texts for a manual page.
+// The options come from the compiler's table; the other texts of the manual page are here.
 
 #include "manual/ShaderqxProgram.h"
 

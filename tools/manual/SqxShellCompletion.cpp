@@ -59,8 +59,8 @@ namespace {
     return "'" + WithBackslashes(text, "\\'") + "'";
 }
 
-/// Returns "-I" for "-IDIR", and for "-I" followed by "DIR": the value may be part of the same
-/// word.
+/// Returns "-I" for "-IDIR" and for "-I" followed by "DIR", since the value may be part of the same
+/// word. Returns an empty text for options for which it may not.
 [[nodiscard]] std::string_view GluedOption(std::string_view word)
 {
     return word.starts_with("-I") || word.starts_with("-D") ? word.substr(0, 2)

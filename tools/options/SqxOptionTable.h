@@ -40,13 +40,14 @@ struct SqxProgram {
 /// Information that a program prints instead of doing its work.
 enum class SqxInformation { None, Help, Version };
 
-/// Returns the spellings in such a word: "-o" and "--output". They are parts of the text.
+/// Returns the spellings in the `word` of an option: for "-o, --output" both "-o" and "--output",
+/// as parts of the given text.
 [[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
 /// Returns "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
 /// characters.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);
 
-/// Prints the requested information to standard output. Returns the exit status, 1 if it could not
-/// be printed.
+/// Prints the requested information to standard output. Returns the exit status: 0, or 1 if the
+/// information could not be printed.
 [[nodiscard]] int SqxPrintInformation(const SqxProgram& program, SqxInformation information);

@@ -23,10 +23,10 @@ public:
 /// The word '--' ends the options and is skipped, so that names of files may start with '-'.
 class SqxOptionWords {
 public:
-    /// The words without the name of the program. They must outlive the walk.
+    /// `words` are those after the name of the program. They must outlive this object.
     explicit SqxOptionWords(const std::vector<std::string>& words) : m_words(words) {}
 
-    /// Advances to the next word, at first to the first one. False after the last word.
+    /// Advances to the next word, at first to the first one. Returns false after the last word.
     [[nodiscard]] bool Next();
 
     /// The current word. Valid after `Next` has returned true.
@@ -37,12 +37,12 @@ public:
     [[nodiscard]] bool Is(std::string_view spellings) const;
 
     /// Returns the value of an option if the word is this option, or nothing. The value is part of
-    /// the word, as in "-IDIR" and "--size=8x8", or else it is the next word, which becomes the
+    /// the word, as in "-IDIR" and "--size=8x8"; otherwise it is the next word, which becomes the
     /// current one. Throws `SqxUsageError` if it is missing or empty; `what` names the expected
     /// value.
     [[nodiscard]] std::optional<std::string> Value(std::string_view option, std::string_view what);
 
-    /// True if the word asks for the help or the version, which is recorded.
+    /// True if the word asks for the help or the version; then sets `information`.
     [[nodiscard]] bool AsksFor(SqxInformation& information) const;
 
     /// Throws the `SqxUsageError` for an unknown option.

@@ -29,8 +29,8 @@ float Decoded(float value, SqxEncoding encoding)
     return std::pow((value + 0.055F) / 1.055F, 2.4F);
 }
 
-/// Returns the least value that becomes this byte or a higher one. The inverse of the encoding is a
-/// first guess that rounding may have missed.
+/// Returns the least value that becomes this byte or a higher one. Because of rounding, the inverse
+/// of the encoding is only a first guess.
 float LeastOf(unsigned int byte, SqxEncoding encoding)
 {
     const auto isLower = [&](float value) {

@@ -28,5 +28,5 @@ private:
     static constexpr unsigned int k_parts = 4096;
 
     std::array<float, 257> m_least;  // least value of each byte; that of 256 is never reached
-    std::array<unsigned char, k_parts> m_first;  // by part of 0 to 1: byte of its least value
+    std::array<unsigned char, k_parts> m_first;  // by part of the range: byte of its least value
 };

@@ -23,12 +23,12 @@ public:
     /// Throws `std::bad_alloc` if there is no memory for so many samples.
     SqxFilm(unsigned int width, unsigned int height, unsigned int samples);
 
-    /// Touches all memory of the film now, which the system otherwise provides while grids are
-    /// drawn.
+    /// Touches all memory of the film, so that the system provides it before grids are drawn. Call
+    /// it before the first `Draw`.
     void Prepare();
     /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
     void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
-    /// Returns the mean of the samples of each pixel. Uses at most that many threads.
+    /// Returns the mean of the samples of each pixel. Uses up to `most` threads.
     [[nodiscard]] SqxPixels Finish(std::size_t most) const;
 
 private:

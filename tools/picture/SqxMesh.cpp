@@ -6,9 +6,9 @@
 // Both cells that share an edge compute it from its corners in the same order. They therefore agree
 // on which side of it a sample is, and no sample between cells is missed.
 //
-// Points whose depth is 0 or less, or that are so far away that products of their coordinates
-// might overflow, are projected to NaN. No comparison with NaN is true, so triangles with such a
-// corner are not drawn, without a separate test.
+// Points behind the camera or too close to it, and points so far away that products of their
+// coordinates might overflow, are projected to NaN. No comparison with NaN is true, so triangles
+// with such a corner are not drawn, without a separate test.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 

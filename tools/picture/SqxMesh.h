@@ -29,7 +29,7 @@ public:
     /// Which sides of the cells are drawn.
     enum class Sides {
         Both,
-        Outer,  // only the side that the normals point away from
+        Outer,  // only the side that the normals point to
     };
 
     /// The grid must outlive the mesh; `number` identifies it. `columns` and `rows` are the size of
@@ -66,9 +66,9 @@ private:
     int m_rows;
     std::vector<float> m_x;  // of each point, in samples
     std::vector<float> m_y;
-    std::vector<float> m_z;     // its distance
+    std::vector<float> m_z;     // its depth
     std::vector<float> m_tops;  // of each line of points
     std::vector<float> m_bottoms;
-    std::vector<Rows> m_reachedBy;  // cells between a line of points and the next, from the second
+    std::vector<Rows> m_reachedBy;  // by line of cells, without the margin
     Bounds m_bounds;
 };

@@ -13,8 +13,8 @@
 
 namespace {
 
-/// The vectors of a row in the space of the shape: x and z by column, both times two
-/// factors, and y.
+/// The vectors of a row in the space of the shape: x and z by column, both times two factors, and
+/// y.
 struct OwnVectors {
     const float* x;
     const float* z;
@@ -62,8 +62,9 @@ SqxPatch::SqxPatch(const SqxShape& shape, const QxGrid& layout, float u, float v
     }
 }
 
-/// For a surface of revolution only the direction of the column relative to the camera changes N .
-/// I along a row. Its extremes are therefore at the extremes of that direction.
+/// Along a row of a surface of revolution, the dot product of N and I depends only on the direction
+/// of the column relative to the camera. Its extremes are therefore at the extremes of that
+/// direction.
 bool SqxPatch::IsHidden() const
 {
     if (!m_shape.IsClosed())

@@ -12,8 +12,8 @@ public:
     SqxPatch(const SqxShape& shape, const QxGrid& layout, float u, float v, float du, float dv);
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
-    /// True if the camera sees the outer side at no point and other parts of the shape cover the
-    /// patch. Costs as much as two columns of points.
+    /// True if the shape is closed and the patch turns its inner side to the camera at each point:
+    /// then other parts of the shape cover the patch. Costs as much as two columns of points.
     [[nodiscard]] bool IsHidden() const;
     /// Sets positions, derivatives, normals and parameters of `grid`, which must have the layout of
     /// the patch.

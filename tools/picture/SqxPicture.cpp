@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr float k_samplesOfACell = 1.5F;   // length of the edge of a cell in the picture
+constexpr float k_samplesOfACell = 1.5F;   // along the edge of a cell in the picture
 constexpr unsigned int k_imagerRows = 64;  // rows of the picture per piece
 constexpr auto k_progressStep = std::chrono::milliseconds(100);
 
@@ -142,7 +142,7 @@ SqxPictureEnd SqxPicture::Render(const Watch& watch)
     const unsigned int threads = m_settings.threads ? m_settings.threads : cores;
     while (m_stages.size() < threads)
         m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
-    if (watch.deadline)  // which distinguishes endless shaders from long ones
+    if (watch.deadline)  // the deadline also ends endless shaders, so steps need no limit
         for (const auto& stage : m_stages)
             stage->SetStepLimit(std::numeric_limits<std::size_t>::max());
     m_pixels = {};
@@ -209,7 +209,7 @@ SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
 /// Starts the threads; this thread reports progress and checks whether to stop, until they end.
 SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 {
-    // A thread may have ended before the next one starts.
+    // All threads are counted first, since one may end before the next one starts.
     const std::size_t count = std::min<std::size_t>(m_stages.size(), pieces.count);
     pieces.working = count;
     std::vector<std::jthread> threads;

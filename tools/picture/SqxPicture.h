@@ -21,8 +21,8 @@ public:
     /// not fit its parameter.
     explicit SqxPicture(SqxPictureSettings settings);
 
-    /// Creates the film for the whole picture and its memory. May be called before the settings
-    /// have their shaders, for example while these are compiled.
+    /// Creates the film for the whole picture and prepares its memory. May be called before the
+    /// settings have their shaders, for example while these are compiled.
     [[nodiscard]] static std::unique_ptr<SqxFilm> PreparedFilm(const SqxPictureSettings& settings);
     /// Passes a film that was prepared for the same settings; the next rendering uses it.
     void TakeFilm(std::unique_ptr<SqxFilm> film) { m_film = std::move(film); }
@@ -32,8 +32,8 @@ public:
     struct Watch {
         std::stop_token stop;
         std::optional<std::chrono::steady_clock::time_point> deadline;
-        /// If set, coarse pictures are rendered first, then finer and finer ones, else only the
-        /// whole picture.
+        /// If set, coarse pictures are rendered first, then finer and finer ones. Otherwise only
+        /// the whole picture is rendered.
         bool coarseFirst = false;
         /// Called when a picture, coarse or whole, is complete, see `Pixels`.
         std::function<void()> show;
@@ -43,12 +43,13 @@ public:
         /// pieces.
         std::function<void(const SqxNote&)> note;
     };
-    /// Checks whether it should stop between pieces of the picture, and while byte-code runs.
+    /// Renders the picture. Between its pieces, and while byte-code runs, checks whether to stop.
     /// Throws what a shader throws.
     SqxPictureEnd Render(const Watch& watch);
 
     [[nodiscard]] const SqxPictureSettings& Settings() const { return m_settings; }
-    /// The last complete picture. If the time ended before the first one, its completed pieces.
+    /// The last complete picture. If rendering ended before the first one was complete: its
+    /// completed pieces.
     [[nodiscard]] const SqxPixels& Pixels() const { return m_pixels; }
     /// Returns that picture over the background, scaled to the size of the whole picture: three
     /// bytes per pixel, rows from the top.

@@ -24,12 +24,12 @@ public:
     /// Moves the "shader" space of a light to the key light.
     static void PlaceLight(QxShaderInstance& light);
 
-    /// Begins a piece of the picture, whose number decides its random numbers.
+    /// Begins a piece of the picture, whose number determines its random numbers.
     void BeginPiece(unsigned int number) { SetRun(number); }
     /// Returns what shaders have printed and reported since the last call.
     [[nodiscard]] std::vector<SqxNote> TakeNotes();
 
-    /// Looks up a file of the settings, or a checkerboard of 8 by 8 squares for any other name.
+    /// Looks up a texture of the settings; any other name is a checkerboard of 8 by 8 squares.
     QxRGBColor Texture(const QxTextureQuery& query) override;
     const void* FindFile(QxFileKind kind, const char* name) override;
     void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override;
@@ -45,5 +45,5 @@ private:
     std::vector<SqxNote> m_notes;
 };
 
-/// Shades a shape without a surface shader, as plastic of the color `Cs`.
+/// Shades a grid as plastic of the color `Cs`, for pictures without a surface shader.
 void SqxShadePlastic(QxHostGrid& grid, QxHostScene& scene);

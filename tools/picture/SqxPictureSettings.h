@@ -13,7 +13,7 @@ class SqxTexture;
 
 enum class SqxShapeKind { Sphere, Square, Torus };
 
-/// A picture cannot be rendered or written. The text is for the user.
+/// Thrown if a picture cannot be rendered or written. The text is for the user.
 class SqxPictureError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -72,7 +72,7 @@ QxHostGrid& SqxPictureStage::Grid(const QxGrid& layout)
 void SqxPictureStage::Shade(QxHostGrid& grid, unsigned int piece)
 {
     m_scene.BeginPiece(piece);
-    // The shader may not assign these.
+    // In case the surface shader does not assign these.
     grid.Set("Ci", QxRGBColor{0, 0, 0});
     grid.Set("Oi", QxRGBColor{0, 0, 0});
     grid.Set("Cs", m_settings.color);
@@ -104,7 +104,7 @@ void SqxPictureStage::RunImager(SqxPixels& pixels, unsigned int firstRow, unsign
     QxHostGrid grid(width, rows);
     const QxHiddenVariables at = grid.Hidden();
     const std::size_t offset = static_cast<std::size_t>(firstRow) * width;
-    // The positions of coarse pixels are those in the whole picture.
+    // `P` of a coarse pixel is its position in the whole picture.
     const float toColumn = static_cast<float>(m_settings.width) / static_cast<float>(width);
     const float toRow = static_cast<float>(m_settings.height) / static_cast<float>(pixels.height);
     for (std::size_t i = 0; i < grid.Size(); ++i) {

@@ -10,16 +10,16 @@
 /// Shades pieces of a picture in one thread, with a scene and instances of the shaders.
 class SqxPictureStage {
 public:
-    /// Settings and shape must outlive it. Throws `QxHostError` if a value does not fit its
+    /// Settings and shape must outlive the object. Throws `QxHostError` if a value does not fit its
     /// parameter.
     SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// Returns a grid of that layout, to be filled. Its values are arbitrary. Valid until the next
-    /// call.
+    /// Returns a grid of that layout, to be filled. Its values are arbitrary. It is valid until the
+    /// next call.
     [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout);
-    /// Displaces and shades the points in the grid.
+    /// Displaces and shades the points in the grid. For `piece` see `SqxPictureScene::BeginPiece`.
     void Shade(QxHostGrid& grid, unsigned int piece);
-    /// Runs the imager over rows of the picture.
+    /// Runs the imager, which must exist, over rows of the picture.
     void RunImager(SqxPixels& pixels, unsigned int firstRow, unsigned int rows, unsigned int piece);
     /// Sets a test that is called while shaders run; if it returns true, they throw
     /// `QxHostStopped`.

@@ -21,14 +21,14 @@ struct SqxBuildOptions {
 /// Compiles sources in a temporary folder that is removed with the object.
 class SqxShaderBuild {
 public:
-    /// To be created before other threads: the folder is also removed if a signal ends the program,
+    /// Create it before other threads: the folder is also removed if a signal ends the program,
     /// see `SqxEndSignals`. Throws `std::runtime_error` if there is no folder for temporary files.
     SqxShaderBuild();
     SqxShaderBuild(const SqxShaderBuild&) = delete;
     SqxShaderBuild& operator=(const SqxShaderBuild&) = delete;
 
-    /// Compiles a source and returns the path of the shader, which exists as long as the object.
-    /// Throws `SqxPictureError` if the source has errors.
+    /// Compiles a source and returns the path of the shader, a file that exists as long as this
+    /// object. Throws `SqxPictureError` if the source does not exist or has errors.
     [[nodiscard]] std::string Build(const std::string& source, const SqxBuildOptions& options);
     /// The messages of the compiler in the last build.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }

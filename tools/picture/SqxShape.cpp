@@ -1,7 +1,7 @@
 // Shapes are functions of u and v, so that derivatives are exact and a grid can cover any part.
 //
-// The rows of a sphere end shortly before the poles: there dPdu is zero, and a normal computed from
-// the derivatives would have no direction.
+// The rows of a sphere end shortly before the poles: at a pole dPdu is zero, so a normal computed
+// from the derivatives would have no direction.
 //
 // Tested by tests/picture/SqxPictureTest.cpp.
 
@@ -73,8 +73,8 @@ SqxShape::Column SqxShape::ColumnAt(float u) const
     return {sine, -cosine, cosine, sine};
 }
 
-/// v and t grow downward: from the upper pole of a sphere to the lower one; those of a torus start
-/// at the hole and first go over its top.
+/// v and t grow downward: on a sphere from the upper pole to the lower one. On a torus they start
+/// at the hole and first go over the top.
 SqxShape::Row SqxShape::RowAt(float v) const
 {
     if (m_kind == SqxShapeKind::Square)

@@ -13,10 +13,10 @@ public:
 
     explicit SqxShape(SqxShapeKind kind);
 
-    /// Transforms from the space of the shape to the current space.
+    /// Returns the transform from the space of the shape to the current space.
     [[nodiscard]] const QxMatrix44& ToCurrent() const { return m_toCurrent; }
-    /// Transforms to the current space from one with the same axes, whose origin is the middle of
-    /// the shape.
+    /// Returns the transform from world space to the current space. Both have the same axes, and
+    /// the origin of world space is the middle of the shape.
     [[nodiscard]] static QxMatrix44 WorldToCurrent();
 
     /// Returns the length of the shape along u and v, in units of the smaller edge of the picture.
@@ -53,11 +53,11 @@ public:
     struct Projected {
         float x;
         float y;
-        float z;  // depth; positive on the side that the camera sees
+        float z;  // depth; positive in front of the camera
     };
     [[nodiscard]] static Projected Project(const QxVector3& place);
-    /// Returns the projection as a matrix, to a space where the middle of the picture is at the x
-    /// and y of `middle`, and half its smaller edge has the length x and y of `half`.
+    /// Returns the projection as a matrix. In the space that it leads to, the middle of the picture
+    /// is at the x and y of `middle`, and half its smaller edge is as long as x and y of `half`.
     [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:

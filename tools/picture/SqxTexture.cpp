@@ -1,8 +1,8 @@
 // A pyramid of pictures. A look-up blends the two whose pixels are about as large as the patch.
 //
-// L. Williams, "Pyramidal parametrics", 1983. The level is that of the longer side of the patch in
-// pixels. Ours departs from it for odd sides: each pixel of a smaller picture is the mean of
-// exactly the area that it covers.
+// L. Williams, "Pyramidal parametrics", 1983. The longer side of the patch, in pixels, determines
+// the level. One thing differs: even if a side has an odd number of pixels, each pixel of the next
+// smaller picture is the mean of exactly the area that it covers.
 
 #include "picture/SqxTexture.h"
 
@@ -14,8 +14,8 @@ namespace {
 
 constexpr unsigned int k_channels = 4;
 
-/// Halves one dimension of `count` lines of `length` pixels. Pixels are `step` apart in memory, and
-/// lines `stride`.
+/// A picture as `count` lines of `length` pixels along the dimension to halve. In memory, pixels
+/// are `step` values apart, and lines `stride` values.
 struct Lines {
     unsigned int length;
     unsigned int count;
@@ -23,8 +23,8 @@ struct Lines {
     std::size_t stride;
 };
 
-/// Returns the mean of the pixels that the new pixel `place` covers, weighted by their covered
-/// parts.
+/// Computes pixel `place` of a line of `shorter` pixels: the mean of the pixels of `line` that it
+/// covers, weighted by their covered parts.
 void Cover(const float* line, const Lines& lines, unsigned int place, unsigned int shorter,
            float* result)
 {
@@ -67,7 +67,7 @@ SqxImage HalfAsHigh(const SqxImage& image)
     return half;
 }
 
-/// The two pixels around a position, and the weight of the second one.
+/// The two pixels around a position.
 struct Between {
     std::size_t first;
     std::size_t second;
@@ -84,8 +84,8 @@ float WholeBelow(float value)
     return whole > value ? whole - 1 : whole;
 }
 
-/// Positions are between half a pixel before the first one and half a pixel before the end, so one
-/// comparison replaces a division.
+/// `place` is at least -0.5 and at most half a pixel less than `count`, so comparisons replace the
+/// remainder of a division.
 Between FindBetween(float coordinate, unsigned int count)
 {
     const float place = (coordinate - WholeBelow(coordinate)) * static_cast<float>(count) - 0.5F;

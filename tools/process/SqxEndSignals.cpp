@@ -1,5 +1,5 @@
-// The signals are blocked in all threads, and one thread waits for them. A signal that is sent only
-// to this thread ends it.
+// The signals are blocked in all threads, and one thread waits for them. To end this thread, the
+// destructor sends a signal to it alone.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -45,7 +45,7 @@ SqxEndSignals::SqxEndSignals(std::function<void()> beforeTheEnd)
 SqxEndSignals::~SqxEndSignals()
 {
     m_waiter.request_stop();
-    // Blocked, so that it ends the wait of the thread and not the process.
+    // The signal is blocked, so it ends the wait of the thread and not the process.
     // NOLINTNEXTLINE(bugprone-bad-signal-to-kill-thread)
     pthread_kill(m_waiter.native_handle(), SIGTERM);
     m_waiter.join();

@@ -5,9 +5,9 @@
 
 /// While the object exists, a signal by which users end programs (SIGINT, SIGTERM, SIGHUP) first
 /// runs a function in a separate thread, where operations are allowed that a signal handler must
-/// not perform. Then the program ends by the signal.
+/// not perform. Then the signal ends the program.
 ///
-/// To be created before other threads, which must not receive the signals.
+/// Create it before other threads, which must not receive the signals.
 class SqxEndSignals {
 public:
     explicit SqxEndSignals(std::function<void()> beforeTheEnd);

@@ -1,9 +1,9 @@
 // A program is started by fork and exec without a shell, so that paths need no quoting. Between the
-// two the child makes only calls that are allowed there in a process with several threads. If one
-// of them fails, the child exits like a command that was not found.
+// two, except for setenv, the child makes only calls that are allowed there in a process with
+// several threads. If a call fails, the child exits like a command that was not found.
 //
-// Waiting with a test first checks the child without reaping it: after that its process number may
-// belong to another process, which must not be killed.
+// Waiting with a test first checks the child without reaping it: the process number of a reaped
+// child may belong to another process, which must not be killed.
 //
 // Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
 
@@ -25,7 +25,7 @@ namespace {
 
 constexpr int k_notStarted = 127;
 
-/// Runs in the child and never returns. Everything that allocates was done before the fork.
+/// Runs in the child and never returns. Apart from setenv, allocations were made before the fork.
 [[noreturn]] void Become(const SqxCommand& command, char* const* words, int output)
 {
     // The child must not inherit how this program handles signals.

@@ -10,12 +10,12 @@
 struct SqxCommand {
     std::vector<std::string> words;  // the first is a path, or a name that `PATH` finds
     std::filesystem::path folder;    // working directory; empty: this one
-    std::filesystem::path output;    // file for its output; empty: our own streams
+    std::filesystem::path output;    // file for its output; empty: the streams of this program
     std::vector<std::pair<std::string, std::string>> variables;  // added to our environment
     /// Called with each line of the output on both streams, in place of `output`.
     std::function<void(const std::string& line)> onLine = nullptr;
-    /// If set, called every millisecond; when it returns true, the program and all that it started
-    /// are ended.
+    /// If set, called every few milliseconds; when it returns true, the program and all that it
+    /// started are ended.
     std::function<bool()> isOver = nullptr;
 };
 

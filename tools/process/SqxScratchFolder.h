@@ -6,7 +6,7 @@
 /// A folder in the system's folder for temporary files, removed with the object.
 class SqxScratchFolder {
 public:
-    /// `name` is the start of its name. Throws `std::runtime_error`.
+    /// The folder's name starts with `name`. Throws `std::runtime_error` if it cannot be created.
     explicit SqxScratchFolder(std::string_view name);
     ~SqxScratchFolder();
     SqxScratchFolder(const SqxScratchFolder&) = delete;

@@ -1,8 +1,8 @@
 // What a writer of shaders must know beyond the one-line meaning of a function: units, ranges,
 // spaces, border cases, which arguments must be normalized, and defaults of optional arguments.
 //
-// Tested by the examples in SqxBuiltInExamples.cpp, which cover each of these statements that can
-// be computed.
+// Tested by the examples in SqxBuiltInExamples.cpp: they cover each statement that an example can
+// check.
 
 #include <algorithm>
 
@@ -27,7 +27,7 @@ not a whole number.)"},
     {"mod",
      R"(The result is from 0 up to, but not including, the absolute value of b, also if a or b is negative.
 The quotient has single precision: if a is a multiple of b, the result can be b, or nearly b, instead
-of 0. If that matters, test `abs(a / b - round(a / b))`, or add half a step first.)"},
+of 0. If that matters, test whether `abs(a / b - round(a / b))` is small, or add half a step to a first.)"},
     {"min",
      R"(It takes two or more arguments. Colors and points are compared component by component.)"},
     {"max",
@@ -44,8 +44,8 @@ both ends. low must be less than high; for a falling curve use `1 - smoothstep(l
     {"filterstep",
      R"(The step from 0 below the edge to 1 above it is averaged over an interval: from s1 to
 s2, or, without s2, over the range of s1 that the shading point covers. This range is centered on the point, and
-its length is the change of s1 to the next point in u and in v together. So a stripe has the same position at
-every resolution.
+its length is the change of s1 to the next point in u plus the change to the next point in v. So a stripe has the
+same position at every resolution.
 
 `"width"` is a factor for the length of the interval, 1 by default. `"filter"` is one of these, each
 of which is scaled so that the interval has the length 1:
@@ -113,16 +113,16 @@ are independent too.)"},
 of the point in its grid, and how many numbers the point has drawn in this run; a triple draws three. The renderer
 sets seed and run, which are 0 by default. So the same seed leads to the same picture, with any number of threads,
 in byte-code and in shared objects. A uniform result, as in `uniform float r = random()`, is one number for all
-points. Whether a call is uniform depends on the variable to which the whole expression is assigned: if the
-result of a function varies, assign the random number for its `uniform` formal to a uniform variable first. In an
+points. Whether a call is uniform depends on the variable to which the whole expression is assigned. So to pass a
+random number to a `uniform` formal of a function whose result varies, assign it to a uniform variable first. In an
 ambient light the point is the one that is lit. A default value that is computed once for an instance depends only
 on the seed. Use `cellnoise` for values that must stay at the same place of a surface.)"},
 
     {"Du",
      R"(The change from point to point divided by `du`, by central differences inside the grid. At a border
 of the grid, or of the points for which the condition around the call holds, the differences are one-sided: of
-second order over three points if there are three, else over two, and 0 for a single point. The derivative of
-a uniform value is 0. For the change to the next point, which is the size of a pixel, multiply by `du`.)"},
+second order over three points if there are three, otherwise over two, and 0 for a single point. The derivative
+of a uniform value is 0. Multiply by `du` for the change from one point to the next.)"},
     {"Dv", R"(As `Du`, with `dv`.)"},
     {"Deriv",
      R"(The changes of a along u and v, weighted by those of b: the derivative in the direction in
@@ -171,8 +171,8 @@ The usual names are `"shader"`, `"object"`, `"world"`, `"camera"`, and, with x a
      R"(Spaces and matrices are those of `transform`. The result is perpendicular to the transformed
 surface, but does not have length 1. For a singular matrix it is the zero normal.)"},
     {"depth",
-     R"(The result is 0 at the near and 1 at the far plane of the renderer. It is 0 if the renderer does not
-answer, as `sqxshade`.)"},
+     R"(The result is 0 at the near and 1 at the far plane of the renderer. It is also 0 if the renderer does
+not answer; `sqxshade` does not.)"},
 
     {"setxcomp", R"(The variable is changed in place.)"},
     {"setycomp", R"(The variable is changed in place.)"},
@@ -258,7 +258,7 @@ points away from the surface. Names and values come after p, n and samples, in a
 | `"occlusion"` | float variable, in which the result of `occlusion` is stored | |)"},
 
     {"printf",
-     R"(It prints once per point if an argument is varying or the call is under a varying condition, else once. It
+     R"(It prints once per point if an argument is varying or the call is under a varying condition, otherwise once. It
 adds no line break: write `\n`.)"},
     {"format",
      R"(Each of `%f`, `%d`, `%s`, `%c`, `%p` and `%m` is replaced by the next argument, formatted according to its
@@ -299,8 +299,8 @@ and 1.)"},
     {"rendererinfo", R"(It answers like `attribute`.)"},
     {"textureinfo", R"(It answers like `attribute`.)"},
     {"surface",
-     R"(It answers like `attribute` if name, type and length of the parameter match, with its value at this
-point.)"},
+     R"(It works like `attribute`: the answer is the value, at this point, of the parameter with this name, if
+its type and length match.)"},
     {"displacement", R"(It answers like `surface`.)"},
     {"atmosphere", R"(It answers like `surface`.)"},
     {"lightsource",

@@ -8,8 +8,8 @@
 //     @forms(44) color (color left, float right), (left) + QxNumber(right)
 //     #define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
 //
-// A function that may be called for the whole grid, or that is a function object, gets the macros
-// of all four forms.
+// A function object, and a function with a result that may be called for the whole grid, gets the
+// macros of all four forms.
 //
 // Tested by tests/reference/run.sh, which fails if the header in the tree is out of date.
 
@@ -37,7 +37,8 @@ bool IsPoint(SqxCardType type)
            type == SqxCardType::AnyVector;
 }
 
-/// Converts, since constants are doubles in generated C++, and a number may stand for a point.
+/// Returns the argument of a call, with a conversion if necessary: constants are doubles in
+/// generated C++, and a number may stand for a point.
 std::string Argument(const SqxCard& card, const SqxParameter& parameter)
 {
     const std::string name(card.Text(parameter.name));

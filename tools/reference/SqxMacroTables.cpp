@@ -87,9 +87,9 @@ std::string Row(SqxPrimitive primitive)
            (arguments.empty() ? "none" : arguments) + " |\n";
 }
 
-/// False for primitives with lists of arguments, queries to the renderer and operations on
-/// neighbouring points, which have separate tables, and for functions without a macro, which the
-/// compiler evaluates itself.
+/// True for functions that these tables list. Primitives with lists of arguments, queries to the
+/// renderer and operations on neighbouring points have separate tables. Functions without a macro
+/// are evaluated by the compiler itself.
 bool IsFunctionOfArguments(const SqxCard& card)
 {
     const auto list = card.Carried();
@@ -102,7 +102,7 @@ bool IsFunctionOfArguments(const SqxCard& card)
            });
 }
 
-/// False for procedures, which have no form for the whole grid in C++.
+/// True for functions with macros of all forms. Procedures have only the plain form in C++.
 bool HasForms(const SqxCard& card)
 {
     return card.result != SqxCardType::Void && (card.hasGridCall || card.function.ends_with(')'));

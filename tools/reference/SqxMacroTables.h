@@ -2,7 +2,9 @@
 
 #include <string>
 
-/// Return tables for docs/generated-code.md: the macros of built-in functions with their results
-/// and arguments. One table lists those with only a plain form, the other those with all forms.
+// Tables for docs/generated-code.md: the macros of built-in functions with results and arguments.
+
+/// Returns the table of the functions that have only the plain form.
 [[nodiscard]] std::string SqxPlainMacroTable();
+/// Returns the table of the functions that have all four forms.
 [[nodiscard]] std::string SqxFormMacroTable();

@@ -73,6 +73,7 @@ struct ShaderColumn {
     return meaning;
 }
 
+/// Returns the words for the letters of operands in `SqxLayout`.
 [[nodiscard]] std::string Spelled(std::string_view letters)
 {
     std::string text;

@@ -2,13 +2,15 @@
 
 #include <string>
 
-/// Tables for documents, as Markdown, generated from the compiler's tables.
+/// Return tables for documents, as Markdown, generated from the compiler's tables. Throw
+/// `std::runtime_error` if a built-in or a predefined variable has no meaning.
 [[nodiscard]] std::string SqxBuiltInTable();
 [[nodiscard]] std::string SqxPredefinedTable();
 [[nodiscard]] std::string SqxInstructionTable();
 [[nodiscard]] std::string SqxCompilerOptionTable();
 
 /// Returns `page` with its tables generated again. A table is between the lines `<!-- table: NAME
-/// -->` and `<!-- end of table -->`, where NAME is `built-ins`, `predefined`, `instructions` or
-/// `options`. Throws `std::runtime_error` for an unknown name or a table without an end.
+/// -->` and `<!-- end of table -->`, where NAME is `built-ins`, `predefined`, `instructions`,
+/// `plain-macros`, `form-macros` or `options`. Throws `std::runtime_error` for an unknown name or a
+/// table without an end.
 [[nodiscard]] std::string SqxRefreshPage(const std::string& page);

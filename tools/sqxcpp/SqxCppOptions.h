@@ -13,7 +13,7 @@ struct SqxCppOptions {
     enum class Rule {
         None,
         Alone,   // in place of the text
-        Beside,  // in a separate file
+        Beside,  // in a separate file; the text is written too
     };
 
     SlcPreprocessorOptions preprocessor;  // without a report function
@@ -29,5 +29,5 @@ struct SqxCppOptions {
 /// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxCppProgram();
 
-/// Throws `SqxUsageError`.
+/// Reads the words after the name of the program. Throws `SqxUsageError`.
 [[nodiscard]] SqxCppOptions SqxReadCppOptions(const std::vector<std::string>& arguments);

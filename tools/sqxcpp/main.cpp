@@ -49,8 +49,8 @@ SlcPreprocessed Preprocess(const SqxCppOptions& options)
     return SlcPreprocessText("<stdin>", {std::istreambuf_iterator<char>(std::cin), {}}, wanted);
 }
 
-/// If the source has errors, writes the text up to that point, but no rule, since builds would
-/// treat it as complete.
+/// If the source has errors, writes the incomplete text, but no rule, since builds would treat the
+/// rule as complete. Returns false after an error.
 bool Run(const SqxCppOptions& options)
 {
     const SlcPreprocessed result = Preprocess(options);

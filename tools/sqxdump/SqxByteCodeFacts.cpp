@@ -17,7 +17,7 @@ namespace {
 
 using Facts = SqxShaderFacts;
 
-// One of them precedes each access to lights.
+// One of these precedes each access to lights.
 constexpr std::string_view k_evalLights = "EVAL_LIGHTS";
 constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
 
@@ -200,7 +200,7 @@ void TakeDefaults(const SqxShader& only, const std::string& name,
 void AddDefaults(const SqxShader& shader, const std::string& name, const SqxTrustedFolders& folders,
                  Facts& facts)
 {
-    // Numbers of shadeops are checked once the file has given their count.
+    // The reader checks the numbers of shadeops in initializers after it has read their list.
     const bool areChecked = shader.reached >= SqxSection::Facts;
     const SqxShader most =
         OnlyInitializers(shader, areChecked ? Shadeops::Called : Shadeops::LeftOut);

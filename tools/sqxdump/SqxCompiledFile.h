@@ -2,13 +2,13 @@
 
 #include <string>
 
-/// The bytes of a compiled shader, read from a file or from standard input. Only the first few are
-/// checked here.
+/// The bytes of a compiled shader, read from a file or from standard input. Only the first four
+/// bytes are checked here.
 class SqxCompiledFile {
 public:
-    /// `file`: a path, or "-" for standard input, which is read to its end. Throws `QxHostError`
-    /// with the system's reason if it cannot be read. A file that is too large for a
-    /// shader is read only until `SqxReader` would refuse it.
+    /// `file` is a path, or "-" for standard input, which is read to its end. Throws `QxHostError`
+    /// with the system's reason if it cannot be read. A file that is too large for a shader is read
+    /// only until `SqxReader` would refuse it.
     explicit SqxCompiledFile(const std::string& file);
     ~SqxCompiledFile();
     SqxCompiledFile(const SqxCompiledFile&) = delete;
@@ -16,7 +16,7 @@ public:
 
     [[nodiscard]] const std::string& Bytes() const { return m_bytes; }
     [[nodiscard]] bool IsSharedObject() const;
-    /// Returns the name of a shader according to its file; empty for standard input.
+    /// Returns the shader's name, which is that of its file; empty for standard input.
     [[nodiscard]] std::string ShaderName() const;
     /// Returns a path by which a shared object can be loaded as long as this object exists. Throws
     /// `QxHostError` if there is no memory for a copy of standard input.

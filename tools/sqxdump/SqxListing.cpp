@@ -17,7 +17,8 @@ using Row = std::vector<std::string>;
 
 constexpr const char* k_unknown = "?";
 
-/// Returns a table whose columns are as wide as their longest cells; the last one is not padded.
+/// Returns a table whose columns are as wide as their longest cells. Omits empty columns, and
+/// blanks at the ends of lines.
 std::string TableText(const std::vector<Row>& rows)
 {
     std::vector<std::size_t> widths(rows.front().size(), 0);
@@ -38,7 +39,7 @@ std::string TableText(const std::vector<Row>& rows)
     return text;
 }
 
-/// Returns the text as a string literal of a source.
+/// Returns the text as a string literal of the shading language.
 std::string QuotedText(const std::string& text)
 {
     std::string quoted = "\"";
@@ -146,7 +147,7 @@ std::vector<Row> ShaderRows(const Facts& facts)
     std::vector<Row> rows = {{"uses lights", YesOrNo(facts.usesLights)},
                              {"traces rays", YesOrNo(facts.tracesRays)},
                              {"modifies P", YesOrNo(facts.modifiesP)}};
-    // A shared object that was loaded does not contain this.
+    // A loaded shared object does not say which variables are read and which are written.
     const bool areKnown = facts.kind == Facts::Kind::ByteCode ||
                           std::ranges::all_of(facts.predefined, [](const auto& variable) {
                               return variable.read.has_value();

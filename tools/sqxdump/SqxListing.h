@@ -18,7 +18,7 @@ struct SqxListed {
                                          const std::vector<std::string>& wanted);
 
 /// Returns the same as a JSON object in one line, see docs/listing.md. If `wanted` is not empty,
-/// the object has only these parameters.
+/// the object has only these parameters. Throws `SqxUsageError` in a build without nlohmann-json.
 [[nodiscard]] std::string SqxListingJson(const SqxListed& listed,
                                          const std::vector<std::string>& wanted);
 

@@ -4,7 +4,7 @@
 // JSON must be UTF-8, but texts in a file may not be. Invalid bytes become the replacement
 // character.
 //
-// Tested by tests/listing, which reads the objects with a reader that is not ours.
+// Tested by tests/listing, which reads the objects with an independent JSON reader.
 
 #include <cmath>
 

@@ -56,20 +56,21 @@ struct SqxShaderFacts {
     std::optional<Fault> fault;
 };
 
-/// Folders with shadeop libraries that may be loaded, which runs their code. If empty, no library
-/// may be loaded.
+/// Folders with shadeop libraries that may be loaded, which runs their code; `nullopt` if no
+/// library may be loaded.
 using SqxTrustedFolders = std::optional<std::vector<std::string>>;
 
 /// Reads byte-code with any contents; in a damaged file, the part before its error. `name` is for
-/// messages. Shadeop libraries that default values call are loaded from the folders. If that or the
-/// computation of default values fails, `defaultsFault` says why and all other facts are valid.
+/// messages. Shadeop libraries that default values call are loaded from the folders. If loading or
+/// the computation of default values fails, `defaultsFault` says why and all other facts are valid.
 /// Never throws because of the contents of the file.
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
                                               const SqxTrustedFolders& shadeopFolders);
 
 /// Reads the facts in a shared object without loading it; in damaged facts, the part before the
-/// error. Returns nothing if it contains none, since an older compiler built it. The folders are
-/// for default values, as above. Throws `QxHostError` if the bytes are not a complete library.
+/// error. Returns nothing if the object contains no facts, since an older compiler built it. The
+/// folders are for default values, as above. Throws `QxHostError` if the bytes are not a complete
+/// library.
 [[nodiscard]] std::optional<SqxShaderFacts> SqxStoredFacts(std::string_view bytes,
                                                            const std::string& name,
                                                            const SqxTrustedFolders& shadeopFolders);

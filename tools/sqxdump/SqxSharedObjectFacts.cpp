@@ -1,4 +1,4 @@
-// Facts of a loaded shared object, as a renderer sees them. It has fewer facts than byte-code; the
+// Facts of a loaded shared object, as a renderer sees them. There are fewer than in byte-code; the
 // others stay unknown.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.

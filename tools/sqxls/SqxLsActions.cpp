@@ -30,8 +30,8 @@ struct Fix {
 
 /// A word of another language, and its replacement.
 struct Replacement {
-    std::string_view advice;  // part of the report's text
-    std::string_view from;    // consecutive tokens
+    std::string_view advice;  // part of the advice of the report
+    std::string_view from;    // the text of one token or more
     std::string_view to;
 };
 
@@ -45,7 +45,7 @@ constexpr Replacement k_replacements[] = {
     {"write '=' to assign", "==", "="},
 };
 
-/// Returns the quoted word between the two texts; empty if they are not found.
+/// Returns the text between `before` and `after`; empty if they are not found.
 std::string QuotedBetween(const std::string& text, std::string_view before, std::string_view after)
 {
     const std::size_t begin = text.find(before);
@@ -57,8 +57,8 @@ std::string QuotedBetween(const std::string& text, std::string_view before, std:
                : text.substr(begin + before.size(), end - begin - before.size());
 }
 
-/// Returns the index of the last token that ends at or before the offset; the number of tokens if
-/// there is none.
+/// Returns the index of the last token that ends at or before the offset, apart from comments and
+/// directives; the number of tokens if there is none.
 std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offset)
 {
     std::size_t last = tokens.size();
@@ -68,8 +68,8 @@ std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offse
     return last;
 }
 
-/// Returns the character that is missing according to the report; empty if there are several
-/// possibilities.
+/// Returns the character that is missing according to the report; empty if the report names none or
+/// several.
 std::string MissingSign(const QxCompileReport& report)
 {
     if (report.text.starts_with("';' expected"))
@@ -135,8 +135,8 @@ std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan&
     return std::nullopt;
 }
 
-/// Returns the index of the token with that name in the reported line; the number of tokens if
-/// there is none.
+/// Returns the index of the first token with that name in the reported line; the number of tokens
+/// if there is none.
 std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
                        const std::vector<SqxLsToken>& tokens)
 {
@@ -155,7 +155,7 @@ bool IsPredefined(std::string_view name)
     return false;
 }
 
-/// Declares a variable varying if a value that differs between points is assigned to it.
+/// Declares a uniform variable varying if it is initialized with a varying value.
 std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& text,
                               const std::vector<SqxLsToken>& tokens)
 {
@@ -178,7 +178,7 @@ std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText
         return std::nullopt;
     const std::string name = report.text.substr(k_report.size());
     const std::size_t use = TokenNamed(report, name, text, tokens);
-    if (use == tokens.size() || IsPredefined(name))  // another type of shader has it
+    if (use == tokens.size() || IsPredefined(name))  // in another type of shader
         return std::nullopt;
     std::size_t statement = use;
     const auto partners = SqxLsPartnersOf(tokens);

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// Writes three decimals, as many as a color picker can distinguish.
+/// Writes at most three decimals: a color picker cannot distinguish more.
 std::string NumberText(double number)
 {
     const long thousandths = std::lround(number * 1000);

@@ -99,7 +99,7 @@ std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext&
     return types;
 }
 
-/// Adds names that appear to be declared before the place, for a source that has never compiled.
+/// Adds names that appear to be declared before the place, if the compiler found no shader.
 void AddDeclared(const SqxLsCursor& cursor, Items& items)
 {
     const auto tokens =

@@ -52,7 +52,7 @@ struct Open {
 void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsContext& context)
 {
     std::vector<Open> open;
-    std::vector<bool> blocks;  // by open brace: it begins the body of a light loop
+    std::vector<bool> blocks;  // for each open brace: true if it opens the body of a light loop
     bool isHead = false;       // the body of a light loop comes next
     for (std::size_t i = 0; i < count; ++i) {
         const SqxLsToken& token = tokens[i];

@@ -12,18 +12,19 @@ struct SqxLsContext {
         Code,
         Directive,  // the word after a '#'
         Include,    // the name of an included file
-        Text,
+        Text,       // in a string
         Comment,
     };
 
     Kind kind = Kind::Code;
     SqxLsSpan typed;   // the part of the word that is before the place
-    std::string call;  // name of the innermost open call; empty for none
+    std::string call;  // name of the innermost open call; empty if there is none
     std::size_t argument = 0;
     std::size_t callBegin = 0;  // offset of its name
     std::string before;         // token before the word
     bool isInLightLoop = false;
-    std::string target;  // name that is assigned to, in the current statement; empty for none
+    std::string target;  // name that the current statement assigns to; empty if none
 };
 
+/// Returns the context at an offset. Scans the text before it.
 [[nodiscard]] SqxLsContext SqxLsContextAt(const SqxLsText& text, std::size_t offset);

@@ -14,17 +14,19 @@ struct SqxLsIndexed {
     std::shared_ptr<const SqxLsText> text;  // of the document
     int file = -1;                          // its number in the index
 
-    /// Returns the text of a file of the index; null if the file can no longer be read.
+    /// Returns the text of a file by its number in the index; null if the number is negative or the
+    /// file could not be read.
     [[nodiscard]] const SqxLsText* TextOf(int number) const;
     /// Converts a place or a range to bytes in the text of its file.
     [[nodiscard]] static SqxLsSpan SpanOf(const SqxLsText& text, const QxSourcePlace& place);
     [[nodiscard]] static SqxLsSpan SpanOf(const SqxLsText& text, const QxSourceRange& range);
-    /// Returns a `Location` of the protocol; null for a place outside all files.
+    /// Returns a `Location` of the protocol; null if `TextOf` has no text for the place.
     [[nodiscard]] SqxJson LocationOf(const SqxLsWorkspace& workspace,
                                      const QxSourcePlace& place) const;
 };
 
-/// Throws `SqxLsError` if the document has no index.
+/// Returns the document that a request names, with its index. Throws `SqxLsError` if it is not open
+/// or has no index.
 [[nodiscard]] SqxLsIndexed SqxLsIndexOf(SqxLsWorkspace& workspace, const SqxJson& params);
 
 /// The name or included file at the position of a request.
@@ -33,12 +35,14 @@ struct SqxLsCursor : SqxLsIndexed {
     SqxLsPlace place;
     const QxIndexedUse* use = nullptr;  // null if there is no name
 
+    /// Returns the name that is used at the position; null if there is none.
     [[nodiscard]] const QxIndexedName* Name() const;
-    /// Returns the included file whose name is at the position; null for none.
+    /// Returns the include directive whose file name is at the position; null if there is none.
     [[nodiscard]] const QxIndexedInclude* Include() const;
 };
 
+/// Returns the cursor at the position of a request. Throws `SqxLsError`, like `SqxLsIndexOf`.
 [[nodiscard]] SqxLsCursor SqxLsCursorAt(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// Returns the URI of a path, in the spelling of the editor if it has the file open.
+/// Returns the URI of a path; if the file is open, as the editor writes it.
 [[nodiscard]] std::string SqxLsUriIn(const SqxLsWorkspace& workspace, const std::string& path);

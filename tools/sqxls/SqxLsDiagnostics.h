@@ -14,10 +14,11 @@ struct SqxLsReportPlace {
     bool isExact = true;  // false if the compile has not read the file
 };
 
+/// Returns the place of a report; the first line of the source if its file has not been read.
 [[nodiscard]] SqxLsReportPlace SqxLsPlaceOf(const QxCompileReport& report,
                                             const SqxLsAnalysis& analysis);
 
-/// Returns the reports of a compile as diagnostics, by the path of the file that each belongs to.
+/// Returns the reports of a compile as diagnostics, by the path of the file that shows them.
 [[nodiscard]] std::map<std::string, SqxJson> SqxLsDiagnosticsOf(const SqxLsAnalysis& analysis,
                                                                 const SqxLsClient& client);
 

@@ -4,9 +4,10 @@
 
 // `textDocument/foldingRange` and `textDocument/selectionRange`, which need only the tokens.
 
-/// Folds blocks and lists of more than one line, comments, and conditions of the preprocessor.
+/// Returns the folds: blocks and lists of more than one line, comments, and conditions of the
+/// preprocessor.
 [[nodiscard]] SqxJson SqxLsFoldingRanges(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// Returns for each place the ranges that enclose it: token, brackets, statements, definitions,
-/// file.
+/// Returns for each place the ranges that enclose it, from the inside to the outside: the token,
+/// then the arguments, statements and brackets around it, and the whole file.
 [[nodiscard]] SqxJson SqxLsSelectionRanges(SqxLsWorkspace& workspace, const SqxJson& params);

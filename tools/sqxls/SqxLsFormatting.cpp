@@ -42,7 +42,7 @@ SqxJson SqxLsFormatRange(SqxLsWorkspace& workspace, const SqxJson& params)
 {
     const SqxLsText& text = *workspace.DocumentOf(params).text;
     SqxLsSpan range = SqxLsReadRange(SqxLsMember(params, "range"), text);
-    // The range includes the line break and indentation before its first line.
+    // Extends the range to the whole gap before its first line, which one edit replaces.
     const std::size_t lineBreak =
         range.begin == 0 ? std::string::npos : text.Bytes().rfind('\n', range.begin - 1);
     const std::size_t line = lineBreak == std::string::npos ? 0 : lineBreak;

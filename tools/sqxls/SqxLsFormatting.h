@@ -2,7 +2,7 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-// `textDocument/formatting` and `textDocument/rangeFormatting`.
-
+/// `textDocument/formatting`: returns the edits that format the document.
 [[nodiscard]] SqxJson SqxLsFormat(SqxLsWorkspace& workspace, const SqxJson& params);
+/// `textDocument/rangeFormatting`: returns only the edits within the range.
 [[nodiscard]] SqxJson SqxLsFormatRange(SqxLsWorkspace& workspace, const SqxJson& params);

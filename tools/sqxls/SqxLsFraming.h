@@ -5,15 +5,15 @@
 #include <string>
 #include <string_view>
 
-/// Splits the stream of the protocol into messages. Each has a header, whose line "Content-Length:
-/// N" is the number of bytes of the content after it.
+/// Splits the stream of the protocol into messages. Each begins with a header, whose line
+/// "Content-Length: N" states the number of bytes of the content that follows.
 class SqxLsFraming {
 public:
     static constexpr std::size_t k_maxLength = std::size_t{64} << 20U;
 
     struct Content {
         std::string text;
-        std::string fault;  // why there is no text: the length is missing or too large
+        std::string fault;  // why there is no text: no header, no length, or too long
     };
 
     /// Appends the next bytes of the stream.
@@ -26,6 +26,7 @@ public:
     [[nodiscard]] static std::string Framed(std::string_view content);
 
 private:
+    /// Reads a header into `m_length`. Returns a fault if the header is invalid, otherwise nothing.
     [[nodiscard]] std::optional<Content> ReadHeader();
 
     std::string m_bytes;

@@ -51,7 +51,7 @@ std::string Sentence(std::string_view phrase)
     return text + ".";
 }
 
-/// Describes the detail and default of a variable, which its declaration may not show.
+/// Describes the derived detail of a variable or function; empty if the declaration states it.
 std::string DetailText(const QxIndexedName& name, const QxIndexedUse& use)
 {
     const std::string here = SqxLsDetailWord(use.detail);

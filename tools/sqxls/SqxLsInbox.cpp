@@ -1,4 +1,5 @@
-// A request waits only while an earlier one is being answered, so the queue stays short.
+// Messages wait only while an earlier one is being handled. So the queue is short, and a linear
+// search for a cancelled request is fast enough.
 //
 // Tested by tests/sqxls/SqxLsProgramTest.cpp.
 

@@ -15,12 +15,13 @@ class SqxLsInbox {
 public:
     struct Message {
         SqxJson json;
-        std::string fault;  // why there is no JSON
+        std::string fault;  // why the message could not be parsed; empty if it could
         bool isCancelled = false;
     };
 
+    /// Parses and queues a message. `$/cancelRequest` is not queued, but marks its request.
     void Add(const SqxLsFraming::Content& content);
-    /// Closes the queue: no message will be added.
+    /// Closes the queue after the last message.
     void Close();
 
     /// Waits for the next message and returns it. Returns nothing once the queue is closed and

@@ -20,7 +20,7 @@ enum class SqxLsErrorCode {
     RequestCancelled = -32800,
 };
 
-/// A request is refused; code and text go into the answer.
+/// Thrown to refuse a request; code and text go into the answer.
 class SqxLsError : public std::runtime_error {
 public:
     SqxLsError(SqxLsErrorCode code, const std::string& text)
@@ -37,12 +37,14 @@ private:
 /// Returns the member at a path such as "textDocument/uri"; null if any part of the path is
 /// missing.
 [[nodiscard]] const SqxJson& SqxLsMember(const SqxJson& object, std::string_view path);
-/// Returns such a member as a string. Throws `SqxLsError` if it is not one.
+/// Returns the member at a path as a string. Throws `SqxLsError` if it is not a string.
 [[nodiscard]] const std::string& SqxLsTextMember(const SqxJson& object, std::string_view path);
+/// True if the member at a path is `true`.
 [[nodiscard]] bool SqxLsFlag(const SqxJson& object, std::string_view path);
 
-/// Reads a place. Throws `SqxLsError` if the value is not one.
+/// Reads a position. Throws `SqxLsError` if `json` is not a position.
 [[nodiscard]] SqxLsPosition SqxLsReadPosition(const SqxJson& json);
+/// Reads a range as a range of bytes of `text`. Throws `SqxLsError` if `json` is not a range.
 [[nodiscard]] SqxLsSpan SqxLsReadRange(const SqxJson& json, const SqxLsText& text);
 
 [[nodiscard]] SqxJson SqxLsWritePosition(const SqxLsPosition& position);

@@ -6,7 +6,7 @@
 //               float Ks = 1)
 //     {
 //         if (s > 0.5)                indentation of the block
-//             Ci = Cs *               one level more under a head
+//             Ci = Cs *               one level more after a head such as `if (...)`
 //                  Kd;                column after the assignment sign
 //         return Kd +
 //             Ks;                     one level more in other statements
@@ -38,7 +38,7 @@ struct State {
     std::size_t heads = 0;            // nested heads whose statement comes next
     bool isInStatement = false;       // the statement has begun
     std::size_t value = 0;            // column of the assigned value; 0 outside an assignment
-    std::size_t headParenthesis = 0;  // number of open brackets in a head; 0 outside
+    std::size_t headParenthesis = 0;  // number of brackets open inside those of a head; 0 outside
 };
 
 bool IsAssignment(std::string_view sign)
@@ -91,7 +91,7 @@ private:
     SqxLsSpacing m_spacing;
     std::vector<SqxLsEdit> m_edits;
     State m_state;
-    std::vector<State> m_conditions;  // states before the open conditions
+    std::vector<State> m_conditions;  // the state before each open `#if`
     std::size_t m_column = 0;         // end of the last token, in the new layout
     std::size_t m_lineIndent = 0;
 };
@@ -166,7 +166,7 @@ void Layout::PlaceToken(std::size_t i)
         m_column += token.span.Length();
 }
 
-/// Moves the further lines of a comment by as much as its first line.
+/// Moves the other lines of a comment by the same distance as its first line.
 void Layout::MoveComment(const SqxLsToken& comment)
 {
     const std::string& bytes = m_source.Bytes();

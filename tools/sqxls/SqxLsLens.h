@@ -6,8 +6,9 @@
 /// for a client that shows the page itself.
 constexpr const char* k_sqxLsPreview = "sqxls.preview";
 
-/// `textDocument/codeLens`: returns "Preview" above each shader.
+/// `textDocument/codeLens`: returns a lens "Preview" for each shader.
 [[nodiscard]] SqxJson SqxLsLenses(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `workspace/executeCommand`: starts `sqxview` for the file, and returns {"uri": ADDRESS}.
+/// `workspace/executeCommand`: starts `sqxview` for the file, unless it already runs. Returns
+/// {"uri": ADDRESS, "external": true if the server must ask the editor to open the address}.
 [[nodiscard]] SqxJson SqxLsExecute(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -5,8 +5,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// A request about open documents. The answer is a function of the workspace and the parameters; it
-/// throws `SqxLsError` for a request that is refused.
+/// A request about documents. `answer` returns the result of a request; it throws `SqxLsError` to
+/// refuse the request.
 struct SqxLsMethod {
     std::string_view name;
     SqxJson (*answer)(SqxLsWorkspace& workspace, const SqxJson& params);
@@ -14,5 +14,5 @@ struct SqxLsMethod {
 
 [[nodiscard]] std::span<const SqxLsMethod> SqxLsMethods();
 
-/// Returns the capabilities of the server.
+/// Returns the capabilities of the server, for the answer to `initialize`.
 [[nodiscard]] SqxJson SqxLsCapabilities();

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// The start of the report on a character that begins no token.
+/// The text of the report about a character that begins no token.
 constexpr std::string_view k_refused = "Invalid charcacter";
 
 /// The part of the source that the compiler reads as code instead of a string, or the reverse.

@@ -80,7 +80,7 @@ private:
     std::string m_lastLine;
     bool m_hasEnded = false;
     std::atomic<bool> m_isOver = false;
-    std::thread m_thread;  // last, since it uses the others
+    std::thread m_thread;  // last, since it uses the other members
 };
 
 SqxLsPreviews::SqxLsPreviews() = default;

@@ -17,8 +17,8 @@ public:
     SqxLsPreviews& operator=(const SqxLsPreviews&) = delete;
 
     /// Returns the address of the page of a source. Starts `program` unless it already runs for the
-    /// source; with `opens` it then opens the browser. Waits at most a few seconds. Throws
-    /// `SqxLsError` with the message of the program if there is no page.
+    /// source; with `opens`, a program that is started opens the browser. Waits at most a few
+    /// seconds. Throws `SqxLsError` with the message of the program if there is no page.
     [[nodiscard]] std::string AddressOf(const std::string& path, const std::string& program,
                                         bool opens);
     /// Ends the program of a source.

@@ -79,7 +79,7 @@ std::string PlaceText(const QxSourceIndex& index, const QxSourcePlace& place)
                             : " of '" + index.files[static_cast<std::size_t>(place.file)] + "'");
 }
 
-/// Refuses the new name if any name in the renamed source refers to another definition than before.
+/// Refuses the new name if any name in the renamed source refers to a different definition.
 void CompareMeanings(const QxSourceIndex& before, const QxSourceIndex& after,
                      const std::string& word)
 {

@@ -2,10 +2,10 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/prepareRename`: returns the range of a name that can be renamed; null for another
-/// one.
+/// `textDocument/prepareRename`: returns the range of the name at the position; null if it cannot
+/// be renamed.
 [[nodiscard]] SqxJson SqxLsPrepareRename(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `textDocument/rename`, within the source and what it includes. Refused with the reason if a name
-/// would mean something else afterwards. Costs a compile of the result.
+/// `textDocument/rename`: returns the edits of the source and the files that it includes. Compiles
+/// the result, and throws `SqxLsError` with the reason if a name would then mean something else.
 [[nodiscard]] SqxJson SqxLsRename(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -19,13 +19,15 @@ public:
 
     explicit SqxLsServer(Send send);
 
+    /// Handles one message.
     void Receive(const SqxLsInbox::Message& message);
-    /// Publishes the diagnostics of one changed document. Called while no message waits. Returns
-    /// false if there was none.
+    /// Publishes the diagnostics of one changed document, or returns false if no document has
+    /// changed. Called while no message waits.
     bool Settle();
-    /// The exit status, once the editor has sent `exit`: 0 if `shutdown` came before it.
+    /// Returns the exit status once the editor has sent `exit`: 0 if `shutdown` came before it,
+    /// otherwise 1. Returns nothing before that.
     [[nodiscard]] std::optional<int> ExitStatus() const { return m_exitStatus; }
-    /// The exit status at the end of the stream.
+    /// Returns the exit status if the stream ends without `exit`.
     [[nodiscard]] int StatusAtEnd() const { return m_phase == Phase::ShutDown ? 0 : 1; }
     [[nodiscard]] const SqxLsWorkspace& Workspace() const { return m_workspace; }
 

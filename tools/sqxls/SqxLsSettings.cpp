@@ -66,7 +66,7 @@ bool Exists(const fs::path& path)
     return fs::exists(path, ignored);
 }
 
-/// Appends the words of an options file; its folders are relative to `folder`.
+/// Appends options; the folders that they name are relative to `folder`.
 void AddOptions(const std::vector<std::string>& words, const fs::path& folder,
                 std::vector<std::string>& options)
 {

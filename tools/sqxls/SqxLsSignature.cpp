@@ -61,8 +61,8 @@ SqxJson ParametersOf(const QxIndexedName& function)
     return parameters;
 }
 
-/// Returns the overload that the compiler has chosen for the call; -1 if it has not checked the
-/// call.
+/// Returns the number in the index of the overload that the compiler has chosen for the call; -1 if
+/// it has not checked the call.
 int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
 {
     const SqxLsPlace name = cursor.text->PlaceOf(callBegin);
@@ -73,7 +73,8 @@ int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
     return -1;
 }
 
-/// Returns the index of that overload, or of the first one with enough parameters.
+/// Returns the index in `overloads` of the chosen one; if the compiler has chosen none, that of the
+/// first one with enough parameters.
 std::size_t ActiveOf(const SqxLsCursor& cursor, const SqxLsContext& context,
                      const Overloads& overloads)
 {

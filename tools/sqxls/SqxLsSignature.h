@@ -2,7 +2,6 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/signatureHelp`: returns all overloads of the call around a place, with the
-/// argument that
-/// is being typed.
+/// `textDocument/signatureHelp`: returns all overloads of the function whose call encloses a place,
+/// and which argument is being typed; null if no call encloses it.
 [[nodiscard]] SqxJson SqxLsSignatureHelp(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -14,7 +14,8 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// Keywords that are followed by a parenthesis.
+/// Keywords of statements: a blank separates them from a parenthesis, and a sign after them is
+/// unary.
 constexpr std::string_view k_statements[] = {"if",         "else",  "for",      "while",
                                              "return",     "break", "continue", "illuminance",
                                              "illuminate", "solar"};

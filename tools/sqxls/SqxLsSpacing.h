@@ -8,11 +8,11 @@
 /// Decides how many blanks separate two neighbouring tokens of a line.
 class SqxLsSpacing {
 public:
-    /// Both must outlive the object; `partners` as `SqxLsPartnersOf` returns them.
+    /// `tokens` must outlive the object; `partners` is what `SqxLsPartnersOf` returns for them.
     SqxLsSpacing(const std::vector<SqxLsToken>& tokens, const std::vector<std::size_t>& partners);
 
-    /// Returns the number of blanks after token `i`, which now has `now`; another token must follow
-    /// it.
+    /// Returns the number of blanks that belong after token `i`; `now` is their present number.
+    /// Another token must follow.
     [[nodiscard]] std::size_t After(std::size_t i, std::size_t now) const;
     /// True if a brace encloses values, not statements.
     [[nodiscard]] bool IsListBrace(std::size_t i) const { return m_isListBrace[i]; }

@@ -108,7 +108,7 @@ void ForEachDefinition(const SqxLsText& text, Visit visit)
     }
 }
 
-/// Returns the sources in the folders of the workspace, and the open ones.
+/// Returns the sources in the folders of the workspace, and all open files.
 std::set<std::string> SourcesOf(SqxLsWorkspace& workspace)
 {
     constexpr std::size_t k_most = 5000;

@@ -8,13 +8,13 @@
 
 namespace {
 
-/// The length of the first character of a text, in bytes and in UTF-16 units. The text must not be
-/// empty.
+/// The length of a character, in bytes and in UTF-16 units.
 struct Character {
     std::size_t bytes = 1;
     std::size_t units = 1;
 };
 
+/// Returns the length of the first character of a text, which must not be empty.
 Character CharacterAt(std::string_view text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };

@@ -28,8 +28,8 @@ struct SqxLsSpan {
     bool operator==(const SqxLsSpan&) const = default;
 };
 
-/// A text, with conversions between the ways of counting its places. It may contain any bytes: a
-/// byte that is not part of a UTF-8 character counts as one unit, like the replacement character
+/// A text, with conversions between byte offsets, positions and places. It may contain any bytes:
+/// one that is not part of a UTF-8 character counts as one unit, like the replacement character
 /// that an editor shows for it.
 ///
 /// Conversions cost a search in the table of lines and a walk over one line.
@@ -50,12 +50,11 @@ public:
     /// Returns the line that contains the offset, without its line break and the blanks at both
     /// ends.
     [[nodiscard]] SqxLsSpan LineAround(std::size_t offset) const;
-    /// Returns the letters, digits and underscores around the offset, or those that end at it. May
-    /// be
-    /// empty.
+    /// Returns the letters, digits and underscores around the offset, or those that end at it; may
+    /// be empty.
     [[nodiscard]] SqxLsSpan WordAt(std::size_t offset) const;
 
-    /// O(n), since the table of lines is rebuilt.
+    /// Replaces a part of the text. O(n), since the table of lines is rebuilt.
     void Replace(const SqxLsSpan& span, std::string_view text);
 
 private:
@@ -63,7 +62,8 @@ private:
 
     std::string m_bytes;
     std::vector<std::size_t> m_lines;          // line starts: LF, CR LF and CR end a line
-    std::vector<std::size_t> m_compilerLines;  // as the compiler counts: a CR alone ends none
+    std::vector<std::size_t> m_compilerLines;  // as the compiler counts: a lone CR ends no line
 };
 
+/// True for a letter, a digit and the underscore.
 [[nodiscard]] bool SqxLsIsWordByte(char c);

@@ -78,8 +78,8 @@ private:
         return TakeSign();
     }
 
-    /// Reads to the end of the line, which a backslash before the line break, or in a directive a
-    /// comment, extends to the next line.
+    /// Reads to the end of the line. A line that ends in a backslash continues on the next line; so
+    /// does a directive with a comment that extends to the next line.
     Kind TakeLine(Kind kind)
     {
         for (; m_at < m_source.size() && m_source[m_at] != '\n'; ++m_at) {

@@ -5,14 +5,14 @@
 
 #include "sqxls/SqxLsText.h"
 
-/// A token of a source, for layout: comments and lines of the preprocessor are tokens too, and
-/// macros are words.
+/// A token of a source that is not preprocessed: comments and directives are tokens too, and the
+/// name of a macro is a word.
 struct SqxLsToken {
     enum class Kind {
         Word,
         Keyword,
         Number,
-        Text,  // with its quotes
+        Text,  // a string, with its quotes
         Sign,
         Comment,
         Directive,  // from the '#' to the end of the line, with continuation lines
@@ -24,7 +24,7 @@ struct SqxLsToken {
     std::string_view text;  // a part of the source
 };
 
-/// Returns the tokens of a source, which must outlive them. Only blanks separate them. O(n).
+/// Returns the tokens of a source, which must outlive them. Only blanks are between tokens. O(n).
 [[nodiscard]] std::vector<SqxLsToken> SqxLsTokensOf(std::string_view source);
 
 /// Returns for each bracket the index of its partner; for any other token, and for a bracket

@@ -14,7 +14,7 @@ std::string SqxLsPathOf(std::string_view uri)
     if (!uri.starts_with(k_scheme))
         return std::string(uri);
     std::string_view rest = uri.substr(k_scheme.size());
-    rest.remove_prefix(std::min(rest.find('/'), rest.size()));  // skips the name of this machine
+    rest.remove_prefix(std::min(rest.find('/'), rest.size()));  // skips the host name
     std::string path;
     for (std::size_t i = 0; i < rest.size(); ++i) {
         unsigned code = 0;

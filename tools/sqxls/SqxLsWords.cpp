@@ -1,5 +1,5 @@
-// The words that have a meaning in strings. The compiler's tables do not contain them with their
-// meanings.
+// The words that have a meaning in strings and directives. The compiler's tables do not contain
+// their meanings.
 //
 // Tested by tests/sqxls/SqxLsCompletionTest.cpp.
 

@@ -3,13 +3,15 @@
 #include <span>
 #include <string_view>
 
-/// A word in a string, and its purpose.
+/// A word that has a meaning in a string or in a directive.
 struct SqxLsWord {
     std::string_view word;
     std::string_view meaning;
 };
 
+/// Names of coordinate systems.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsSpaces();
+/// Names of color spaces.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsColorSpaces();
 /// Named arguments of `texture`, `environment` and `shadow`.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsTextureArguments();

@@ -19,10 +19,10 @@
 struct SqxLsAnalysis {
     std::string path;  // of the source
     QxCompileResult result;
-    std::set<std::string> dependsOn;  // paths that it has read or has searched without success
+    std::set<std::string> dependsOn;  // paths that it read, or at which it found no file
     std::map<std::string, std::shared_ptr<const SqxLsText>> texts;  // by path
 
-    /// Returns a file that was read, by any of its names; null for any other file.
+    /// Returns the text of a file that was read; null for any other file.
     [[nodiscard]] const SqxLsText* TextOf(const std::string& path) const;
 };
 
@@ -32,20 +32,21 @@ struct SqxLsDocument {
     std::string path;
     std::int64_t version = 0;
     std::shared_ptr<const SqxLsText> text;
-    std::shared_ptr<const SqxLsAnalysis> analysis;  // null: a file that it depends on has changed
+    std::shared_ptr<const SqxLsAnalysis> analysis;  // null if it must be compiled
     bool isPublished = false;                       // the diagnostics of this state are published
 };
 
 /// The open files and the results of compiling them. Nothing is kept for a closed file.
 class SqxLsWorkspace {
 public:
-    // For notifications of the protocol. They throw `SqxLsError`.
+    // `Open`, `Change` and `Close` apply notifications of the protocol. They throw `SqxLsError` for
+    // an invalid one.
     void Open(const SqxJson& item);
     /// Applies the changes in order. A version that is not newer than the current one is refused,
     /// since its changes apply to another text.
     void Change(const SqxJson& params);
     void Close(const std::string& uri);
-    /// Discards the analysis of all documents that read the file.
+    /// Discards the analyses that depend on the file.
     void MarkStale(const std::string& path);
     void SetSettings(const SqxLsSettings& settings);
     /// Sets the folders of the workspace, for its symbols.
@@ -64,23 +65,22 @@ public:
     {
         return m_documents;
     }
-    /// Returns null if no editor has the file open.
+    /// Returns the document with this path; null if no editor has the file open.
     [[nodiscard]] const SqxLsDocument* DocumentAt(const std::string& path) const;
 
-    /// Returns the analysis of a document: of itself, or of an open source that includes it.
-    /// Compiles at most once for each change of a file that it depends on.
+    /// Returns the analysis of a document or, if it is an included file, of an open source that
+    /// includes it. Compiles at most once for each change of a file that the analysis depends on.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis> AnalysisOf(SqxLsDocument& document);
-    /// True if another open document, which is a source, includes this one. Compiles changed
-    /// documents.
+    /// True if an open source includes this document. Compiles the sources that have changed.
     [[nodiscard]] bool IsIncluded(const SqxLsDocument& document);
     /// Compiles a file, which need not be open, and does not store the result. `texts`, by path,
-    /// replace the contents of files.
+    /// replace the contents of files. Returns null if the file cannot be read.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis>
     Analyse(const std::string& path, const std::map<std::string, std::string>& texts = {});
     [[nodiscard]] std::size_t CompileCount() const { return m_compiles; }
 
-    /// Returns the text of a file, from the editor or else from the disk; null if it cannot be
-    /// read.
+    /// Returns the text of a file, from the editor if the file is open and otherwise from the disk;
+    /// null if it cannot be read or is larger than 64 MB.
     [[nodiscard]] std::shared_ptr<const SqxLsText> TextOf(const std::string& path) const;
 
 private:
@@ -95,7 +95,7 @@ private:
     std::size_t m_compiles = 0;
 };
 
-/// True if a file of that name is a shader, not an included part.
+/// True for a source: its path ends in ".sl", or is the URI of a text that was never saved.
 [[nodiscard]] bool SqxLsIsSource(const std::string& path);
-/// Returns the path of a file in a form that can be compared.
+/// Returns an absolute path without "." and "..", for comparisons; any other text unchanged.
 [[nodiscard]] std::string SqxLsNormalPath(const std::string& path);

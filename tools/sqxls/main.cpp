@@ -56,9 +56,9 @@ int Serve()
 {
     std::signal(SIGPIPE, SIG_IGN);
 #ifdef __GLIBC__
-    mallopt(M_ARENA_MAX, 1);  // two threads share one memory pool; one of them allocates seldom
+    mallopt(M_ARENA_MAX, 1);  // both threads share one memory pool; one of them rarely allocates
 #endif
-    static SqxLsInbox inbox;  // static, since the other thread may use it after the end
+    static SqxLsInbox inbox;  // static, since the other thread still uses it at exit
     std::thread([] { ReadInput(inbox); }).detach();
     SqxLsServer server(WriteOutput);
     while (const auto message = inbox.Take()) {
@@ -86,7 +86,7 @@ int main(int argc, char** argv)
             if (!words.Is("--stdio"))
                 words.RefuseWord();
         }
-        std::_Exit(Serve());  // the other thread still waits for input
+        std::_Exit(Serve());  // does not wait for the other thread, which is reading
     } catch (const SqxUsageError& error) {
         std::cerr << "sqxls: " << error.what() << "; '--help' lists all options\n";
         return 2;

@@ -1,6 +1,6 @@
-// A source is compiled in a separate folder. Before the result is moved to the output folder, it is
-// compared with the file there and its owner is checked. So the output folder contains only
-// complete shaders even if a step fails:
+// A source is compiled in a separate folder. Before the result is moved to the output folder, the
+// owner of the output is checked and the result is compared with the file there. So the output
+// folder contains only complete shaders even if a step fails:
 //
 //     compile in work/ID;  claim the output's name;  compare;  rename into place;  write the stamp
 //
@@ -55,7 +55,7 @@ public:
 
 private:
     /// True if a build of this program runs the step. The build reads from the state which sources
-    /// had errors; for ninja the step must not fail, or it would print its command.
+    /// had errors. The step must not fail because of them, or ninja would print its command.
     [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
 
     /// Writes no stamp, so that ninja runs the step again the next time.
@@ -79,7 +79,8 @@ private:
             throw SqxMakeError("Cannot work in '" + m_work.string() + "': " + failed.message());
     }
 
-    /// Returns false, and adds a report, if the output belongs to another source.
+    /// Moves the output into place and writes the stamp. If the output belongs to another source,
+    /// adds a report and returns false instead.
     [[nodiscard]] bool TakeOutput(std::string& reports) const
     {
         const fs::path compiled = m_compile.Output();
@@ -108,7 +109,8 @@ private:
         return true;
     }
 
-    /// In a build, reports are not printed again for an unchanged source.
+    /// Discards the output and records the reports. In a build, the same reports are not printed
+    /// again for an unchanged source.
     [[nodiscard]] int Refuse(const std::string& reports) const
     {
         m_state.Discard(m_options.stamp, m_options.outputFolder);

@@ -1,7 +1,7 @@
-// Ninja compares times, orders the steps and runs them in parallel. This program writes its file,
-// with one step per source, and handles what ninja does not see: two sources with the same output,
-// removed outputs and sources, new files that hide those found before, two builds in one folder,
-// and sources with errors.
+// Ninja compares times, orders the steps and runs them in parallel. This program writes the file
+// for ninja, with one step per source, and handles what ninja does not see: two sources with the
+// same output, removed outputs and sources, new files that hide those found before, two builds in
+// one folder, and sources with errors.
 //
 // Tested by tests/make/run.sh.
 
@@ -45,8 +45,8 @@ private:
     SqxFileLock m_lock;
 };
 
-/// Discards stamps whose output was removed, since ninja, which compares only times, would take
-/// them for compiled. Discards outputs whose source was removed, since they no longer belong to the
+/// Discards stamps whose output was removed: ninja compares only times and would not compile their
+/// sources again. Discards outputs whose source was removed, since they no longer belong to the
 /// library.
 void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
 {
@@ -57,8 +57,8 @@ void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
     }
 }
 
-/// Makes the stamps of sources old if their search paths contain new files, so that ninja compiles
-/// them again.
+/// If files have appeared at paths that the last compile of a source searched, makes its stamp
+/// older than the source, so that ninja compiles the source again.
 void MarkStale(const SqxMakeState& state, const SourceList& sources)
 {
     for (const auto& [source, folder] : sources) {
@@ -73,7 +73,7 @@ void MarkStale(const SqxMakeState& state, const SourceList& sources)
     }
 }
 
-/// Returns the sources without those of conflicts.
+/// Returns the sources that are in no conflict.
 [[nodiscard]] SourceList Without(const SqxNameConflicts& conflicts, SourceList sources)
 {
     std::set<fs::path> leftOut;

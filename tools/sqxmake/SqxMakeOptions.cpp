@@ -1,7 +1,6 @@
-// Options of the compiler are passed on unchanged, except those that would leave a library
-// incomplete:
-// `-E` and `-c` stop halfway, and `-d` writes to another folder. Each shader depends on its
-// options, so changed options compile it again.
+// Options of the compiler are passed on unchanged. Those that would leave a library incomplete are
+// refused: `-E` and `-c` stop halfway, and `-d` writes to another folder. Each shader depends on
+// the options, so it is compiled again when they change.
 //
 // Tested by tests/make/run.sh.
 

@@ -8,7 +8,7 @@
 #include "sqxmake/SqxSourceList.h"
 
 /// The result of a build for each source, derived from the times of stamps and failures before and
-/// after it.
+/// after the build.
 class SqxMakeOutcome {
 public:
     /// To be created before the build.
@@ -22,8 +22,8 @@ public:
 private:
     using Time = std::filesystem::file_time_type;
     struct Times {
-        Time stamp;  // the earliest time if there is none
-        Time failure;
+        Time stamp;    // the earliest possible time if there is no stamp
+        Time failure;  // the same if there is no failure
     };
 
     [[nodiscard]] Times TimesOf(const SqxSource& source) const;

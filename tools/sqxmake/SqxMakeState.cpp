@@ -2,14 +2,15 @@
 // the same file:
 //
 //     stamps/ID      source and output of the last successful compile; ninja compares its time
-//     owners/OUTPUT  its source, so that two shaders with the same name are noticed
+//     owners/OUTPUT  source of an output, so that two shaders with the same name are noticed
 //     failed/ID      reports of the last compile, if it had errors
 //     searched/ID    paths that were searched before the files were found
-//     work/ID        folder in which it is compiled
+//     work/ID        folder in which a source is compiled
 //     options        folder and options of the last build, one per line
+//     stopped        exists while the steps of a build must do nothing
 //
-// The owner of an output is read and written under a lock, so that only one of two sources gets it
-// that claim it at the same time.
+// The owner of an output is read and written under a lock: if two sources claim the output at the
+// same time, only one of them gets it.
 //
 // Tested by tests/make/run.sh.
 

@@ -27,7 +27,7 @@ public:
     /// Returns a unique and readable file name for a source. It depends only on the absolute path,
     /// so it stays the same.
     [[nodiscard]] static std::string IdOf(const std::filesystem::path& source);
-    // The paths of the files of a source, which need not exist.
+    // Return the paths of the state files of a source. The files need not exist.
     [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path SearchedOf(const std::string& id) const;
@@ -38,9 +38,10 @@ public:
     /// Writes a stamp, whose time ninja compares. Throws `SqxMakeError`.
     static void WriteStamp(const std::filesystem::path& path, const Stamp& stamp);
 
-    /// Makes `source` the owner of `output` and returns nothing, or returns the existing source
-    /// that owns it already. If two sources claim it at the same time, one of them gets it.
-    /// `output` is as in a stamp, and `source` is an absolute path. Throws `SqxMakeError`.
+    /// Makes `source` the owner of `output` and returns nothing. If another source, which still
+    /// exists, owns the output already, returns that source instead. If two sources claim an output
+    /// at the same time, one of them gets it. `output` is as in a stamp, and `source` is an
+    /// absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
     /// Options of the compiler, and the folder that relative paths in them refer to.
@@ -48,18 +49,18 @@ public:
         std::filesystem::path folder;
         std::vector<std::string> words;
     };
-    /// Throws `SqxMakeError`.
+    /// Stores the options of a build. Throws `SqxMakeError`.
     void WriteOptions(const Options& options) const;
-    /// Returns empty options if no build has written them.
+    /// Returns the options of the last build; empty if no build has stored them.
     [[nodiscard]] Options ReadOptions() const;
 
-    /// After `Stop`, steps do nothing until `Resume`. Throws `SqxMakeError`.
+    /// After `Stop`, the steps of a build do nothing until `Resume`. `Stop` throws `SqxMakeError`.
     void Stop() const;
     void Resume() const;
     [[nodiscard]] bool IsStopped() const;
 
-    /// Removes the stamp and its output, unless the output belongs to another source now. Missing
-    /// files are ignored.
+    /// Removes a stamp and its list of searched paths. Also removes its output, unless the output
+    /// belongs to another source now. Missing files are ignored.
     void Discard(const std::filesystem::path& stamp,
                  const std::filesystem::path& outputFolder) const;
 

@@ -11,7 +11,8 @@
 /// `SqxShaderName` finds no name are ignored. Paths of outputs are relative to the output folder.
 using SqxNameConflicts = std::map<std::filesystem::path, std::vector<std::filesystem::path>>;
 
+/// Returns the conflicts between sources; with `--tree`, only those within the same subfolder.
 [[nodiscard]] SqxNameConflicts SqxFindNameConflicts(const std::vector<SqxSource>& sources,
                                                     const SqxMakeOptions& options);
-/// Prints one report for each output.
+/// Prints one report for each output, and advice if the build ends because of them.
 void SqxReportNameConflicts(const SqxNameConflicts& conflicts, const SqxMakeOptions& options);

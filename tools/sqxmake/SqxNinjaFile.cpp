@@ -3,8 +3,8 @@
 //     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | sqxmake
 //
 // The output is a stamp, since the name of the `.sqx` file is that of the shader, which only the
-// compiler knows. Options are passed in a response file: ninja compares its content like a command,
-// but does not print it before each report.
+// compiler knows. Environment variables are written to a response file: ninja compares its content
+// like a command, but does not print it.
 //
 // Tested by tests/make/run.sh.
 
@@ -39,7 +39,7 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
-/// Returns a different text for each text, without line breaks, which ninja's values cannot hold.
+/// Escapes line breaks, which ninja's values cannot contain. Different texts stay different.
 [[nodiscard]] std::string OnOneLine(const std::string& text)
 {
     std::string line;
@@ -54,7 +54,7 @@ namespace fs = std::filesystem;
 /// Returns the environment variables that change compiled shaders.
 [[nodiscard]] std::string EnvironmentText()
 {
-    std::string text = "environment:";  // ninja requires some content
+    std::string text = "environment:";  // ninja requires that a response file is not empty
     for (const char* name : {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS",
                              "SLC_CC_PROCESSOR", "SLC_CC_INCLUDE"})
         if (const char* value = std::getenv(name))
@@ -75,7 +75,7 @@ namespace fs = std::filesystem;
 std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSource>& sources,
                          const SqxMakeState& state, const fs::path& program)
 {
-    // The shell that ninja starts becomes the step.
+    // With `exec` the step replaces the shell that ninja starts.
     const std::string step = "exec " + SqxShellWord(program.string()) + " --state " +
                              SqxShellWord(state.Folder().string()) + " -o " +
                              SqxShellWord(options.outputFolder.string());

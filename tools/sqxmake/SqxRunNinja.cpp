@@ -1,7 +1,7 @@
-// The output of ninja is a sequence of lines: the progress, which we make start with a mark; the
-// output of steps; and messages of ninja, which start with its name. Steps succeed even for a
-// source with errors. So a failed step, which ninja shows with its whole command, is a failure of
-// the build itself.
+// The output of ninja is a sequence of lines: the progress, which starts with a mark that is set
+// here; the output of steps; and messages of ninja, which start with its name. Steps succeed even
+// for a source with errors, so a failed step means that the build itself failed. Ninja then shows
+// the whole command, which is left out.
 //
 // Tested by tests/make/run.sh.
 

@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    /// Skips and returns the characters before `end`, or all if it does not occur.
+    /// Skips and returns the characters before index `end`; all of them if it is `npos`.
     std::string_view Take(std::size_t end)
     {
         const std::string_view taken = m_rest.substr(0, end);

@@ -60,7 +60,7 @@ public:
     }
 
 private:
-    /// A path outside the working directory has no folder that could be mirrored.
+    /// Returns the folder to mirror; "." for a named file outside the working directory.
     [[nodiscard]] static fs::path FolderBelow(const fs::path& path, const fs::path& root)
     {
         const fs::path folder = path.parent_path();

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-/// A source, and the subfolder of the output folder for its shader if folders are mirrored: its
-/// folder relative to the folder that was named, or, for a file that was named, its folder as
-/// written. "." is the output folder itself.
+/// A source, and the subfolder of the output folder in which `--tree` puts its shader. For a source
+/// in a folder that was named, this is its folder relative to the named one; for a file that was
+/// named, its folder as written. "." is the output folder itself.
 struct SqxSource {
     std::filesystem::path path;
     std::filesystem::path folder;

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr unsigned int k_gap = 6;        // around each picture
-constexpr unsigned int k_textRoom = 11;  // below it
+constexpr unsigned int k_textRoom = 11;  // below each picture
 constexpr unsigned char k_paper = 28;
 constexpr unsigned char k_ink = 200;
 
@@ -49,7 +49,7 @@ constexpr Letter k_letters[] = {
 };
 // clang-format on
 
-/// Returns a filled box for a character that has no letter here.
+/// Returns the outline of a box for a character that has no letter here.
 const Letter& LetterFor(char wanted)
 {
     static constexpr Letter k_box = {0, {0x7F, 0x41, 0x41, 0x41, 0x7F}};

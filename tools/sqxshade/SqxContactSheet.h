@@ -9,7 +9,8 @@ public:
     /// The sheet has as many columns as rows, or one more.
     SqxContactSheet(unsigned int pictureWidth, unsigned int pictureHeight, std::size_t count);
 
-    /// Copies picture `number`, counted from 0, to its place. It has three bytes per pixel.
+    /// Copies picture `number`, counted from 0, to its place, and writes its name below it. The
+    /// picture has three bytes per pixel.
     void Place(std::size_t number, const std::vector<unsigned char>& picture,
                const std::string& name);
 

@@ -11,7 +11,7 @@
 [[nodiscard]] QxHostValue SqxReadParameterValue(const QxShader::Parameter& parameter,
                                                 const std::string& text);
 
-/// As above for several parameters, by name, of the shader whose file the user calls `name`.
+/// As above for several parameters, by name. `name` is the shader's file as the user wrote it.
 [[nodiscard]] std::vector<std::pair<std::string, QxHostValue>>
 SqxReadParameterValues(const QxShader& shader, const std::string& name,
                        const std::vector<std::pair<std::string, std::string>>& texts);

@@ -34,7 +34,7 @@ namespace {
     return text;
 }
 
-/// Returns pairs of an option and its value.
+/// Collects the words of options and their values.
 class Words {
 public:
     void Add(const char* option, std::string value)

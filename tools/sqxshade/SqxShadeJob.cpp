@@ -49,8 +49,8 @@ private:
     return std::filesystem::path(shader.path).extension() == ".sl";
 }
 
-/// Prepares a film in another thread while this one compiles sources. Returns none if there is
-/// nothing to compile, or if each shader needs its own film.
+/// Prepares a film in another thread while this one compiles sources. Returns an invalid future if
+/// there is nothing to compile, or if each shader needs a separate film.
 [[nodiscard]] std::future<std::unique_ptr<SqxFilm>> PrepareFilm(const SqxShadeOptions& options)
 {
     if (options.sheet || std::ranges::none_of(options.shaders, IsSource))
@@ -97,7 +97,7 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     (void)picture.Render(watch);  // nothing stops it
 }
 
-/// `film` may hold null.
+/// `film` is invalid if none was prepared.
 std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding,
                               std::future<std::unique_ptr<SqxFilm>> film)
 {

@@ -115,7 +115,7 @@ void ReadParameter(Options& options, const std::string& text)
     options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
 }
 
-/// The name of a file after '--' may look like an option; "./" prevents that the compiler reads it
+/// The name of a file after '--' may look like an option; "./" keeps the compiler from reading it
 /// as one.
 void AddShader(Options& options, const std::string& path)
 {

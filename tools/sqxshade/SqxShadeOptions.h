@@ -27,7 +27,8 @@ struct SqxShadeOptions {
     SqxInformation information = SqxInformation::None;
 };
 
-/// Reads an option that another program adds to those of `sqxshade`; false if the word is not one.
+/// Reads an option that another program adds to those of `sqxshade`. Returns false if the word is
+/// not such an option.
 using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 
 /// `arguments` are the words after the name of the program. For each option `readMore` is called

@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr auto k_longest = std::chrono::seconds(20);
-constexpr std::size_t k_mostText = 2'000'000;  // characters that are sent to a page
+constexpr auto k_longest = std::chrono::seconds(20);  // for all levels together
+constexpr std::size_t k_mostText = 2'000'000;         // largest text that is sent to a page
 
 [[nodiscard]] std::size_t CountParallelRuns(const SqxBlock& block)
 {

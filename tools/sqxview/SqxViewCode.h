@@ -10,10 +10,10 @@
 /// it and kept until the source changes. May be used by several threads.
 class SqxViewCode {
 public:
-    /// `path`: of the source. `options` without a level.
+    /// `path` is that of the source; `options` must not contain a level of optimization.
     SqxViewCode(std::string path, SqxViewCompileOptions options);
 
-    static constexpr int k_levels = 4;  // from 0
+    static constexpr int k_levels = 4;  // of optimization, from 0
 
     /// Returns the main block at a level, and counts at all levels, as JSON:
     ///
@@ -39,7 +39,7 @@ private:
     std::string m_path;
     SqxViewCompileOptions m_options;
     std::mutex m_mutex;           // guards the fields below; held while compiling
-    unsigned long m_version = 0;  // of the source of the blocks; 0: none
+    unsigned long m_version = 0;  // of the compiled source; 0 if nothing is compiled
     std::vector<Block> m_blocks;  // by level
     std::string m_fault;          // why there are no blocks
 };

@@ -28,7 +28,7 @@ constexpr auto k_lookStep = std::chrono::milliseconds(50);
 
 using NameOf = int (*)(int, sockaddr*, socklen_t*);
 
-/// Returns the port at one end of a socket; nothing if the file is not a connected socket.
+/// Returns the port at one end of a socket; nothing if the file is no IPv4 socket with such an end.
 std::optional<int> PortOf(int file, NameOf nameOf)
 {
     sockaddr_in name = {};
@@ -38,7 +38,7 @@ std::optional<int> PortOf(int file, NameOf nameOf)
     return ntohs(name.sin_port);
 }
 
-/// Returns the number of bytes received; nothing if the system does not count them.
+/// Returns the number of bytes received; 0 if the system does not count them.
 std::size_t BytesReceived(int file)
 {
     tcp_info info = {};

@@ -7,24 +7,24 @@
 #include <thread>
 #include <utility>
 
-/// Closes connections of this program's server that last too long or send too much.
+/// Closes connections to the server of this program if they last too long or send too much.
 ///
 /// The library of the server limits each wait for bytes, but neither the sum of all waits nor the
 /// size of the headers. Connections without a request, with bytes that trickle in, or with endless
-/// headers would block its threads. Each connection has only one request, so limits per connection
-/// suffice.
+/// headers would block the server's threads. Each connection has only one request, so limits per
+/// connection suffice.
 class SqxViewConnections {
 public:
     static constexpr std::size_t k_mostBytes = std::size_t{64} * 1024;  // received
     static constexpr auto k_longest = std::chrono::seconds(60);
     static constexpr auto k_longestWithoutRequest = std::chrono::seconds(1);
 
-    /// Watches the connections of the server at that port, in a separate thread, until the object
-    /// is destroyed. Other open files of the program are not touched.
+    /// Watches the connections of the server at `port`, in a separate thread, until the object is
+    /// destroyed. Each may last `longest`. Other open files of the program are not touched.
     explicit SqxViewConnections(int port, std::chrono::milliseconds longest = k_longest);
 
-    /// To be called when the server has received a whole request. `port` is the client's. May be
-    /// called in any thread.
+    /// Records that the server has received a whole request of the client at `port`. May be called
+    /// in any thread.
     void HasRequest(int port);
 
 private:
@@ -33,8 +33,8 @@ private:
 
     void Work(const std::stop_token& end);
     struct Since {
-        Clock::time_point isThere;  // first seen
-        Clock::time_point isIdle;   // has no request that the server could read
+        Clock::time_point isThere;  // when it was first seen
+        Clock::time_point isIdle;   // since when it has had no request
     };
 
     void LookAt(int file, std::map<Key, Since>& seen);

@@ -1,5 +1,5 @@
 // Default values in other spaces are transformed when a run begins, because only a scene defines
-// the spaces. So this file starts a run and reads the values there.
+// the spaces. So this file starts a run and reads the values from it.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
@@ -14,7 +14,7 @@ namespace {
     return !parameter.space.empty() && parameter.space != "current" && parameter.space != "rgb";
 }
 
-/// Prepares a run over one point and stops it at once.
+/// Starts a run over one point, which transforms the default values, and stops it at once.
 void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
 {
     QxHostGrid grid(1, 1);
@@ -22,7 +22,7 @@ void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
     try {
         instance.Run(grid, scene);
     } catch (const QxHostStopped&) {
-        return;  // the values have been computed
+        return;  // the values have been transformed
     }
 }
 

@@ -1,5 +1,5 @@
-// The options are those of sqxshade, with some added and some removed. Its reader is used and calls
-// back here first for each option.
+// The options are those of sqxshade, with some added and some removed. The reader of sqxshade calls
+// back here before it reads an option itself.
 //
 // Tested by tests/sqxview/SqxViewOptionsTest.cpp.
 
@@ -23,7 +23,7 @@ void RefuseOption(const SqxOptionWords& words)
             words.RefuseWord();
 }
 
-/// True if the word is an option that only this program has.
+/// Reads an option that only this program has; returns false if the word is not one.
 bool ReadOwnOption(SqxOptionWords& words, SqxViewOptions& options)
 {
     RefuseOption(words);

@@ -10,12 +10,12 @@
 struct SqxViewOptions {
     SqxShadeOptions shade;         // the shaders and the initial settings of the picture
     std::string warnings = "-w1";  // level of warnings, as an option of the compiler
-    int port = 0;                  // 0: any free port
+    int port = 0;                  // 0 for any free port
     bool open = false;             // open the browser
     std::chrono::seconds timeLimit = std::chrono::seconds(10);  // for a picture
     SqxInformation information = SqxInformation::None;
 };
 
-/// `arguments` are the words after the name of the program. Throws `SqxUsageError`, also for a
-/// shader that is not a source.
+/// Reads the command line. `arguments` are the words after the name of the program. Throws
+/// `SqxUsageError` for an invalid option, or a shader that is not a source.
 [[nodiscard]] SqxViewOptions SqxReadViewOptions(const std::vector<std::string>& arguments);

@@ -12,26 +12,26 @@
 
 #include "picture/SqxPicture.h"
 
-/// The current state of a picture; each one replaces the previous one.
+/// The current state of a picture; each state replaces the previous one.
 struct SqxViewPainting {
     unsigned long request = 0;                     // the number of the request
-    std::shared_ptr<const std::vector<char>> png;  // null: none yet
+    std::shared_ptr<const std::vector<char>> png;  // null before the first
     bool isOver = false;                           // no further state follows
     bool isWhole = false;                          // the PNG is the whole picture
-    std::string fault;                             // why it ended before it was whole
+    std::string fault;                             // why the picture ended before it was whole
     std::string notes;                             // what the shaders printed and reported
-    std::chrono::milliseconds time = {};           // since its start
+    std::chrono::milliseconds time = {};           // since the start of the picture
 };
 
-/// Renders pictures one after the other in a separate thread, coarse ones first. A newer request
-/// ends the current picture, but gives it a moment to show something; otherwise a value that
-/// changes all the time would show nothing.
+/// Renders pictures one after the other in a separate thread, each of them coarsely first. A newer
+/// request ends the current picture, but gives it a moment to show something; otherwise nothing
+/// would be shown while a value changes all the time.
 class SqxViewPainter {
 public:
     /// Called in the thread of the painter, several times for each picture.
     using Show = std::function<void(const SqxViewPainting&)>;
 
-    /// A picture ends after `timeLimit`. What `show` uses must outlive this object.
+    /// A picture ends after `timeLimit`. Everything that `show` uses must outlive this object.
     SqxViewPainter(std::chrono::seconds timeLimit, Show show);
     /// Stops the current picture and waits until it has ended.
     ~SqxViewPainter();
@@ -60,6 +60,6 @@ private:
     std::chrono::steady_clock::time_point m_start;
     bool m_hasShown = false;  // the current picture has shown something
 
-    std::jthread m_thread;  // these are last, since they use all other fields
+    std::jthread m_thread;  // the threads are last, since they use all other fields
     std::jthread m_guard;   // ends an outdated picture that shows nothing
 };

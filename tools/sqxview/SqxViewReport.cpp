@@ -35,7 +35,7 @@ std::optional<Place> PlaceOf(const std::string& text)
     return std::nullopt;
 }
 
-/// Returns the marked lines of each file, in the order of the report.
+/// Returns the marked lines of each file. Files are in the order in which the report names them.
 std::vector<std::pair<std::string, std::set<int>>> PlacesOf(const std::string& report)
 {
     std::vector<std::pair<std::string, std::set<int>>> files;

@@ -15,10 +15,11 @@ struct SqxViewExcerpt {
     std::vector<Line> lines;
 };
 
-/// Returns the lines around each place `file:line: ...` of a report, in the order of the report,
-/// each file once; places that are close together share lines. `read` must store the text of a file
-/// and return true, or return false if the file was not compiled, since a report may contain any
-/// text. Only the first places of a long report are used.
+/// Returns the lines around each place `file:line: ...` of a report. Files have the order in which
+/// the report first names them, and lines ascend; places that are close together share an excerpt.
+/// `read` must store the text of a file and return true, or return false if the file was
+/// not compiled: any text of a report may look like a place. Only the first places of a long report
+/// are used.
 [[nodiscard]] std::vector<SqxViewExcerpt>
 SqxViewExcerptsOf(const std::string& report,
                   const std::function<bool(const std::string& file, std::string& text)>& read);

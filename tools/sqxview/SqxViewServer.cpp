@@ -2,8 +2,8 @@
 // first: it must address this machine by its own name and come from a page of this program. The
 // content policy of each answer prevents the page from loading anything from elsewhere.
 //
-// There are many threads, since each page that waits for a new state blocks one; some are always
-// free for requests that end at once.
+// There are many threads, since each page that waits for a new state blocks one. Some threads are
+// always free for requests that end at once.
 //
 // Tested by tests/sqxview.
 
@@ -64,7 +64,8 @@ std::string RefusalOf(const Request& request, int port)
     return "";
 }
 
-/// Returns the number that a request contains; `usual` if it contains none.
+/// Returns the parameter `name` of a request; `usual` if it is missing. Throws `SqxPictureError` if
+/// it is not a number.
 unsigned long NumberIn(const Request& request, const char* name, unsigned long usual)
 {
     if (!request.has_param(name))
@@ -86,7 +87,7 @@ void Fail(Response& response, int status, const std::string& text)
     response.set_content(SqxJsonLine(answer), k_json);
 }
 
-/// Answers errors with their text.
+/// Returns a handler that calls `handle`, and answers errors with status 400 and their text.
 template <typename Do>
 httplib::Server::Handler Guarded(Do handle)
 {
@@ -124,7 +125,7 @@ void SqxViewServer::Parts::SetUp()
     server.new_task_queue = [] { return new httplib::ThreadPool(k_threads); };
     server.set_keep_alive_max_count(1);  // see SqxViewConnections
     server.set_payload_max_length(SqxViewState::k_mostBytes);
-    // The library's own options would let a second server have the same port.
+    // The library's own options would let a second server use the same port.
     server.set_socket_options([this](socket_t socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -230,7 +231,7 @@ SqxViewServer::SqxViewServer(SqxViewSession& session, int port)
     listen(m_parts->listener, k_mostUnaccepted);
     m_parts->connections = std::make_unique<SqxViewConnections>(m_parts->port);
     m_parts->thread = std::jthread([&server] { server.listen_after_bind(); });
-    while (!server.is_running())  // before this it cannot be stopped
+    while (!server.is_running())  // a server that does not run yet cannot be stopped
         std::this_thread::yield();
 }
 

@@ -21,7 +21,7 @@ public:
     SqxViewServer(const SqxViewServer&) = delete;
     SqxViewServer& operator=(const SqxViewServer&) = delete;
 
-    /// Returns the port that it serves at.
+    /// Returns the port at which the page is served.
     [[nodiscard]] int Port() const;
     /// Returns the address of the page.
     [[nodiscard]] std::string Address() const;

@@ -1,10 +1,10 @@
 // One thread watches and compiles the sources, one renders pictures, and the threads of the server
-// handle requests. They share one state. Each change of it increments a version, by which pages
-// know whether they have seen it.
+// handle requests. They share one state. Each change of the state increments its version, by which
+// a page knows whether it has seen the change.
 //
-// A change of a setting waits for no other thread: it is stored in the state, and a picture is
-// requested. The result of a compile enters the state only when it is complete, so a page never
-// sees half of it.
+// A change of a setting waits for no compile and no picture: it is stored in the state, and a
+// picture is requested. The result of a compile enters the state only when it is complete, so a
+// page never sees half of it.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
@@ -58,7 +58,7 @@ template <std::size_t count>
     }
 }
 
-/// Removes the number at the start of the text and returns it; the largest one if there is none.
+/// Removes the number at the start of the text and returns it; returns `npos` if there is none.
 [[nodiscard]] std::size_t TakeNumber(std::string_view& text)
 {
     std::size_t number = 0;
@@ -114,7 +114,7 @@ void SqxViewSession::EndWaiting()
     m_changed.notify_all();
 }
 
-/// Makes waiting pages check the state again. The mutex must be held.
+/// Increments the version and wakes the calls of `State`. The mutex must be held.
 void SqxViewSession::Changed()
 {
     ++m_state.version;
@@ -161,7 +161,7 @@ void SqxViewSession::Take(std::size_t number, SqxViewCompiled compiled)
     Repaint();
 }
 
-/// Keeps the values whose parameters still have the same name and type.
+/// Drops the values whose parameters no longer have the same name and type, and reports each.
 void SqxViewSession::KeepFittingValues(std::size_t number, const QxShader& before)
 {
     SqxViewShader& shader = m_state.shaders[number];
@@ -268,7 +268,7 @@ void SqxViewSession::Change(const std::vector<SqxViewChange>& changes)
         Apply(shade, change);
     const bool isOtherShape = shade.picture.shape != m_state.shade.picture.shape;
     m_state.shade = std::move(shade);
-    if (isOtherShape)  // points are in its space
+    if (isOtherShape)  // default values may be in the space of the shape
         for (SqxViewShader& shader : m_state.shaders)
             if (shader.good)
                 FindDefaults(shader);

@@ -20,11 +20,11 @@
 using SqxViewChange = std::pair<std::string, std::string>;
 
 /// The shaders that are shown: watches and compiles their sources, stores the values of their
-/// parameters and the settings of the picture, and requests pictures. Pages read and change all of
-/// this here, from several threads at a time; all pages show the same state.
+/// parameters and the settings of the picture, and requests pictures. The server reads and changes
+/// all of this for its pages, in several threads at a time; all pages show the same state.
 class SqxViewSession {
 public:
-    /// Starts to compile. Throws `SqxPictureError` if a texture cannot be read.
+    /// Starts to compile the sources. Throws `SqxPictureError` if a texture cannot be read.
     explicit SqxViewSession(const SqxViewOptions& options);
     /// Stops the current compile and picture and waits until they have ended.
     ~SqxViewSession();
@@ -35,11 +35,11 @@ public:
     /// has passed. Returns the state, which is all that a page shows except pictures and code, as
     /// JSON.
     [[nodiscard]] std::string State(unsigned long version, std::chrono::milliseconds patience);
-    /// Ends all waits for a state and stops compiling.
+    /// Ends all calls of `State` that wait, and all compiles of `Code`.
     void EndWaiting();
 
     /// Changes settings: "shape", "size", "samples", "background", "color", "opacity", "lights"
-    /// (several, separated by blanks, or none), "param.N.NAME" for a parameter of shader number N,
+    /// (any number, separated by blanks), "param.N.NAME" for a parameter of shader number N,
     /// and "reset" with the number of a shader. Throws `SqxPictureError` and changes nothing if one
     /// of them is invalid.
     void Change(const std::vector<SqxViewChange>& changes);

@@ -1,6 +1,6 @@
-// A compile lists the files that it has read. These are watched from then on, and so are the paths
-// that were searched before them. Changes during the compile are noticed, since the watch compares
-// with the state before it.
+// A compile lists the files that it has read and the paths at which it found no header. Both are
+// watched from then on. If a file was already watched before, a change during the compile is
+// noticed too, since the watch compares with the state before the compile.
 //
 // Tested by tests/sqxview.
 
@@ -40,7 +40,8 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 {
 }
 
-/// A source with errors may lack a file that is created later, so the folders are watched too.
+/// Watches the files; if the source has errors, the folders too, since it may lack a file that is
+/// created later.
 void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files)
 {
     files.insert(m_path);

@@ -12,19 +12,19 @@
 
 /// The result of compiling a source. Copies share the shader, which never changes.
 struct SqxViewCompiled {
-    std::shared_ptr<const QxShader> shader;  // null: the source has errors
+    std::shared_ptr<const QxShader> shader;  // null if the source has errors
     std::string report;                      // messages of the compiler, including warnings
     std::vector<SqxViewExcerpt> excerpts;    // the lines that the report names
     std::string listing;                     // of the parameters
 };
 
-/// Options for compiling sources: those of sqxshade, or another level.
+/// Options for compiling sources.
 struct SqxViewCompileOptions {
-    std::vector<std::string> words;    // for the compiler
-    std::vector<std::string> folders;  // for shadeop libraries
+    std::vector<std::string> words;    // of the compiler
+    std::vector<std::string> folders;  // searched for shadeop libraries
 };
 
-/// A source that is compiled again when it, or a file that it includes, changes. For one thread.
+/// A source, which is watched together with the files that it includes. For use by one thread.
 class SqxViewSource {
 public:
     /// Starts to watch the file but does not compile it yet.

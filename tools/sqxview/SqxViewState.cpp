@@ -78,7 +78,7 @@ namespace {
     return state;
 }
 
-/// Returns an array of all elements, for any type.
+/// Returns an array of all elements, for any type; null if there is no value.
 [[nodiscard]] SqxOrderedJson ValueState(const std::optional<QxHostValue>& value)
 {
     if (!value)

@@ -12,19 +12,19 @@
 /// A shader as pages show it. While its source has errors, the picture shows the last shader that
 /// compiled.
 struct SqxViewShader {
-    bool isCompiled = false;                           // at least once
+    bool isCompiled = false;                           // at least once, even with errors
     SqxViewCompiled compiled;                          // the last result
-    std::shared_ptr<const QxShader> good;              // the last one that compiled
+    std::shared_ptr<const QxShader> good;              // last shader without errors; null if none
     std::string listing;                               // of the parameters of `good`
     std::vector<std::optional<QxHostValue>> defaults;  // of the parameters of `good`
-    std::string hint;                                  // values that were dropped, one per line
+    std::string hint;                                  // why values were dropped, a line for each
     unsigned long version = 0;                         // counts compiles
 };
 
 /// Everything that pages show, except pictures and code. The session has one, guarded by its mutex.
 struct SqxViewState {
     static constexpr std::size_t k_mostBytes =
-        std::size_t{48} * 1024;  // size of a change that a page sends
+        std::size_t{48} * 1024;  // largest change that a page may send
 
     unsigned long version = 1;  // counts changes
     SqxShadeOptions shade;      // the shaders with their values, and the settings

@@ -1,5 +1,5 @@
-// A file has changed if its time, its size or its inode has: editors either write to the file or
-// replace it. Checking a few dozen files from time to time costs less than notifications of the
+// A file has changed if its time, size or inode differs: editors either write to a file or replace
+// it. Checking a few dozen files from time to time costs less than notifications of the
 // system.
 //
 // Tested by tests/sqxview.

@@ -21,14 +21,14 @@ public:
     void Replace(const std::set<std::string>& paths);
 
 private:
-    /// Properties of a file or folder, at least one of which differs after it was written or
-    /// replaced.
+    /// Properties of a file or folder. Whenever it is written or replaced, at least one of them
+    /// changes.
     struct Stamp {
         bool exists = false;
         long long seconds = 0;  // of the last change
         long long nanoseconds = 0;
         unsigned long long size = 0;
-        unsigned long long file = 0;
+        unsigned long long file = 0;  // number of the inode
 
         bool operator==(const Stamp&) const = default;
     };

@@ -15,8 +15,8 @@
 
 namespace {
 
-/// Blocks the signals that end the program, in this thread and all that it starts; one thread waits
-/// for them.
+/// Blocks the signals that end the program in this thread and all threads that it starts, so that
+/// one thread can wait for them.
 sigset_t HoldEndSignals()
 {
     sigset_t signals;
@@ -28,7 +28,7 @@ sigset_t HoldEndSignals()
 }
 
 /// Makes all threads share one memory pool. By default each thread has its own, and memory use
-/// would grow with threads and edits; threads allocate seldom enough to share.
+/// would grow with threads and edits. Threads rarely allocate, so they seldom wait for the pool.
 void ShareOnePool()
 {
 #ifdef __GLIBC__
@@ -36,7 +36,7 @@ void ShareOnePool()
 #endif
 }
 
-/// Starts the browser without waiting for it, since some run as long as their window is open.
+/// Starts the browser without waiting for it, since some browsers run until their window is closed.
 void OpenBrowser(const std::string& address)
 {
     std::thread([address] {

@@ -5,6 +5,6 @@ endif
 let current_compiler = "shaderqx"
 
 CompilerSet makeprg=shaderqx\ %:S
-" A report: place, kind and text, with the source line and a caret after it; then warnings about the
-" environment and the closing line, which have no place.
+" A report is a line with place, kind and text, followed by the source line and a caret. All lines
+" without a place are ignored, such as warnings about the environment and the closing line.
 CompilerSet errorformat=%f:%l:\ %tRROR:\ %m,%f:%l:\ %tARNING:\ %m,%-G%.%#

@@ -1,4 +1,4 @@
-// Starts the server of shaders, and shows the page of its preview in a panel.
+// Starts the language server, and shows the preview page of a shader in a panel.
 
 const vscode = require('vscode');
 const { LanguageClient } = require('vscode-languageclient/node');
@@ -11,7 +11,7 @@ function serverOptions() {
     return { command, args: ['--stdio'] };
 }
 
-/// The frame holds the page, which is served on this machine alone.
+/// Returns the page of a panel: a frame with the preview page, which this machine serves.
 function pageText(address) {
     const origin = new URL(address).origin;
     return `<!DOCTYPE html><html><head><meta charset="utf-8">

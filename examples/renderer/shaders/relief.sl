@@ -1,4 +1,4 @@
-/* Draws a map of a globe's height: continents in red, roughness of the land in green and blue. */
+/* Draws a map of a globe's height: noise of seven octaves, brighter where the ground is higher. */
 imager relief(float frequency = 2.2)
 {
     float format[3] = {1, 1, 1};

@@ -25,7 +25,7 @@ constexpr unsigned int k_flagsAtOnce = 64;
 
 enum class Share { None, Some, All };
 
-/// Returns how many points have the flag set, if `any` and `all` combine their flags.
+/// Returns how many points have the flag set; `any` and `all` combine their flags by `|` and `&`.
 Share ShareOf(unsigned int any, unsigned int all)
 {
     if (any == 0)
@@ -37,7 +37,7 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
 {
     unsigned int any = 0;
     unsigned int all = 1;
-    // Where both kinds have been seen, no other point matters.
+    // Once both kinds have been seen, the other points do not matter.
     for (unsigned int i = first; i < first + count && any <= all; i += k_flagsAtOnce) {
         const unsigned int end = std::min(i + k_flagsAtOnce, first + count);
         for (unsigned int j = i; j < end; ++j) {
@@ -280,8 +280,8 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
     for (unsigned int first = 0; first < size; first += strip) {
         const unsigned int count = std::min(strip, size - first);
         m_steps = stepsBefore;
-        // No strip is shorter than the usual one, so in smaller grids all begin with the first
-        // point.
+        // Strip locals occur only with strips of at least the usual length. Smaller grids have one
+        // such strip, which begins at point 0, to which these locals are bound initially.
         if (size > k_qxMachineStrip)
             m_store.BindStrip(*begin, first);
         RunStrip(codes, begin + 1, first, count);

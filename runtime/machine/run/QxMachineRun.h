@@ -22,23 +22,23 @@ public:
 
     /// An evaluation that takes more steps than this throws `QxHostError`, since the shader does
     /// not seem to end. A step is an instruction that is repeated by a backward jump, independent
-    /// of the size of the grid. The work on texts and lists is counted separately, per average
-    /// point: characters, values, and states of regular expressions.
+    /// of the size of the grid. The work on texts and lists is counted separately, as the mean of
+    /// all points: characters, values, and states of regular expressions.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
     /// An evaluation whose variables need more bytes than this throws `QxHostError`.
     void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
-    /// An evaluation calls `test` every few milliseconds, in its own thread, and throws
-    /// `QxHostStopped` if it returns true. An empty one disables this.
+    /// An evaluation calls `test` every few milliseconds, in the thread that evaluates, and throws
+    /// `QxHostStopped` if the test returns true. An empty test disables this.
     void SetStopTest(QxStopTest test) { m_stopTest = std::move(test); }
-    /// Handles of files are kept from one evaluation to the next. Must be called when they become
-    /// invalid, for example before evaluations with another host.
+    /// Discards the handles of files, which are otherwise kept from one evaluation to the next.
+    /// Call it when they become invalid, for example before evaluations with another host.
     void ForgetFiles() { m_state.questions.files.Forget(); }
 
     // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
     // come from `QxShaderInfo::Declare` and have room for the points of the grid.
 
-    /// Sets the variables that the host has not set to their default values, except those that
-    /// depend on shading data.
+    /// Assigns default values to the variables that the host has not set, except default values
+    /// that depend on shading data.
     void Initialize(const QxShadingContext& context, std::vector<QxVar>& variables);
     /// Shades a grid: reads and writes the values of `hidden` and of the variables. Computes the
     /// remaining default values first. Arrays missing from `hidden` read as zero. `lights` has room

@@ -1,7 +1,7 @@
 // A run owns one block of memory, divided among its variables; parameters and predefined variables
 // stay in the host's memory. Each variable has two addresses: `m_homes` is its own memory,
 // `m_values` its current address. They differ only for variables that are re-bound while code runs:
-// references to elements, and L, Cl and Ol in a loop over lights.
+// aliases of elements, locals with room for one strip, and L, Cl and Ol in a loop over lights.
 //
 // A varying reference is an array of addresses, one per point, followed by dummy elements that it
 // refers to before it is bound, so that a file that uses it too early does no harm.
@@ -23,12 +23,12 @@ namespace {
 
 using Kind = QxStorage::Kind;
 
-// One cache line more than the values need, so that arrays of 2^n points do not map to the same
-// cache sets.
+// A variable gets two cache lines more than its values need, so that arrays of 2^n points do not
+// map to the same cache sets.
 constexpr std::size_t k_alignment = 64;
 constexpr std::size_t k_gap = 2 * k_alignment;
 
-/// Marks the eye, which is not a member.
+/// Stands for the eye, which is not a member of `QxHiddenVariables`.
 constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
 #define QX_MEMBER(NAME) offsetof(QxHiddenVariables, NAME)
 /// Offsets of the members, by row of the table of predefined variables.
@@ -47,7 +47,7 @@ bool IsOwn(Kind kind)
            kind == Kind::Alias || kind == Kind::Nowhere || kind == Kind::Strip;
 }
 
-/// Returns the number of points for which a variable has a value; 1 for a uniform variable.
+/// Returns the number of points for which a variable has room; 1 for a uniform variable.
 std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
 {
     if (!storage.varying)

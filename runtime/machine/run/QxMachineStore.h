@@ -6,8 +6,9 @@
 
 #include "machine/translate/QxMachineCode.h"
 
-/// Returns the address of element 0 of an array whose element `first` is at `place`. It may be
-/// outside of the memory, so it is computed as an integer: pointers must not leave their array.
+/// Returns the address of element 0 of an array whose element `first` is at `place`. This address
+/// may be outside of the memory, so it is computed as an integer: pointers must not leave their
+/// array.
 template <class Value>
 [[nodiscard]] inline Value* QxBaseOf(Value* place, std::size_t first)
 {
@@ -40,8 +41,8 @@ public:
     /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
-    /// Binds the locals of `brackets` with room for a strip to the strip that begins with point
-    /// `first`.
+    /// Binds the operands of `brackets`, which are locals with room for one strip, to the strip
+    /// that begins at point `first`.
     void BindStrip(const QxCode& brackets, unsigned int first);
 
     /// Returns the number of points that it is prepared for; 1 before the first run.
@@ -80,9 +81,9 @@ private:
     std::unique_ptr<char, Memory> m_block;  // of the locals
     std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, with
                                                                  // their count
-    std::vector<std::uint32_t> m_references;                     // references, aliases and other
-                                                                 // variables that kernels rebind
-    std::vector<std::uint32_t> m_arrays;                         // locals
+    std::vector<std::uint32_t> m_references;                     // references and aliases, which
+                                                                 // kernels re-bind
+    std::vector<std::uint32_t> m_arrays;                         // local ones, except of texts
     std::vector<std::uint32_t> m_parameters;
     std::vector<Binding> m_predefined;
     std::vector<QxVector3> m_zeros;

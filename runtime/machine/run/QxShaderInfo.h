@@ -41,5 +41,5 @@ struct QxShaderInfo {
     void Declare(std::vector<QxVar>& variables) const;
 };
 
-/// Returns the interface of a shader in byte-code, which was read up to its main block.
+/// Returns the interface of a shader in byte-code, whose main block must have been read.
 [[nodiscard]] QxShaderInfo QxInfoOf(const SqxShader& shader);

@@ -13,8 +13,8 @@ struct QxDraft {
     QxCode code;
     const QxKernelRow* row = nullptr;  // in the table of kernels; null for jumps and brackets
     std::size_t first = 0;             // index of its first operand and letter in the block
-    bool jumps = false;  // while the block is incomplete: the target is an instruction of the
-                         // file
+    bool jumps = false;  // until the block is complete: the target is the index of an
+                         // instruction of the file
 };
 
 /// A block during translation. Passes drop drafts and append operands; operands that are no longer
@@ -36,7 +36,8 @@ inline bool QxIsWritten(char letter)
     return letter == 'w' || letter == 'm';
 }
 
-/// True for the begin of brackets that run where a varying flag has the stated value.
+/// True for the start of conditional brackets, which run only for points whose flag is true, or for
+/// `IfFalse` false.
 inline bool QxIsCondition(QxCodeStep step)
 {
     return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
@@ -52,7 +53,7 @@ inline bool QxIsGoto(QxCodeStep step)
     return step == QxCodeStep::Goto || QxIsConditionalJump(step);
 }
 
-/// True if the next step may be `target`: a goto, or the begin or end of a loop over lights.
+/// True if the next step may be `target`: a goto, or the start or end of a loop over lights.
 inline bool QxIsJump(QxCodeStep step)
 {
     return QxIsGoto(step) || step == QxCodeStep::BeginLights || step == QxCodeStep::EndLights;

@@ -3,8 +3,9 @@
 //
 //     ADD_FLOAT_FLOAT r x y     r a reference      load t r; add t x y; store r t
 //
-// Then the form is chosen (once, for the current strip, or for the points of a flag), and among the
-// loops of a kernel the one whose shape (which operands vary) matches the call.
+// Then the step is chosen: inside parallel brackets for the current points; outside once, for all
+// points, or for the points of a flag. Last, the loop of the kernel is chosen that is made for this
+// combination of uniform and varying operands.
 //
 // Tested by tests/host/AgreementTest.cpp against shared objects.
 

@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /// An operand before it is written. A varying reference has no address yet: `Emit` assigns a
-    /// temporary.
+    /// An operand before it is written. For a varying reference, `operand` has no variable yet:
+    /// `Emit` assigns a temporary.
     struct Argument {
         QxOperand operand;
         char letter;                  // in the layout
@@ -46,7 +46,7 @@ public:
     /// `number` is its literal, `flag` the condition of a conditional instruction.
     void Emit(const QxKernelRow& row, const std::vector<Argument>& arguments, int number,
               const SqxLayout& layout, const QxOperand& flag);
-    /// Throws if there is no such primitive.
+    /// Returns the kernels of a primitive. Throws if there are none.
     [[nodiscard]] const QxKernelRow& RowOf(SqxPrimitive primitive) const;
 
     /// The drafts written so far. The caller empties it for the next block.
@@ -55,7 +55,7 @@ public:
     [[nodiscard]] bool IsWithin() const { return m_within; }
     void SetWithin(bool within) { m_within = within; }
 
-    /// Throws: "Instruction NAME " and the fault.
+    /// Throws `QxHostError` with the text "Instruction NAME " and the fault.
     [[noreturn]] static void Refuse(std::string_view instruction, const std::string& what);
 
 private:

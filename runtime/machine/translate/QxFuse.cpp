@@ -91,7 +91,7 @@ private:
 void Fuser::Run()
 {
     m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
-        // Each basic block keeps its first draft, so that none becomes empty.
+        // So that no basic block becomes empty, its first draft stays or is fused into a later one.
         if (index > begin && IsUseless(m_block.drafts[index]))
             Drop(index);
         while (FuseWithTheOneBefore(index, begin)) {

@@ -12,9 +12,9 @@
 // leaves a loop when its own last point does.
 //
 // This is loop fusion and strip mining (Randy Allen, Ken Kennedy, "Optimizing Compilers for Modern
-// Architectures", 2001). Where ours departs: a loop may depend on a reduction over all points,
-// which becomes a reduction over the strip, since further iterations do not affect points that have
-// left the loop.
+// Architectures", 2001). The difference is that a loop may depend on a reduction over all points,
+// which becomes a reduction over the strip: further iterations do not affect points that have left
+// the loop.
 //
 // QxStretches.cpp defines a stretch. Tested by tests/machine/DraftPassesTest.cpp, and with whole
 // shaders by tests/host/AgreementTest.cpp.
@@ -46,7 +46,7 @@ private:
     std::vector<QxDraft>& m_drafts;
     const std::vector<QxStretch> m_stretches;
     std::vector<QxDraft> m_result;
-    std::vector<std::uint32_t> m_inside;  // by draft: its index for jumps within its stretch
+    std::vector<std::uint32_t> m_inside;  // by draft: its new index, for jumps within its stretch
 };
 
 void Joiner::Run()

@@ -3,11 +3,11 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineVariables.h"
 
-/// Joins parallel brackets, the code between them, and loops around them to brackets that run strip
-/// by strip. `QxFindStretches` finds the drafts to join; this pass puts brackets around them, and
-/// hoists uniform instructions before them.
+/// Joins parallel brackets, the code between them, and loops around them into brackets that run
+/// strip by strip. `QxFindStretches` finds the drafts to join; this pass puts brackets around them,
+/// and hoists uniform instructions and the lighting of the grid before them.
 ///
-/// `block` must be whole and end with a stop. The targets of codes are indexes among the drafts,
-/// before and after. `variables` are those of the program. O(n) for n drafts, except for jumps that
+/// `block` must be whole and end with a stop. Targets of codes are indexes of drafts, before and
+/// after the pass. `variables` are those of the program. O(n) for n drafts, except for jumps that
 /// cross each other.
 void QxJoinRuns(QxDraftBlock& block, const QxMachineVariables& variables);

@@ -12,21 +12,22 @@
 /// share them.
 class QxKernelTable {
 public:
-    /// `avx2` selects the kernels compiled for AVX2, which may run only if
-    /// `QxMachineProgram::HasAvx2`.
+    /// Returns the table of the baseline or, if `avx2`, of the kernels compiled for AVX2, which may
+    /// run only if `QxMachineProgram::HasAvx2`.
     [[nodiscard]] static const QxKernelTable& For(bool avx2);
     /// Finds the row of a primitive; null if there is none. The row lives as long as the process.
     [[nodiscard]] const QxKernelRow* Find(SqxPrimitive primitive) const
     {
         return m_byPrimitive[static_cast<std::size_t>(primitive)];
     }
-    /// Finds the row for an instruction number of a file, which must have a layout. Null also for
-    /// marks, such as jumps and brackets, which need no kernel.
+    /// Finds the row for an instruction number, which must not exceed `SqxHighestNumber`. Null also
+    /// for marks, such as jumps and brackets, which need no kernel.
     [[nodiscard]] const QxKernelRow* OfNumber(int number) const { return m_byNumber[number]; }
 
 private:
     explicit QxKernelTable(bool avx2);
-    /// A primitive has one row: with two, which one runs would depend on the order of the files.
+    /// Adds a row. Throws `std::logic_error` if its primitive already has one: with two, the order
+    /// of the files would decide which one runs.
     void Enter(const QxKernelRow& row);
 
     std::array<const QxKernelRow*, k_sqxPrimitiveCount> m_byPrimitive{};

@@ -1,4 +1,4 @@
-// Removes jumps whose flag is known:
+// Removes jumps that are never taken, since the value of their flag is known:
 //
 //     if not f goto end;  if not f goto 1;  u = 2;  1: ...  if not f goto 2;  w = u;  2: ...
 // becomes
@@ -6,8 +6,8 @@
 //
 // Inside a loop, each uniform instruction is guarded by the flag that says whether any point is
 // active, which the jump that leaves the loop has already tested. After a jump that was not taken,
-// its flag is known until it is written or until another path joins. A dropped jump is no longer a
-// path, so flags after its target may become known as well.
+// its flag is known until it is written or until another path joins. A dropped jump no longer joins
+// at its target, so flags may stay known there.
 //
 // Tested by tests/machine/DraftPassesTest.cpp.
 

@@ -3,6 +3,6 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineVariables.h"
 
-/// Drops jumps over uniform code whose flag an earlier jump has already decided. The targets of
-/// codes are indexes among the drafts, before and after. O(n) for n drafts.
+/// Drops conditional jumps that are never taken, since an earlier jump has tested the same flag.
+/// Targets of codes are indexes of drafts, before and after the pass. O(n) for n drafts.
 void QxDropKnownJumps(QxDraftBlock& block, const QxMachineVariables& variables);

@@ -1,5 +1,5 @@
-// Backward data flow over bit sets, one bit per local. An untrusted file determines the numbers of
-// locals and blocks, so their product is limited before the work begins.
+// Backward data flow over bit sets, one bit per local. An untrusted file determines how many locals
+// and basic blocks there are, so their product is limited before the work begins.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and by tests/host/AgreementTest.cpp against shared
 // objects.
@@ -42,7 +42,8 @@ void QxLiveness::NumberLocals(const std::vector<QxStorage>& variables)
         number(operand.variable);
     for (const QxDraft& draft : m_block.drafts)
         number(draft.code.flag.variable);
-    // If a block never writes its result, the result is zero, not a value left by another block.
+    // Followed even if the block never writes it, so that it is cleared: otherwise the result would
+    // be a value left by another block.
     if (m_result)
         number(*m_result);
 }
@@ -72,7 +73,7 @@ bool QxLiveness::Compute()
                 Step(j);
             changed = m_blocks[i].liveIn.AddAll(m_live) || changed;
         }
-        // Without a backward jump one walk is enough.
+        // Code without jumps is a single basic block, for which one walk is enough.
         changed = changed && m_blocks.size() > 1;
     }
     return true;
@@ -160,7 +161,7 @@ void QxLiveness::BeginBrackets()
     m_liveOutside.pop_back();
 }
 
-/// `index` is that of the end. Pushes what is live for points that do not enter the brackets.
+/// `index` is that of `EndIf`. Pushes the set for points that do not enter the brackets.
 void QxLiveness::EndBrackets(std::size_t index)
 {
     m_liveOutside.push_back(m_live);

@@ -9,28 +9,30 @@
 
 /// Liveness of locals that hold a single value, at each place of a block.
 ///
-/// Alfred Aho, Ravi Sethi, Jeffrey Ullman, "Compilers", 1986, 10.6. Where ours departs: the
+/// Alfred Aho, Ravi Sethi, Jeffrey Ullman, "Compilers", 1986, 10.6. The difference is that the
 /// brackets of a condition run only for the points of its flag. So a write inside kills a value
 /// only for these points, and at the start of the brackets the live sets of both kinds of points
-/// are merged. A flag that is combined by `and` with the brackets' own flag right after them does
-/// not count as read by the other points.
+/// are merged. If an `and` right after the brackets combines another flag with the flag of the
+/// brackets, the other points do not count as readers of that other flag: their result is false.
 class QxLiveness {
 public:
     /// `block` must outlive this object, and be whole: it ends with a stop, and its jumps refer to
     /// drafts. `variables` are those of the program. Locals are followed unless they are arrays,
-    /// texts or references. `result` is a variable that is read after the block, such as that of an
-    /// initializer; none for main.
+    /// texts or references. `result` is the variable that is read after the block; an initializer
+    /// has one, and main has none.
     QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables,
                std::optional<std::uint32_t> result);
 
-    /// Computes the live-in set of each basic block. False if that would be too much work: then
-    /// only `Locals` may be called. A walk costs O(n + b l / 64) for n drafts, b blocks and l
-    /// locals; loops need a few walks.
+    /// Computes the live-in set of each basic block. Returns false if that would be too much work:
+    /// then only `Locals` may be called. A walk costs O(n + (b + c) l / 64) for n drafts, b basic
+    /// blocks, c conditions and l locals, plus the lengths of all conditional brackets; loops need
+    /// a few walks.
     [[nodiscard]] bool Compute();
 
-    /// Calls `visit(index, begin)` for each draft, from the last to the first of a basic block,
-    /// which begins at `begin`. `visit` may change the draft and those before it, as long as they
-    /// read nothing new. May be called any number of times after `Compute`.
+    /// Calls `visit(index, begin)` for each draft of one basic block after the other, from the last
+    /// draft of the block to the first, whose index is `begin`. `visit` may change the draft and
+    /// those before it, as long as they read nothing new. May be called any number of times after
+    /// `Compute`.
     template <class Visit>
     void WalkBack(const Visit& visit)
     {
@@ -43,8 +45,8 @@ public:
         }
     }
 
-    /// Call it after drafts were dropped, at least one being left in each basic block. `newIndexes`
-    /// is the result of `QxDraftBlock::Keep`.
+    /// Call it after drafts were dropped. Each basic block must have kept at least one draft.
+    /// `newIndexes` is the result of `QxDraftBlock::Keep`.
     void Renumber(const std::vector<std::uint32_t>& newIndexes);
 
     // During a visit, for the place after the visited draft:
@@ -54,22 +56,22 @@ public:
     {
         return m_bits[operand.variable] != k_none;
     }
-    /// True if points that run the draft may read it later.
+    /// True if points that run the draft may read the operand later.
     [[nodiscard]] bool IsLive(const QxOperand& operand) const
     {
         return !Follows(operand) || m_live.Has(m_bits[operand.variable]);
     }
-    /// True if points outside the open conditions may read it: they need its value from before the
-    /// brackets, so a write must respect the mask.
+    /// True if points outside the open conditions may read the operand later: they need its value
+    /// from before the brackets, so a write must respect the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
     [[nodiscard]] bool IsWithinCondition() const { return !m_liveOutside.empty(); }
 
     // After `Compute`:
 
-    /// Returns the followed locals that may be read before they are written, as variables: a run
+    /// Returns the numbers of the followed locals that may be read before they are written: a run
     /// must set them to zero first.
     [[nodiscard]] std::vector<std::uint32_t> ReadFirst() const;
-    /// All followed locals, as variables.
+    /// Returns the numbers of all followed locals.
     [[nodiscard]] const std::vector<std::uint32_t>& Locals() const { return m_locals; }
 
 private:
@@ -83,7 +85,7 @@ private:
         {
             return (m_words[bit / 64] >> bit % 64 & 1) != 0;
         }
-        /// True if the set has changed.
+        /// Adds the locals of another set. Returns true if this one has changed.
         bool AddAll(const LiveSet& other);
 
     private:
@@ -111,9 +113,9 @@ private:
 
     const QxDraftBlock& m_block;
     const std::optional<std::uint32_t> m_result;  // live at the stop
-    std::vector<std::uint32_t> m_bits;            // by variable; none if it is not followed
+    std::vector<std::uint32_t> m_bits;            // by variable; `k_none` if it is not followed
     std::vector<std::uint32_t> m_locals;          // by bit
     std::vector<BasicBlock> m_blocks;
     LiveSet m_live;
-    std::vector<LiveSet> m_liveOutside;  // open brackets during the backward walk, innermost last
+    std::vector<LiveSet> m_liveOutside;  // outside each open condition of the walk, innermost last
 };

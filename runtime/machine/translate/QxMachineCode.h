@@ -35,8 +35,8 @@ constexpr std::size_t k_qxStoredKinds = static_cast<std::size_t>(QxStored::Text)
     return 0;
 }
 
-/// The storage of a variable of a program: who owns its values, and how large they are. One for
-/// each variable number in code.
+/// The storage of a variable of a program: who owns its values, and how large they are. There is
+/// one for each variable number in code.
 struct QxStorage {
     enum class Kind : unsigned char {
         Predefined,  // number: row in the table of predefined variables
@@ -45,8 +45,8 @@ struct QxStorage {
         Borrowed,   // like a local, but its texts belong to other variables
         Strip,      // like a local, but with room for one strip; see `QxUseStripLocals`
         Constant,   // number: index of the constant
-        Alias,      // of one array element for all points
-        Reference,  // of an array element for each point
+        Alias,      // stands for one array element, the same for all points
+        Reference,  // refers to an array element at each point
         Nowhere,    // for results that the shader discards
         Ng,
     };
@@ -57,8 +57,9 @@ struct QxStorage {
     std::uint32_t number = 0;
 };
 
-/// A constant of the file, in each form in which it may be needed: a number as the first of
-/// `numbers`, or as three equal ones. The storage that refers to it selects the form.
+/// The value of a constant in each form in which it may be read. A number is the first of
+/// `numbers`; a number that is read as a triple is a separate constant with three equal numbers.
+/// The storage that refers to a constant selects the form.
 struct QxConstant {
     float numbers[3] = {0, 0, 0};
     QxStopAndBool flag = false;
@@ -85,7 +86,7 @@ struct QxMachineCode {
     QxProgramBlock main;
     std::vector<Initializer> once;         // default values that do not depend on shading data
     std::vector<Initializer> perPoint;     // the other default values
-    std::unique_ptr<QxShadeops> shadeops;  // null if it calls none
+    std::unique_ptr<QxShadeops> shadeops;  // null if the shader calls none
     bool isLight = false;
     unsigned int depth = 0;                        // maximum nesting of conditions in all blocks
     std::size_t instructions = 0;                  // of the file

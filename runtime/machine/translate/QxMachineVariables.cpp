@@ -1,7 +1,7 @@
-// Every variable of the file becomes a row with the address and the size of its values. The rows
-// keep the file's order, so that numbers in code need no translation. Variables that only the
-// translation needs (a place for discarded results, `Ng` for faceforward, temporaries) come after
-// them.
+// Every variable of the file becomes a `QxStorage`, which says who owns its values and how large
+// they are. The order of the file is kept, so that numbers in code need no translation. Variables
+// that only the translation needs (for discarded results, `Ng` for faceforward, temporaries) come
+// after those of the file.
 //
 // If all points refer to the same element, a reference is an alias, which costs nothing to use:
 //
@@ -166,7 +166,7 @@ QxOperand QxMachineVariables::OperandOf(std::uint32_t variable) const
     return {variable, storage.varying ? 1U : 0U, storage.size, storage.stored};
 }
 
-/// True for a uniform variable, or a varying reference to elements of a uniform array.
+/// The `number` of a reference is 1 if it may refer to elements of a uniform array.
 bool QxMachineVariables::IsOneForAllPoints(const QxOperand& operand) const
 {
     const QxStorage& storage = m_target.variables[operand.variable];

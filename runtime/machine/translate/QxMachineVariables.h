@@ -20,18 +20,19 @@ public:
     {
         return m_target.variables[variable];
     }
-    /// Returns the value of a constant, otherwise null. The address is stable.
+    /// Returns the value of a variable that is a constant, otherwise null. The address is stable.
     [[nodiscard]] const QxConstant* ConstantOf(std::uint32_t variable) const;
     /// Returns the whole variable as an operand of an instruction.
     [[nodiscard]] QxOperand OperandOf(std::uint32_t variable) const;
-    /// True for a uniform variable, or a varying reference to elements of a uniform array.
+    /// True for a uniform variable except `Nowhere`, and for a varying reference to elements of a
+    /// uniform array.
     [[nodiscard]] bool IsOneForAllPoints(const QxOperand& operand) const;
     /// A uniform variable for discarded results, large enough for any value.
     [[nodiscard]] std::uint32_t Nowhere() const { return m_nowhere; }
     /// The geometric normal of the grid.
     [[nodiscard]] std::uint32_t Ng() const { return m_ng; }
 
-    // Each of these adds a variable and returns its number.
+    // Each of these adds a variable, unless stated otherwise, and returns its number.
 
     /// A varying temporary for the element of a varying reference. It does not own texts stored in
     /// it.

@@ -5,8 +5,8 @@
 // The compiler takes a whole-grid instruction out of its condition and gives it the flag as an
 // operand. When runs are joined, each such instruction gets brackets again. Each pair of brackets
 // tests the flags of all points, which costs as much as two cheap instructions, and prevents fusion
-// across it. Brackets that write their own flag are not merged with the next ones, which run for
-// other points.
+// of instructions before, in and after it. Brackets that write their own flag are not merged with
+// the next ones, which run for other points.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.

@@ -11,7 +11,7 @@
 /// runs.
 class QxShadeopLibraries {
 public:
-    /// Searches the files in the folders, in order. Throws `QxHostError` for a file that does not
+    /// Searches the folders for the files, in order. Throws `QxHostError` for a file that does not
     /// exist or is not a library.
     QxShadeopLibraries(const std::vector<std::string>& names,
                        const std::vector<std::string>& folders);
@@ -19,7 +19,7 @@ public:
     /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the library does
     /// not list the shadeop with these functions, or does not define one of them.
     [[nodiscard]] std::vector<std::string> DeclarationsOf(const SqxDSOFunction& shadeop) const;
-    /// Returns the absolute path.
+    /// Returns the absolute path of a library.
     [[nodiscard]] const std::string& PathOf(std::size_t library) const
     {
         return m_libraries[library].path;

@@ -52,10 +52,10 @@ private:
 
     static void* Load(Library& library);
     static void Start(Function& function);
-    /// Called in place of each method; the data is its `Function`.
+    /// Called in place of each method; `function` is the `Function` that contains the method.
     static void Call(void* function, int argc, void** argv);
 
     std::deque<Library> m_libraries;
     std::deque<Function> m_functions;       // by number; destroyed before the libraries
-    std::vector<QxLoadedShadeop> m_loaded;  // likewise
+    std::vector<QxLoadedShadeop> m_loaded;  // by number
 };

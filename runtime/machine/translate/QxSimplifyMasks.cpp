@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t k_shortBrackets = 2;
 
-/// Checks the instructions between the brackets that begin at `begin`.
+/// True if all instructions between the brackets that begin at `begin` ignore the mask.
 bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
 {
     const auto first = block.drafts.begin();

@@ -11,7 +11,7 @@
 //
 //     { a }  u = x * 2 (uniform)  { b }   one stretch, if { a } neither reads u nor writes u or x
 //     { a }  c = ambient() for the grid  { b }    the same
-//     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
+//     { a }  n = Du(a) for the grid       none across it: derivatives read neighbouring points
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -101,7 +101,7 @@ private:
     std::vector<QxStretch> m_stretches;
     std::vector<std::size_t> m_stretchOf;  // by draft, or k_none
     std::size_t m_stretchNumber = 0;       // number of the current stretch
-    bool m_usesLights = false;  // the current stretch has used lights, or may have changed them
+    bool m_usesLights = false;  // the current stretch has used lights, or written what they read
     std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
     std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
@@ -168,7 +168,7 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
     return code.step == QxCodeStep::Grid || code.step == QxCodeStep::GridIf;
 }
 
-/// Finds the flags that are set right before each jump that reads them.
+/// Finds the flags that only jumps read, each right after a reduction has set the flag.
 void StretchFinder::FindLocalFlags()
 {
     std::vector<char> targets(m_drafts.size() + 1, 0);
@@ -220,7 +220,7 @@ void StretchFinder::FindStretches()
     }
 }
 
-/// Enforces that jumps stay within a stretch, or enter it at its start.
+/// Enforces that jumps stay within a stretch, go to its end, or enter it at its start.
 void StretchFinder::CheckJumps()
 {
     for (std::size_t i = 0; i < m_drafts.size(); ++i) {
@@ -242,8 +242,8 @@ void StretchFinder::CheckJumps()
 /// set for a strip but read for the grid.
 void StretchFinder::CheckStretch(const QxStretch& stretch)
 {
-    std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // number of jumps that begin or
-                                                                 // end here
+    std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // change of the number of jumps
+                                                                 // across this place
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
         if (!QxIsGoto(m_drafts[i].code.step) || m_excluded[i])
             continue;
@@ -301,7 +301,7 @@ void StretchFinder::RecordAccess(const QxDraft& draft)
         m_readBy[draft.code.flag.variable] = m_stretchNumber;
 }
 
-/// True if lights may read the variable: parameters, and predefined variables except results.
+/// True if lights may read the variable: any except locals and the results `Ci` and `Oi`.
 bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];
@@ -312,7 +312,7 @@ bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
     return storage.kind != QxStorage::Kind::Local && storage.kind != QxStorage::Kind::Borrowed;
 }
 
-/// True if the stretch is more than a single existing pair of brackets.
+/// True if the stretch has more than one pair of brackets or instruction for the grid.
 bool StretchFinder::IsWorthwhile(const QxStretch& stretch) const
 {
     std::size_t parts = 0;

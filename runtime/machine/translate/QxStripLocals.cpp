@@ -13,8 +13,8 @@
 // transformations", 1991) to strips instead of to single values.
 //
 // Each instruction has a fixed cost per strip of some nanoseconds, so strips are longer where the
-// first-level cache has room for their values. Brackets with conditions or loops keep short strips:
-// more of those have no active point, and are skipped.
+// first-level cache has room for their values. Brackets with conditions or loops keep short strips,
+// which more often have no active point and are then skipped.
 //
 // A kernel that does not work point by point may read other points, so its operands are not
 // replaced.

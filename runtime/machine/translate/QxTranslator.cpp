@@ -6,8 +6,8 @@
 //
 // Conditions on uniform flags, which are outside parallel brackets, become jumps. Numbers of the
 // file are resolved here, and checked if a kernel relies on them, so that a run only follows
-// addresses. Then separate passes join brackets, fuse instructions, simplify masks, and move what
-// lives in a strip only to storage for one.
+// addresses. Then separate passes join brackets, fuse instructions, simplify masks, and move values
+// that live only in one strip to storage for a strip.
 //
 // Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -121,7 +121,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     for (const QxDraft& draft : m_block.drafts) {
         QxCode& code = target.codes.emplace_back(draft.code);
         code.operands = target.operands.data() + draft.first;
-        // Instructions for the points of a flag are handled elsewhere.
+        // `GridIf` must test its flag even for one point, so it has no kernel for one point.
         if (draft.row && code.step != QxCodeStep::GridIf)
             code.point = draft.row->point;
         if (code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse) {
@@ -146,7 +146,7 @@ void QxTranslator::TranslateInstruction(const SqxBlock& block, const SqxInstruct
         TranslateCall(block, source);
 }
 
-/// Translates jumps and brackets.
+/// Translates jumps and brackets. Returns false for other instructions.
 bool QxTranslator::TranslateMark(const SqxBlock& block, const SqxInstruction& source)
 {
     const auto value = [&](std::size_t i) { return block.Value(source, i); };
@@ -207,8 +207,8 @@ void QxTranslator::EndParallel()
     m_writer.Add(QxCodeStep::EndParallel);
     QxCode& begin = m_block.drafts[m_parallel].code;
     begin.target = static_cast<std::uint32_t>(m_block.drafts.size());
-    // The effects of shadeops are unknown: if there are two, they must be called point by point. A
-    // uniform variable that is written here takes the value of one point after another.
+    // The effects of shadeops are unknown, so two or more calls must be made point by point. So
+    // must writes to a uniform variable, which takes the value of one point after another.
     std::size_t calls = 0;
     for (std::size_t i = m_parallel; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
@@ -253,7 +253,7 @@ void QxTranslator::EndCondition()
 ///
 ///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF    becomes    d = d and c; c = ...
 ///
-/// The flag of the guard itself is set last.
+/// The flag of the guard itself is set last. Returns false if the brackets do anything else.
 bool QxTranslator::MakeFlagOperations(std::size_t begin)
 {
     struct Setting {

@@ -18,12 +18,12 @@ public:
     QxTranslator(const SqxShader& shader, const QxKernelTable& kernels, QxMachineCode& target);
     /// Fills the target except for its shadeops: variables, constants, and the blocks of main and
     /// of the initializers. Call it once. Throws `QxHostError` if the file uses something that the
-    /// machine does not support; the target must not be used then. O(n) for n instructions, except
-    /// for the costs of `QxJoinRuns` and `QxLiveness`.
+    /// machine does not support; the target must not be used then. O(n) for n instructions, plus
+    /// the lengths of all conditional brackets and the costs of `QxJoinRuns` and `QxLiveness`.
     void Run();
 
 private:
-    /// `result` is the variable that is read after the block; none for main.
+    /// `result` is the variable that is read after the block; main has none.
     void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
                    QxProgramBlock& target);
     void DropUnusedLocals();
@@ -43,7 +43,7 @@ private:
     QxMachineVariables m_variables;
     QxDraftWriter m_writer;
     QxDraftBlock& m_block;                  // the drafts of the current block
-    std::vector<std::size_t> m_starts;      // index of the code of each instruction
-    std::vector<std::size_t> m_conditions;  // open ones
-    std::size_t m_parallel = 0;             // index of the open brackets
+    std::vector<std::size_t> m_starts;      // index of the first draft of each instruction
+    std::vector<std::size_t> m_conditions;  // drafts that begin open conditions
+    std::size_t m_parallel = 0;             // draft that begins the open parallel brackets
 };

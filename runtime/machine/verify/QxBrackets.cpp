@@ -1,11 +1,11 @@
-// One walk finds the brackets, then the jumps are checked. A file may nest brackets to any depth,
-// so the open brackets are a chain of indexes, not a recursion.
+// One walk finds the brackets, then the jumps are checked. A file may nest brackets deeply, so
+// the open brackets are a chain of indexes, not a recursion.
 //
 // The machine keeps a mask for each open condition and a position for each open loop; after a jump
 // into or out of a bracket they would belong to the wrong bracket.
 //
 //     BEGIN_PARALLEL;  IF_TRUE f;  END_PARALLEL     refused: does not close what was opened last
-//     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      fits: the loop over lights is left
+//     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      accepted: leaves a loop over lights
 //
 // Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
 

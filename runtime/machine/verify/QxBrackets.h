@@ -20,9 +20,9 @@ public:
     };
 
     /// Throws `QxRefused` if brackets do not nest, are nested more deeply than
-    /// `QxVerifier::k_deepestNesting`, or if a jump enters or leaves a bracket; jumps may leave
-    /// only loops over lights. The targets of jumps must be starts of instructions, which the
-    /// reader ensures.
+    /// `QxVerifier::k_deepestNesting`, or if a jump enters a bracket, or leaves one that is not a
+    /// loop over lights. The targets of jumps must be starts of instructions, which the reader
+    /// ensures.
     explicit QxBrackets(const QxUntrustedBlock& block);
 
     /// True if an instruction is in a parallel run; the end of a bracket counts as inside, its

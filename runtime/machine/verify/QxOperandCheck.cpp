@@ -5,7 +5,7 @@
 // varying value written to a uniform variable a write past the end.
 //
 //     MULT_FLOAT_COLOR %3 Kd Cs        outside of a parallel run, Cs varying: refused
-//     BEGIN_PARALLEL ... the same      fits
+//     BEGIN_PARALLEL ... the same      accepted
 //
 // Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
 

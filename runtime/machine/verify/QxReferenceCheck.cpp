@@ -1,5 +1,5 @@
 // Most references are bound right before their use, in a straight-line piece of code: one walk
-// finds that. The others, called far, are tracked through the block as sets of references that are
+// finds these. The others, called far, are tracked through the block as sets of references that are
 // bound on all paths (the forward "must" problem of Gary Kildall, "A unified approach to global
 // program optimization", 1973). A reference is never unbound, so a backward jump never removes
 // anything from the set at its target, and one walk in the order of the code is enough unless the
@@ -12,7 +12,7 @@
 // A conditional bracket counts as entered: the compiler binds a reference if any point needs it and
 // uses it where such a point is active, but this check cannot see that one condition implies the
 // other. So a reference may refer to elements of one array only, and the machine initially binds
-// each reference to the first element.
+// each reference to dummy elements.
 
 #include "machine/verify/QxReferenceCheck.h"
 

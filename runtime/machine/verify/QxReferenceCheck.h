@@ -17,8 +17,8 @@ public:
 
     /// Throws `QxRefused` for the first use that may precede a binding, for a reference that is
     /// bound to two arrays, and if jumps are too tangled to follow. Operands must have been
-    /// checked. O(n) for n operands, plus a few times one bit for each far reference and each jump
-    /// target.
+    /// checked. O(n) for n operands, plus a few times one bit for each pair of a jump target and a
+    /// far reference, that is, one that is not always bound in the straight-line code of its use.
     void Run();
 
 private:

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Returns the size in bytes of one element in the machine.
+/// Returns at least the size in bytes of one element in the machine.
 std::size_t BytesOf(SqxType type)
 {
     switch (type) {

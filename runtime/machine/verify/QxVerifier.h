@@ -10,7 +10,7 @@
 ///
 /// Operands. Each has the type that its instruction requires (`SqxLayout::types`), where points,
 /// vectors, normals and colors count as one type. Arrays occur only where they are allowed.
-/// Constants are not written, except for arguments that a literal integer leaves out.
+/// Constants are not written, except for literal integers, which stand for omitted results.
 ///
 /// Detail. Outside parallel brackets an instruction that runs once has uniform operands, except in
 /// an initializer of a varying value: there it runs for each point if its result is varying. A
@@ -26,7 +26,7 @@
 /// References. `ARRAY_REF` binds a reference to an element of an array of its type, always the same
 /// array, and a varying array only if the reference is varying. On every path of jumps and loops
 /// over lights to a use there is such a binding; a conditional bracket counts as entered, so the
-/// machine initially binds references to the first element.
+/// machine initially binds references to dummy elements.
 ///
 /// Sizes. The variables of a shader fit into memory: see the limits below. The machine checks the
 /// number of points.
@@ -44,9 +44,9 @@ public:
     static constexpr std::size_t k_deepestNesting = 4096;                  // depth of nested
                                                                            // brackets
 
-    /// False if the shader is rejected; then `Message` returns the line, the section and the
-    /// reason. O(n log n) for a file of n values, plus one bit for each reference that is bound far
-    /// from its use and each jump target.
+    /// Returns false if the shader is rejected; then `Message` returns the line, the section and
+    /// the reason. O(n log n) for a file of n values, plus one bit for each pair of a jump target
+    /// and a reference that is bound far from its use.
     [[nodiscard]] bool Verify(const SqxShader& shader);
     [[nodiscard]] const std::string& Message() const { return m_message; }
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-// Constructed before all other objects and never destroyed, since static objects are allocated and
-// freed in it.
+// Constructed before all other objects and never destroyed, since static objects allocate and free
+// memory in the arena.
 union Undestroyed {
     constexpr Undestroyed() : arena() {}
     ~Undestroyed() {}

@@ -1,5 +1,5 @@
-// A shared object that a host must refuse: a shader of the version FAKE_MAJOR.FAKE_MINOR, without
-// the entry points that the build leaves out.
+// A shared object that a host must refuse: a shader of the interface version FAKE_MAJOR.FAKE_MINOR,
+// without `QxEvaluate` if FAKE_WITHOUT_EVALUATE is defined.
 
 #include "slcShaderCCodeOp.h"
 

@@ -87,7 +87,8 @@ std::string SqxCall::Part(std::size_t place) const
     return Texts(place)[0];
 }
 
-/// Arithmetic propagates poison by itself, to the components that it affects.
+/// Arithmetic itself propagates poison to the affected components; if it has lost the poison, the
+/// whole result becomes poison.
 void SqxCall::SetNumbers(std::size_t place, std::span<const float> values) const
 {
     const auto numbers = Exactly(place, values.size());

@@ -11,10 +11,11 @@
 
 class SqxMachine;
 
-/// One instruction at one point, as its operation sees it: the operands by position, the result, if
-/// there is one, first. Values are copied, so a result may be one of the operands.
+/// One instruction at one point, as its operation sees it: the operands by position, beginning with
+/// the result if there is one. Values are copied, so a result may be one of the operands.
 ///
-/// All results of an operation become poison if it has read poison, even if its arithmetic lost it.
+/// If an operation has read poison, its result has poison in the components to which arithmetic has
+/// propagated it, or in all components if arithmetic has lost it.
 class SqxCall {
 public:
     /// `isDoubtful`: a condition that was never written decides whether the instruction runs.

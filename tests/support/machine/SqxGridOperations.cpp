@@ -136,7 +136,8 @@ void FilterStepEnd(const SqxGridCall& call)
     call.Scatter(1, patch.center);
 }
 
-/// The order of points and elements in storage differs only inside the machine.
+/// Only copies: the machine of the tests stores all arrays in the same order of points and
+/// elements.
 void CopyArray(const SqxGridCall& call)
 {
     for (std::size_t i = 0; i < call.Points(); ++i) {

@@ -273,8 +273,8 @@ bool SqxMachine::Flag(const SqxCode& code, std::size_t point)
     return SqxCall(*this, *m_store, code.operands, point).Get<bool>(0) == code.wanted;
 }
 
-/// If nothing has written a uniform flag, no point may be active, and nothing may read the results
-/// of the bracket. So the bracket runs, and its results are poison.
+/// A uniform flag that nothing has written is valid only if no point is active, and then nothing
+/// reads the results of the bracket. So runs the bracket and makes its results poison.
 bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
 {
     const auto flag = static_cast<std::size_t>(code.operands[0]);
@@ -284,8 +284,8 @@ bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
     return true;
 }
 
-/// Outside the brackets an instruction runs once. An initializer has no brackets if nothing in it
-/// is conditional, so an instruction with a varying result runs for each point there.
+/// Outside the parallel brackets an instruction runs once. An initializer has none if nothing in it
+/// is conditional, so there an instruction with a varying result runs for each point.
 void SqxMachine::RunPlain(const SqxCode& code)
 {
     const bool hasResult = code.step == SqxStep::Plain && !code.operands.empty();

@@ -14,11 +14,12 @@
 #include "machine/SqxStore.h"
 #include "sqx/SqxReader.h"
 
-/// Runs a compiled shader over a grid of shading points, with no information besides its file.
+/// Runs a compiled shader over a grid of shading points, with no information except its file.
 ///
-/// A simple interpreter that trusts neither the file nor the compiler: it reports forbidden actions
+/// This simple interpreter trusts neither the file nor the compiler: it reports forbidden actions
 /// (reading a flag that was never set, using a varying value outside the points, leaving brackets,
-/// endless loops) as faults. Primitives are those of the run time.
+/// endless loops) as faults. It calls the primitives of the run time, and for some elementary
+/// functions the standard library.
 class SqxMachine {
 public:
     SqxMachine();

@@ -34,7 +34,7 @@ struct SqxCode {
     std::vector<int> operands;  // variables and literals; without counts and the condition
     int condition = -1;         // flag of the points that a Simd or Grid step is limited to
     bool wanted = true;         // required value of the flag of If and GotoIf
-    bool isStatement = false;   // its flag, the first operand, becomes false at points left out
+    bool isStatement = false;   // of lights: its flag, operand 0, is false at points left out
     std::size_t other = 0;      // index of the target, or of the bracket's other end
     int number = 0;             // of a shadeop
     const SqxInstruction* source = nullptr;

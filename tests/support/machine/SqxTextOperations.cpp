@@ -79,7 +79,7 @@ bool Ask(const SqxCall& call, QxMessage message, const std::string& texture, std
         value.value = numbers.data();
         return support.Message(message, texture.c_str(), name.c_str(), value);
     }
-    // The service returns texts in memory that it allocates.
+    // `QxMessageValue` allocates each text that it stores.
     const auto texts = call.Texts(place);
     std::vector<const char*> received(texts.size(), nullptr);
     value.length = texts.size();

@@ -17,7 +17,8 @@ std::string Bounded(const std::string& expression)
     return "clamp(" + expression + ", -8, 8)";
 }
 
-/// Changes an expression of the body to one of a default value. `previous` is the parameter before.
+/// Replaces the locals in an expression, so that it can be a default value. `previous` is the
+/// parameter before.
 std::string WithoutLocals(std::string expression, const std::string& previous)
 {
     const std::pair<const char*, std::string> names[] = {{"u?w\\[[^\\]]*\\]", previous},

@@ -20,7 +20,7 @@ struct RandomProgram {
     struct Function {
         std::string head;
         std::vector<RandomStatement> body;
-        std::string tail;  // declares nothing; `return` if the function has one at its end
+        std::string tail;  // the `return` at its end; empty for none
     };
     std::vector<Function> functions;
     std::vector<std::string> parameters;  // with varying default values

@@ -58,7 +58,7 @@ inline ReferenceExpr List(std::vector<ReferenceExpr> elements)
     return list;
 }
 
-/// True if a declaration as uniform certainly accepts the value.
+/// True if the value is certainly accepted as the initial value of a uniform variable.
 inline bool IsSurelyUniform(const ReferenceExpr& expr)
 {
     ReferenceVariable variable;

@@ -1,11 +1,11 @@
 // Decides by the rules of uniform and varying values whether a program is accepted.
 //
-// A variable of a function that is declared without a detail is uniform as long as it has its
-// initial value, if that is uniform. After any assignment it is not. A function is checked at each
-// call, with the details of the arguments; a loop is repeated until nothing changes. In a function
-// that the shader does not call, and in functions that it calls, only certainly varying values are
-// refused. Where compilers may differ in whether they recognize a uniform value, such as after the
-// other branch of a condition, the verdict stays open.
+// A variable of a function without a declared detail is uniform while it has its initial value, if
+// that is uniform, and not uniform after any assignment. A function is checked at each call, with
+// the details of the arguments; a loop is repeated until nothing changes. In a function that the
+// shader does not call, and in functions that such a function calls, only certainly varying values
+// are refused. Where compilers may differ in whether they recognize a uniform value, such as in the
+// second branch of a condition whose first branch assigns the variable, the verdict stays open.
 
 #include <algorithm>
 #include <set>
@@ -87,8 +87,8 @@ public:
             break;
         }
     }
-    /// Checks a definition, whether it is called or not. The details of its variables are not
-    /// known, but a certainly varying value must not be assigned to a uniform variable.
+    /// Checks a function, whether it is called or not. The details of its variables are not known,
+    /// but a certainly varying value must not be assigned to a uniform variable.
     void Define(const ReferenceFunction& function)
     {
         if (m_inCall)
@@ -226,7 +226,7 @@ private:
 
     std::set<const ReferenceVariable*> m_externs;  // that the current function declares
     Details m_details;                             // of variables without a declared detail
-    bool m_defining = false;                       // also in functions that it calls
+    bool m_defining = false;                       // in `Define` and in what it calls
     bool m_inCall = false;
     Range m_guard = k_uniform;
     Range m_result = k_notUniform;  // of the current function

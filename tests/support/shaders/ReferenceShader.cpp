@@ -354,7 +354,8 @@ Statement ReferenceShader::LoopBlock(Scope& scope)
     return block;
 }
 
-/// Leaves only loops that some points may leave before others do.
+/// Makes a `break` or `continue` under a condition, which is uniform if no point may leave the loop
+/// before others do.
 Statement ReferenceShader::Leave(Scope& scope)
 {
     int most = 0;

@@ -11,8 +11,8 @@
 /// `extern`, conditions that guard reads of elements, strings, and loops around all of it.
 ///
 /// All numbers are small multiples of 1/8, so that every way to compute them gives the same result.
-/// No call has an alias of a variable. Uniform variables are written only where all points are
-/// active. Every loop ends.
+/// Variables that a call writes have no aliases in it. Uniform variables are written only where all
+/// points are active. Every loop ends.
 class ReferenceShader {
 public:
     explicit ReferenceShader(unsigned int seed) : m_random(seed) {}
@@ -33,7 +33,7 @@ private:
         int guard;           // of its body
     };
 
-    /// What a call does besides returning its result.
+    /// The side effects of a call.
     struct Effects {
         std::vector<Variable> touched;         // outer variables that the body uses
         std::vector<Variable> uniformWritten;  // those of them that it writes, if uniform
@@ -54,8 +54,8 @@ private:
         std::vector<Callable> functions;
         std::vector<Loop> loops;
         int depth = 0;
-        int guard = 0;               // the innermost varying control flow
-        int bodyGuard = 0;           // that of the body of the current function
+        int guard = 0;               // number of the innermost varying control flow
+        int bodyGuard = 0;           // guard of the body of the current function
         std::size_t outer = 0;       // variables before this belong to the enclosing scope
         Effects* effects = nullptr;  // of the current function; null in the shader
         bool plain = false;          // uses no varying variable

@@ -160,8 +160,8 @@ bool ReferenceShader::IsWritable(const Scope& scope, Variable variable) const
         return false;
     if (variable->detail != ReferenceDetail::Uniform)
         return true;
-    // A uniform variable may be written only where all points are active; a function is as active
-    // as its calls.
+    // A uniform variable may be written only where all points are active. For an outer variable,
+    // `Arguments` checks that at each call of the function.
     const auto place = std::find(scope.variables.begin(), scope.variables.end(), variable);
     const bool isOuter = place - scope.variables.begin() < static_cast<std::ptrdiff_t>(scope.outer);
     return isOuter ? scope.guard == scope.bodyGuard : scope.guard == variable->guard;

@@ -19,7 +19,7 @@
 
 namespace {
 
-// The variables that a shader may write besides its output parameters.
+// The predefined variables that a shader may write.
 constexpr const char* k_predefinedOutputs[] = {"Ci", "Oi", "P", "N", "Cl", "Ol", "L", "I", "alpha"};
 
 bool IsClose(float a, float b)

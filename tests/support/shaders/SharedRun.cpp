@@ -33,7 +33,7 @@ void SetAsMachine(QxHostGrid& grid)
         grid.Set(name, {grid.Get(name).type, SqxDefaultValues(name, grid.Layout())});
 }
 
-/// Returns null for a predefined variable.
+/// Returns the parameter of that name; null for a predefined variable.
 const QxShader::Parameter* Find(const QxShader& shader, const std::string& name)
 {
     const auto found = std::find_if(shader.Parameters().begin(), shader.Parameters().end(),

@@ -7,11 +7,11 @@
 
 inline constexpr QxGrid k_smallGrid = {3, 2};
 
-/// Runs byte-code in a scene with some spaces.
+/// Runs byte-code in the machine of the tests, with fixed spaces and two lights.
 [[nodiscard]] RunOutcome RunByteCode(const std::string& byteCode);
 
-/// Runs a shared object with the same grid, spaces, lights and answers, and returns the outputs
-/// that the byte-code of the same shader had.
+/// Runs a shared object with the same grid, spaces, lights and answers. Returns the outputs that
+/// are in `byteCode`, the outcome of the same shader in byte-code.
 [[nodiscard]] RunOutcome RunShared(const std::string& path, const RunOutcome& byteCode,
                                    const QxGrid& layout = k_smallGrid);
 
@@ -19,5 +19,6 @@ inline constexpr QxGrid k_smallGrid = {3, 2};
 [[nodiscard]] RunOutcome RunMachine(const std::string& text, QxKernelChoice kernels,
                                     const RunOutcome& byteCode, const QxGrid& layout = k_smallGrid);
 
-/// Returns where two outcomes differ by one bit; empty if they do not. All NaNs are equal.
+/// Returns where two outcomes differ, without a tolerance; empty if nowhere. All NaNs are equal,
+/// and so are both zeros.
 [[nodiscard]] std::string BitDifference(const RunOutcome& first, const RunOutcome& second);

@@ -1,11 +1,11 @@
-// Sends the settings that the user changes to the program, one message at a time. Changes during a
-// message are collected for the next one, which contains only the latest value of each setting.
+// Sends the settings that the user changes to the program, one message at a time. Changes that are
+// made while a message is sent are collected for the next one, with only the latest value of each.
 
 import { showText } from "./elements.js";
 
 const changes = new Map();  // not sent yet: setting and latest value
 let isSending = false;
-let mostBytes = Infinity;  // of a message; the program's state contains it
+let mostBytes = Infinity;  // of a message; the state of the program contains this limit
 
 /** Sets the largest message that the program accepts. */
 export function setMostBytes(bytes) {

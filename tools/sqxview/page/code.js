@@ -1,4 +1,4 @@
-// Byte-code and listing.
+// Shows the byte-code and the listing of the parameters.
 
 import { byId, make, showText } from "./elements.js";
 

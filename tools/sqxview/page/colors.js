@@ -1,6 +1,6 @@
-// Converts colors between the numbers of shaders and the words of browsers.
+// Converts colors between the numbers of shaders and the notation of browsers.
 
-/** Encodes as the program does: screens show sRGB, shaders compute with linear values. */
+/** Converts a linear value of a shader to sRGB for the screen, as the program does. */
 function toScreen(value) {
     const v = Math.min(Math.max(value, 0), 1);
     return v <= 0.0031308 ? v * 12.92 : 1.055 * v ** (1 / 2.4) - 0.055;

@@ -1,5 +1,5 @@
-// Lights. All are sent together, written as on the command line. The controls are reused as long as
-// the lights have the same kinds.
+// The lights of the picture. All lights are sent together, written as on the command line. Their
+// controls are reused as long as the lights have the same kinds.
 
 import { change } from "./changes.js";
 import { colorControl, floatControl, row, tripleControl } from "./controls.js";

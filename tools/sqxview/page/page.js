@@ -1,5 +1,5 @@
-// The page shows the state of the program and sends changes to it; it stores nothing itself. The
-// program answers a request for the state when there is a new one, so a request is always open.
+// The page shows the state of the program and sends changes to it; the page stores nothing itself.
+// The program answers a request for the state when the state changes, so a request is always open.
 
 import { isChanging, setMostBytes } from "./changes.js";
 import { showCode, takeShaders } from "./code.js";

@@ -53,7 +53,7 @@ function parameterControl(number, parameter) {
     return { element, show };
 }
 
-const shaderParts = [];  // of each shader: its parameters when the controls were made, and the controls
+const shaderParts = [];  // for each shader: its controls, and the parameters for which they were made
 
 /** Shows the values of all parameters, as the program lists them. */
 export function showParameters(shaders) {

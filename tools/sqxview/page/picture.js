@@ -16,7 +16,7 @@ export async function showPicture(state) {
         await next.decode();
     } catch {
         if (shownPicture === number)
-            shownPicture = 0;  // the next state asks again
+            shownPicture = 0;  // the next state requests it again
         return;
     }
     if (number !== shownPicture)
@@ -38,7 +38,7 @@ function statusOf(state) {
     return `Drawing, for ${state.timeLimit} s at most`;
 }
 
-/** Shows the names and status of the picture, and whether it is outdated. */
+/** Shows the names of the shaders, and the status of the picture and whether it is outdated. */
 export function showLook(state) {
     const { picture, shaders } = state;
     const names = shaders.map((shader) => shader.path.split("/").at(-1)).join(" + ");
