@@ -8,9 +8,9 @@
 
 #include "frontend/SlcLValueNodes.h"
 
-/// Base of the assignment operators. An assignment is an expression: its value is that of the
-/// variable after it, and it can be an output argument. The assigned value is evaluated after the
-/// index of an element, and before the write.
+/// Base of the assignment operators. An assignment is an expression: its value is the new value of
+/// the variable, and it can be an output argument. The right side is evaluated after the index of
+/// an element, and before the write.
 class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
 public:
     /// Takes the position of its left value.

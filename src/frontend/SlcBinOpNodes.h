@@ -36,7 +36,7 @@ private:
 };
 
 /// `a . b`, of two colors or two members of the point family: a float. It binds tighter than the
-/// other operators.
+/// other binary operators.
 class SlcDotProdExprNode : public SlcVisitable<SlcDotProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -31,7 +31,7 @@ public:
     SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
                         std::unique_ptr<SlcProcArgsNode> arguments);
     ~SlcProcCallExprNode() override;
-    /// True if all arguments are constant.
+    /// True if all arguments are constant, or if there are none.
     [[nodiscard]] bool IsConstExpr() const override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcProcArgsNode* GetArguments() const { return m_arguments.get(); }

@@ -15,8 +15,9 @@ class SlcCodeWalker {
 public:
     virtual ~SlcCodeWalker() = default;
 
-    /// One for each class, called by `SlcSyntaxNode::ApplyWalker`, not directly. An override hides
-    /// the others, so a walker begins with `using SlcCodeWalker::Case;`.
+    /// Handles the nodes of one class; there is a `Case` for each. Called through
+    /// `SlcSyntaxNode::ApplyWalker`, not directly. An override hides all other overloads, so a
+    /// walker declares `using SlcCodeWalker::Case;`.
     virtual void Case(SlcSyntaxNode* node);
 #define SLC_NODE_CLASS(name, parent) virtual void Case(name* node);
 #include "frontend/SlcNodeClasses.def"

@@ -1,6 +1,6 @@
 // A declaration keeps the structure of the source: one type for several names, each with its length
-// and value. The checks set the symbol table entries. A node shares ownership of its entry, and an
-// entry refers to nodes only by plain pointers, so no cycle arises.
+// and value. The checks set the symbol table entries. A node shares ownership of its entry, but an
+// entry refers to nodes only by plain pointers, so nodes are not part of reference cycles.
 //
 //     uniform float a = 1, b[2];        SlcTypeSpecNode, and two SlcDefExprNode
 //

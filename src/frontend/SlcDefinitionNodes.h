@@ -41,14 +41,14 @@ private:
 class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
 public:
     static constexpr int k_scalar = -1;          // array size of a scalar
-    static constexpr int k_unspecifiedSize = 0;  // the brackets were empty
+    static constexpr int k_unspecifiedSize = 0;  // array size if the brackets are empty
 
     /// `initializer` may be null.
     SlcDefExprNode(const SlcPosition& position, SlcIdentNode* ident,
                    std::unique_ptr<SlcExprNode> initializer, int arraySize);
     ~SlcDefExprNode() override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
-    /// Null if the source has none.
+    /// Null if the source has no initializer.
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
     /// Returns the length, or one of the two constants above.
@@ -65,7 +65,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
-/// The names of one declaration: `x = 1, y` of `float x = 1, y`.
+/// The names of one declaration: `x = 1, y` in `float x = 1, y`.
 class SlcDefExprsNode : public SlcVisitable<SlcDefExprsNode, SlcSyntaxNode> {
 public:
     void AddDefExpr(std::unique_ptr<SlcDefExprNode> definition);
@@ -76,8 +76,8 @@ private:
     std::vector<std::unique_ptr<SlcDefExprNode>> m_definitions;
 };
 
-/// Storage, detail and type of a declaration: `output varying color`. Words that the source omits
-/// have their defaults. The node owns none of the three.
+/// Storage, detail and type of a declaration: `output varying color`. Where the source omits a
+/// word, the node refers to the default. It owns none of the three.
 class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
 public:
     SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
@@ -93,7 +93,7 @@ private:
     SlcTypeNode* m_type;
 };
 
-/// A declaration: one type with its names, as `float x = 1, y`.
+/// A declaration: one type with its names, such as `float x = 1, y`.
 class SlcVarDefsNode : public SlcVisitable<SlcVarDefsNode, SlcSyntaxNode> {
 public:
     SlcVarDefsNode(std::unique_ptr<SlcTypeSpecNode> typeSpec,
@@ -112,8 +112,8 @@ private:
 class SlcFormalsNode : public SlcVisitable<SlcFormalsNode, SlcSyntaxNode> {
 public:
     void AddVarDef(std::unique_ptr<SlcVarDefsNode> declaration);
-    /// Inserts before the existing ones. Required by the interface but unused: the grammar adds
-    /// them in order.
+    /// Inserts a declaration before all others. Part of the interface, but unused: the grammar adds
+    /// declarations in order.
     void AddVarDefBegin(std::unique_ptr<SlcVarDefsNode> declaration);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcVarDefsNode>>& GetVarDefs() const;
     void WalkIn(SlcCodeWalker* walker) override;
@@ -124,8 +124,8 @@ private:
 
 class SlcStmtsNode;
 
-/// `surface name(formals) { body }`, and the same for the other kinds. A file has one; its formals
-/// are the parameters of the shader.
+/// `surface name(formals) { body }`, and the same for the other kinds of shader. A file may define
+/// only one shader. The formals are its parameters.
 class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
 public:
     SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
@@ -160,7 +160,7 @@ public:
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcFormalsNode* GetFormals() const { return m_formals.get(); }
     [[nodiscard]] SlcStmtsNode* GetBody() const { return m_body.get(); }
-    /// Null before the semantic pass, and after the tree's cycles have been broken.
+    /// Null before the semantic pass and after `SlcDeleteTree`.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;

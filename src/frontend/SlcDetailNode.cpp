@@ -1,8 +1,9 @@
-// One object for each detail, made on first use, since other static objects may use it.
+// There is one object for each detail. It is made on first use, since the constructors of other
+// static objects may need it.
 //
 // If one of two operands may turn out varying, the detail of the result stays open: unknown
 // dominates uniform, since a function's body is checked before its calls determine the details of
-// the arguments.
+// the formals.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -4,13 +4,14 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of details: a value exists once for the whole grid or once for each shading point, or this
-/// is not decided yet. Shared singletons, compared with the tests.
+/// Base of details. A detail states whether a value exists once for the whole grid or once for each
+/// shading point, or that this is not decided yet. There is one shared object per detail; the `Is`
+/// operations distinguish them.
 class SlcDetailNode : public SlcSyntaxNode {
 public:
     /// True if the detail depends on the call of a function.
     [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
-    /// Exactly one of these is true for a known detail; a temp-uniform one is also uniform.
+    /// Exactly one of the next two is true for a known detail; a temp-uniform detail is uniform.
     [[nodiscard]] virtual bool IsVarying() const { return false; }
     [[nodiscard]] virtual bool IsUniform() const { return false; }
     /// True for a temporary whose value is used only within the iteration of one shading point, so
@@ -30,8 +31,8 @@ public:
                                                 const SlcDetailNode* second);
 };
 
-/// The detail of a formal or local of a function that is declared without one; each call determines
-/// it.
+/// The detail of a function's formal or local whose declaration states none; each call determines
+/// the detail.
 class SlcUnknownDetailNode : public SlcVisitable<SlcUnknownDetailNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsUnknownDetail() const override { return true; }
@@ -52,7 +53,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "varying"; }
 };
 
-/// Assigned only by the optimizer. Walkers treat it as a `SlcUniformNode`.
+/// The detail of temporaries that all points share (`IsTempUniform`). Only the optimizer sets it.
+/// Walkers treat it as a `SlcUniformNode`.
 class SlcTempUniformNode : public SlcUniformNode {
 public:
     [[nodiscard]] bool IsTempUniform() const override { return true; }

@@ -1,6 +1,6 @@
 // Children are walked in the order in which their values are needed, which is source order with one
-// exception: in `name[index]` the index is walked first, since its value is needed when the name is
-// visited.
+// exception: in `name[index]` the index is walked before the name, since its value is needed when
+// the name is visited.
 //
 // Literals, `PI` and expressions that consist of constants are constant. This is a property of the
 // source; the optimizer determines which values are known after folding.

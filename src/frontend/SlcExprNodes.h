@@ -17,9 +17,10 @@ class SlcVarSymbolEntry;
 class SlcExprNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// True if it consists of literals, `PI` and pure functions of them; decided by its form alone.
+    /// True if the expression consists of literals and `PI`, and of arithmetic, triples, matrices,
+    /// casts and calls that contain only these. Decided by its form alone: any function counts.
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
-    /// True if it names a variable, and so can be an output argument.
+    /// True if the expression names a variable, and so can be an output argument.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }
     [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
@@ -53,7 +54,7 @@ private:
     SlcStringLiteralNode* m_string = nullptr;
 };
 
-/// `name` used as a value. It can also name a whole array.
+/// `name` used as a value. The name can also be that of a whole array.
 class SlcIdentExprNode : public SlcVisitable<SlcIdentExprNode, SlcReferenceExprNode> {
 public:
     SlcIdentExprNode(const SlcPosition& position, SlcIdentNode* ident);
@@ -70,7 +71,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
-/// `name[index]` used as a value. The index is a float, which is truncated.
+/// `name[index]` used as a value. The index is a float, which is truncated to an integer.
 class SlcArrayRefExprNode : public SlcVisitable<SlcArrayRefExprNode, SlcReferenceExprNode> {
 public:
     SlcArrayRefExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -101,8 +102,8 @@ private:
 };
 
 /// `color "hsv" (r, g, b)`: a cast, with the coordinate space of the operand. It promotes a float,
-/// and determines the type of a triple. If the source names no space, the parser adds the default
-/// for types that have spaces: "rgb" for colors, "current" for the others.
+/// and determines the type of a triple. If the type has spaces and the source names none, the
+/// parser adds the default: "rgb" for colors, "current" for the other types.
 class SlcCastExprNode : public SlcVisitable<SlcCastExprNode, SlcExprNode> {
 public:
     /// `space` is null for types without spaces.
@@ -121,8 +122,8 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `condition ? then : else`. One of the two values is evaluated; under a varying condition, each
-/// is evaluated for its points.
+/// `condition ? then : else`. Only one of the two values is evaluated; under a varying condition,
+/// each is evaluated for the points that select it.
 class SlcCondExprNode : public SlcVisitable<SlcCondExprNode, SlcExprNode> {
 public:
     SlcCondExprNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,

@@ -14,7 +14,7 @@ public:
     ~SlcLValueNode() override;
     [[nodiscard]] virtual bool IsIdentLValue() const { return false; }
     [[nodiscard]] virtual bool IsArrayRefLValue() const { return false; }
-    /// Returns its text for reports.
+    /// Returns the text of the target for reports, with "..." for an index.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     /// Null before the semantic pass.

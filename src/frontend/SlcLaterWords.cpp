@@ -1,5 +1,5 @@
 // Words of later revisions of the language. Compiling a source for a later revision fails at the
-// first of them, often in a header that the author has never read.
+// first such word, often in a header that the author has never read.
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp.
 
@@ -13,7 +13,7 @@ namespace {
 
 struct Word {
     std::string_view word;
-    bool opensDefinition;  // with a block
+    bool opensDefinition;  // the word begins a definition with a block
     std::string_view advice;
 };
 

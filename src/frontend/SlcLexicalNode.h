@@ -12,8 +12,8 @@ class SlcIntConstNode;
 class SlcStringLiteralNode;
 
 /// Base of literals and names. They are pooled: the `Create` operations record each new node in a
-/// list of its class, which lives until the process ends. Their position is not set; it is in the
-/// token value and in the node that contains them.
+/// list of its class, which lives until the compilation ends. Their position is not set; the token
+/// value and the node that contains them have it.
 class SlcLexicalNode : public SlcVisitable<SlcLexicalNode, SlcSyntaxNode> {
 public:
     [[nodiscard]] virtual bool IsBool() const { return false; }
@@ -30,7 +30,7 @@ public:
     /// `text` includes the enclosing double quotes and all backslashes, as in the source.
     [[nodiscard]] static SlcStringLiteralNode* CreateString(std::string_view text);
     [[nodiscard]] static SlcIdentNode* CreateIdent(std::string_view name);
-    /// Returns the single node of a name in a source, so that memory is used once per name.
+    /// Returns the single node of a name in a source, so that memory is used only once per name.
     [[nodiscard]] static SlcIdentNode* IdentOfSource(std::string_view name);
 
 private:
@@ -55,7 +55,8 @@ public:
     SlcIntConstNode(int value, bool added) : m_value(value), m_added(added) {}
     [[nodiscard]] bool IsInt() const override { return true; }
     [[nodiscard]] int GetValue() const { return m_value; }
-    /// True if the compiler has added it to a call; rules for whole-grid calls ignore it.
+    /// True if the compiler has added the constant to a call. Rules for whole-grid calls ignore
+    /// such arguments.
     [[nodiscard]] bool IsAdded() const { return m_added; }
 
 private:

@@ -1,6 +1,6 @@
 // Loops and light statements share a base, since passes treat all their bodies alike: a body may
-// not run at all, and most run repeatedly, so that an assignment can reach a read before it in the
-// source.
+// not run at all, and most bodies run repeatedly, so that an assignment can reach a read that
+// precedes it in the source.
 //
 // If `break` or `continue` has no level, the node has level 1.
 //

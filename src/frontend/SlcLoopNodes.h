@@ -14,8 +14,8 @@ class SlcLoopStmtNode : public SlcVisitable<SlcLoopStmtNode, SlcStmtNode> {
 public:
     SlcLoopStmtNode(const SlcPosition& position, std::unique_ptr<SlcStmtNode> body);
     [[nodiscard]] SlcStmtNode* GetBody() const { return m_body.get(); }
-    /// True if a `break` or `continue` in the body applies to this statement; set by the shader's
-    /// fact walk.
+    /// True if a `break`, `continue` or `return` in the body can leave this statement or, for a
+    /// loop, its current iteration. Set by `SlcMarkLeaves`.
     [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
     void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
     void WalkIn(SlcCodeWalker* walker) override;
@@ -40,8 +40,8 @@ private:
     std::unique_ptr<SlcRelationNode> m_condition;
 };
 
-/// `for (init; condition; step) body`. The two expressions are evaluated for their effects; a
-/// `continue` continues with the step.
+/// `for (init; condition; step) body`. The values of `init` and `step` are not used. A `continue`
+/// jumps to the step.
 class SlcForStmtNode : public SlcVisitable<SlcForStmtNode, SlcLoopStmtNode> {
 public:
     SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
@@ -68,7 +68,7 @@ public:
     /// `axis` and `angle` are both null or both set.
     SlcSolarStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> axis,
                      std::unique_ptr<SlcExprNode> angle, std::unique_ptr<SlcStmtNode> body);
-    /// Null, like the angle, if the source specifies no cone; the same holds in the next two
+    /// Null, like the angle, if the source specifies no cone. The same holds in the next two
     /// classes.
     [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
     [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
@@ -81,7 +81,7 @@ private:
 };
 
 /// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a position, in
-/// light shaders. The body is as above, with `L` from the position to the point.
+/// light shaders. The body is like that of `solar`, with `L` from the position to the point.
 class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -102,7 +102,7 @@ private:
 
 /// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
 /// that reach a position, in surfaces and volumes, with `L`, `Cl` and `Ol` of the current light.
-/// The parser has dropped a category argument.
+/// The parser drops a category argument.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -122,7 +122,7 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
-/// Base of `break` and `continue`. They count only `while` and `for` as loops.
+/// Base of `break` and `continue`. Their level counts only `while` and `for` as loops.
 class SlcLoopModStmtNode : public SlcVisitable<SlcLoopModStmtNode, SlcStmtNode> {
 public:
     /// Uses level 1.

@@ -5,8 +5,8 @@
 //         , b , c ) ;         all accepted
 //         ) b                 no: a statement without its ";" is a report
 //
-// So the choice follows from the grammar and not from the surrounding text. A later token cannot
-// compensate for an earlier one: checking stops at the first token that is rejected.
+// So the choice follows from the grammar and not from the surrounding text. A candidate is rated by
+// the number of tokens up to the first one that is rejected; later tokens do not count.
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp, and for all examples by MissingTokensTest.cpp.
 
@@ -24,8 +24,8 @@ namespace {
 
 using Candidates = std::array<int, 7>;
 
-// Ties are resolved in this order. After a ',' a declaration can continue where a statement can
-// follow a ';', and a line that begins there is more often a statement.
+// Of several equally good candidates the first is used. In a declaration, another name could follow
+// a ',' where a statement could follow a ';'; at the start of a line, a statement is more likely.
 constexpr Candidates k_withinLine = {')', ',', ';', '(', '{', '}', ']'};
 constexpr Candidates k_atLineStart = {')', ';', ',', '(', '{', '}', ']'};
 
@@ -70,7 +70,8 @@ std::size_t NumberLength(std::string_view text)
     return end;
 }
 
-/// Returns the first token of a text without leading blanks, and sets its length; 0 for none.
+/// Returns the first token of a text that does not begin with a blank, and sets `length` to its
+/// length. 0 if the text begins with no valid token.
 int TokenOf(std::string_view text, std::size_t& length)
 {
     length = 1;

@@ -7,8 +7,8 @@
 
 #include "frontend/SlcParserTables.h"
 
-/// Guesses the separator or bracket that is missing before the token that the parser rejected, the
-/// first of `following`; at least one follows. `states` is the parser's stack at that place.
+/// Guesses the separator or bracket that is missing before the token that the parser rejected.
+/// `following` begins with the rejected token; `states` is the parser's stack before that token.
 /// `startsLine` means that the rejected token is the first of its line.
 ///
 /// Returns the token with which the parser would accept the most of `following`. Returns 0 if none
@@ -17,5 +17,6 @@
                                   std::span<const std::int16_t> states,
                                   const std::vector<int>& following, bool startsLine);
 
-/// Returns the tokens of the rest of a line, up to a comment or an invalid token.
+/// Returns the tokens of `text`, the rest of a line, up to a comment or an invalid token; at most
+/// `most` tokens.
 [[nodiscard]] std::vector<int> SlcTokensOfLine(std::string_view text, std::size_t most);

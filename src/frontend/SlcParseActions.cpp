@@ -1,5 +1,5 @@
 // The functions that the rules of grammar.y call to make nodes. A value on the parser's stack owns
-// its node until an action takes it; after an error the parser passes the remaining ones to
+// its node until an action takes the node; after an error the parser passes the remaining values to
 // Discard.
 //
 // Later passes recurse over the tree, so its height is limited here for all of them. A tree that is

@@ -10,10 +10,10 @@
 #include "frontend/SlcScanner.h"
 #include "frontend/SlcTokenValue.h"
 
-/// The state shared by the actions of the grammar.
+/// The functions that the actions of the grammar call, and the state that these functions share.
 namespace SlcParseActions {
 
-/// Discards the state of an earlier parse.
+/// Discards the state of an earlier parse, and reserves stack for trees of the maximum height.
 void Begin();
 /// Sets the complete tree, which `TakeRoot` returns.
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
@@ -22,12 +22,13 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
 /// Returns the next token, through `advice`. Returns `YYEMPTY` after a fatal report of the scanner:
 /// its exception must not pass through the parser, which would leak the nodes on its stack.
 [[nodiscard]] int NextToken(SlcParseAdvice& advice, SlcTokenValue& value, SlcTextRange& range);
-/// Throws that exception, after the parser has returned.
+/// Throws that exception if there was one. Call it after the parser has returned.
 void EndAfterFatalReport();
-/// Returns null if the parse was not completed.
+/// Passes ownership of the tree to the caller; null if the parse was not completed.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();
 
-/// Returns the node of a value, converted to its class; ownership does not change.
+/// Returns the node of a value as a `Node`; null if it is of another class. Ownership does not
+/// change.
 template <class Node>
 [[nodiscard]] Node* As(const SlcTokenValue& value)
 {
@@ -53,7 +54,8 @@ template <class Node>
 /// Deletes a part of the tree that has no parent.
 void Discard(const SlcTokenValue& value);
 
-/// Returns the node of a value to its new owner; null if it was rejected.
+/// Passes ownership of a value's node to the caller. Deletes the node and returns null if it is not
+/// a `Node`.
 template <class Node>
 [[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
 {
@@ -64,10 +66,11 @@ template <class Node>
 }
 
 /// Replaces an expression, condition or statement that is too high for the passes by a small node,
-/// and deletes it; the first one in a parse is reported.
+/// and deletes the original. Only the first replacement in a parse is reported.
 void RejectIfTooHigh(SlcTokenValue& value);
 
-/// Sets the node of a value, which was made from the text at `range`; the position is unchanged.
+/// Stores `node`, which was made from the text at `range`, in a value, unless it is too high. The
+/// value's position does not change.
 template <class Node>
 void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
@@ -77,8 +80,7 @@ void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> 
     RejectIfTooHigh(value);
 }
 
-/// Sets the node and the position of a value, the latter to the scanner's. The position stored in
-/// the node does not change.
+/// Stores `node` and the scanner's position in a value. The position in the node does not change.
 template <class Node>
 void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
@@ -88,32 +90,36 @@ void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<No
     value = {node.release(), position.line, position.column, position.file};
 }
 
-/// Makes `storage detail type name, name = value`; takes ownership of the names.
+/// Makes the node of `storage detail type name, name = value`. Takes ownership of `definitions`.
 [[nodiscard]] std::unique_ptr<SlcVarDefsNode>
 Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
             const SlcTokenValue& type, const SlcTokenValue& definitions);
-/// Returns the array type of a type and a float literal. A length outside the range of integers is
-/// reported.
+/// Returns the type of an array of `element` whose length is a float literal. A length outside the
+/// range of integers is reported.
 [[nodiscard]] SlcTypeNode* SizedArray(const SlcTokenValue& element, const SlcTokenValue& length);
-/// `size` and `initializer` may be null: a scalar, or no initializer.
+/// Makes the node of one name of a declaration. `size` is null for a scalar; `initializer` is null
+/// if there is none.
 [[nodiscard]] std::unique_ptr<SlcDefExprNode>
 Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);
-/// Takes ownership of formals and body. `range` is that of the whole definition.
+/// Makes the node of a function. Takes ownership of formals and body. `range` is that of the whole
+/// definition.
 [[nodiscard]] std::unique_ptr<SlcFuncDefNode>
 Function(const SlcTextRange& range, const SlcPosition& position, SlcTypeNode* returnType,
          const SlcTokenValue& ident, const SlcTokenValue& formals, const SlcTokenValue& body);
-/// Makes a local function without a return type, whose formals were parsed as something else.
+/// Reports a local function without a return type, and makes it without formals: they were parsed
+/// as the arguments of a call.
 [[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& range,
                                                                       const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
-/// Returns the node of a block's statements, and extends its range to the braces.
+/// Returns the node of a block's statements, and sets its range to `range`, which includes the
+/// braces.
 [[nodiscard]] SlcSyntaxNode* Braced(const SlcTokenValue& statements, const SlcTextRange& range);
 /// Advises on a shader without a name, which parses as a function named like the kind of shader.
 void AdviseOnShaderName(const SlcTokenValue& ident);
 /// Warns that a function's declared detail is ignored, since each call determines it.
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
-/// `space` may hold no node if the source names none.
+/// Makes the node of a cast. `space` has no node if the source names no space.
 [[nodiscard]] std::unique_ptr<SlcCastExprNode>
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
 /// Returns the channel of a texture access that names none.

@@ -1,10 +1,10 @@
 // Tracks the tokens: open parentheses and braces with the indentation of their lines, the head of
 // the current statement, and whether a condition contains a comparison. SlcParseHints.cpp derives
-// advice from this state. Below warning level 2, token texts are not kept and no hints are made.
+// advice from this state. Unless advice is shown, token texts are not kept and no hints are made.
 //
 // After a fault the parser drops tokens up to a ";" or "}". After a fault in the head of a
-// statement, both usually belong to the following block, so resuming there would unbalance the
-// braces:
+// statement, the next ";" or "}" usually belongs to the following block, so resuming there would
+// unbalance the braces:
 //
 //     if (x > 1 {         rejected: "{"; a ";" is inserted before it, so that parsing
 //         y = 1;          continues with the block as a separate statement
@@ -85,7 +85,7 @@ SlcTextRange SlcParseAdvice::RangeOfToken()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();
     const auto end = static_cast<std::uint32_t>(position.taken);
-    // Tokens that close blocks at the end are located after the whole source.
+    // Braces that are inserted at the end to close blocks are located after the whole source.
     if (position.isAtEnd)
         return {end, end + 1};
     return {end - static_cast<std::uint32_t>(position.tokenLength), end};
@@ -263,8 +263,9 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         m_lastClosed = m_braces.empty() ? Brace() : m_braces.back();
         if (m_braces.empty())
             return;
-        // A closing brace that is indented less than its opening one suggests that an inner one is
-        // missing. If a line has several, its indentation says nothing about them.
+        // A closing brace that is indented less than the opening brace suggests that it is meant
+        // for an outer block, and that the one of this block is missing. The indentation says
+        // nothing about a brace that another one follows directly.
         const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;
@@ -281,7 +282,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     const bool isEnd = token.code == ')' && m_parentheses.size() == m_conditionDepth + 1;
     const bool isOpen = m_condition == Condition::Open;
     m_strayComparison = m_comparison;
-    // Compute it before the token is processed, since the parser may reject it at once.
+    // Compute this before the token is processed, since the parser may reject the token at once.
     m_lacksComparison =
         !m_compared &&
         (m_condition == Condition::Closed ||

@@ -10,17 +10,17 @@
 #include "frontend/SlcTokenValue.h"
 #include "support/SlcDiagnostics.h"
 
-/// A filter between scanner and parser that makes advice on syntax errors: the name of the token,
-/// and what was most likely meant. It also improves error recovery: after a fault in the head of a
-/// statement, parsing resumes at the following block. Tokens that would only lead to more reports
-/// of the same fault are not passed on: the rest of the head of a `for`, the body of a class, the
-/// `else` of a call with a block.
+/// A filter between scanner and parser that makes advice on syntax errors: the name of the rejected
+/// token, and what was most likely meant. It also improves error recovery: after a fault in the
+/// head of a statement, parsing resumes at the following block. Tokens that would only lead to more
+/// reports of the same fault are not passed on: the rest of the head of a `for`, the body of a
+/// class, the `else` of a call with a block.
 class SlcParseAdvice {
 public:
     /// Returns the next token for the parser, and sets its value and the range of its text.
     [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
-    /// Records the parser's stack before the next token. Default reductions, made for any token,
-    /// would hide which tokens were possible.
+    /// Records the parser's stack before the parser reads the next token. Later, default
+    /// reductions, which do not depend on the token, could hide which tokens were acceptable.
     template <class State>
     void KeepStates(const State* first, const State* end)
     {
@@ -34,20 +34,20 @@ public:
     [[nodiscard]] std::string Rejected(const SlcParserTables& tables);
     /// Returns the advice where the grammar itself reports a missing ";"; empty if it adds nothing.
     [[nodiscard]] std::string Missing(const SlcParserTables& tables) const;
-    /// The repair of a fault after which the parser cannot continue.
+    /// A change of the source's tokens that repairs a fault after which the parser cannot continue.
     struct Repair {
-        std::size_t at = 0;  // index of the token in the source
-        int token = 0;       // inserted before that token; 0 drops it instead
+        std::size_t at = 0;  // index of a token in the source
+        int token = 0;       // inserted before the token at `at`; 0 drops that token instead
     };
     /// Makes the parser read more of a source with faults; later reports may be consequences of the
     /// first fault. Applies `repairs`, which are in source order. A brace that ends what the parser
     /// drops also closes its block, and the end of the source closes all open blocks. Advice is
     /// made from here on, whether or not it is shown.
     void KeepBlocks(std::vector<Repair> repairs);
-    /// Returns a repair with which the parser, which has given up, could continue; none at the end
-    /// of the source.
+    /// Returns a repair with which the parser, which has given up, could continue. Returns nothing
+    /// at the end of the source, or if an earlier repair is at a later token.
     [[nodiscard]] std::optional<Repair> NextRepair() const;
-    /// Call it when the last token ended the block of a call, which has been reported.
+    /// Call it when the last token ended the block of a call, after that fault has been reported.
     void RejectedBlock() { m_drops = Drops::Else; }
 
 private:
@@ -55,7 +55,7 @@ private:
         int code = 0;
         int line = 0;
         std::string text;              // only if advice is shown
-        bool opensDefinition = false;  // it begins a definition of a later revision
+        bool opensDefinition = false;  // the token begins a definition of a later revision
     };
     struct Brace {
         int line = 0;
@@ -77,7 +77,7 @@ private:
     [[nodiscard]] int Resume(int token);
     /// True if the last token, a brace, begins the block after a head with a fault.
     [[nodiscard]] bool BeginsBlock() const;
-    /// Saves that brace, to pass it to the parser next.
+    /// Saves the brace that begins such a block, to pass it to the parser next.
     void KeepBlock();
     /// Saves a second closing brace, since the parser uses the first to end what it drops.
     void KeepEnd();
@@ -86,25 +86,25 @@ private:
 
     /// Reads a token from the scanner into the ring.
     [[nodiscard]] int Read();
-    /// Reads the next token from the scanner that no repair drops.
+    /// Reads tokens from the scanner up to one that no repair drops, and returns it.
     [[nodiscard]] int Scan();
     /// True if the next repair inserts a token here.
     [[nodiscard]] bool Inserts() const;
-    /// Returns that token.
+    /// Returns the token to insert.
     [[nodiscard]] int Insert(SlcTokenValue& value, SlcTextRange& range);
     /// Adds a token to the ring and updates the state.
     void Keep(int code);
-    /// Returns a token that would make the rejected one acceptable if inserted; 0 for none.
+    /// Returns a token to insert so that the rejected one becomes acceptable; 0 if none would help.
     [[nodiscard]] int Replacement(const SlcParserTables& tables) const;
-    /// Updates the state for a token; each of the next four updates its part.
+    /// Updates the state for a token; each of the next four functions updates a part of it.
     void Follow(const Token& token);
     void FollowHead(const Token& token);
     void FollowParenthesis(const Token& token);
     void FollowBrace(const Token& token);
     void FollowCondition(const Token& token);
 
-    /// Returns the most likely meaning, from the first of the next functions that recognizes the
-    /// mistake; empty if none does.
+    /// Returns the advice of the first of the next functions that recognizes the mistake; empty if
+    /// none does. Each function lists examples of its mistakes.
     [[nodiscard]] std::string Hint(const SlcParserTables& tables) const;
     // `class a`, `a->b`
     [[nodiscard]] std::string HintOnLaterWords() const;
@@ -116,7 +116,7 @@ private:
     [[nodiscard]] std::string HintOnLoops() const;
     // `if (x)`, `float b = x < 1;`
     [[nodiscard]] std::string HintOnConditions() const;
-    // parentheses and braces that do not match
+    // Parentheses and braces that do not match.
     [[nodiscard]] std::string HintOnBraces() const;
     // `f(a b)`, `float f(float x {`
     [[nodiscard]] std::string HintOnMissing(const SlcParserTables& tables) const;
@@ -133,53 +133,53 @@ private:
     [[nodiscard]] const Token& Before(std::size_t places) const;
 
     bool m_isShown = AdviceIsShown();                  // queried once, since it is constant
-    static constexpr std::ptrdiff_t k_deepest = 1000;  // for deeper stacks there is no advice
+    static constexpr std::ptrdiff_t k_deepest = 1000;  // deeper stacks are not recorded
     std::vector<std::int16_t> m_states;
     SlcTokenValue* m_value = nullptr;  // destination for the next token's value
     static constexpr std::size_t k_kept = 8;
-    Token m_tokens[k_kept];  // a ring
-    std::size_t m_count = 0;
+    Token m_tokens[k_kept];   // a ring buffer of the last tokens
+    std::size_t m_count = 0;  // number of tokens written to the ring
 
     struct Parenthesis {
-        int token;         // preceding token
-        std::string text;  // of that token
+        int token;         // the token before the parenthesis
+        std::string text;  // text of that token
     };
-    std::vector<Parenthesis> m_parentheses;  // open ones
-    std::string m_called;                    // text before the last closed one
-    std::vector<Brace> m_braces;             // open ones
+    std::vector<Parenthesis> m_parentheses;  // open parentheses
+    std::string m_called;                    // text before the last closed pair of parentheses
+    std::vector<Brace> m_braces;             // open braces
     Brace m_lastClosed;                      // the match of the last closing brace
-    int m_lastClosing = 0;                   // its line
-    Brace m_suspect;                         // a brace whose match is indented differently
+    int m_lastClosing = 0;                   // line of the last closing brace
+    Brace m_suspect;                         // the first brace whose match is indented less
     Drops m_drops = Drops::Nothing;
     std::size_t m_depth = 0;  // number of open braces at which dropping ends
 
     int m_head = 0;        // keyword of the current statement head, "(" for a function; 0 for none
-    int m_headBefore = 0;  // its value before the last token
-    std::size_t m_headDepth = 0;  // open parentheses around it
-    int m_semicolons = 0;         // in it
-    bool m_headIsClosed = false;  // its parenthesis
+    int m_headBefore = 0;  // `m_head` before the last token
+    std::size_t m_headDepth = 0;  // number of parentheses open before the head
+    int m_semicolons = 0;         // number of ";" in the head
+    bool m_headIsClosed = false;  // the head's closing parenthesis has been read
 
     bool m_isRecovering = false;            // the parser drops tokens after a fault
-    int m_faultHead = 0;                    // the head that contains the fault
-    bool m_dropsElse = false;               // if it is the next token
-    std::vector<std::size_t> m_blocksOfIf;  // brace depths of those with a faulty head
-    Pending m_pending = Pending::None;      // passed to the parser before the next token
+    int m_faultHead = 0;                    // `m_head` at the last fault
+    bool m_dropsElse = false;               // an `else` is dropped if it is the next token
+    std::vector<std::size_t> m_blocksOfIf;  // brace depths of blocks of an `if` with a faulty head
+    Pending m_pending = Pending::None;      // what is passed to the parser before the next token
     int m_pendingBrace = '{';
     SlcTokenValue m_blockValue = {};
     bool m_keepsBlocks = false;
     std::vector<Repair> m_repairs;
     std::size_t m_nextRepair = 0;  // index in `m_repairs`
     std::size_t m_scanned = 0;     // number of tokens read
-    Repair m_found;                // for the last fault
+    Repair m_found;                // repair of the last fault
     int m_given = 0;               // the last token passed to the parser
 
-    Condition m_condition = Condition::None;  // of an `if` or a loop
-    std::size_t m_conditionDepth = 0;         // open parentheses around it
-    bool m_compared = false;                  // after its start, or its last `&&` or `||`
-    bool m_comparison = false;                // in the statement, outside of a condition
+    Condition m_condition = Condition::None;  // the condition of an `if` or a loop
+    std::size_t m_conditionDepth = 0;         // number of parentheses open before the condition
+    bool m_compared = false;    // a comparison follows its start, or its last `&&` or `||`
+    bool m_comparison = false;  // the statement has a comparison outside of a condition
 
     // The state before the last token.
     std::size_t m_openParentheses = 0;
-    bool m_lacksComparison = false;  // of a condition that this token ends or continues
-    bool m_strayComparison = false;  // the statement holds a comparison outside of a condition
+    bool m_lacksComparison = false;  // that token ends or continues a condition without comparison
+    bool m_strayComparison = false;  // `m_comparison`
 };

@@ -7,8 +7,8 @@
 
 #include "frontend/SlcDefinitionNodes.h"
 
-/// Returns the name of the last parsed shader, which determines the names of output files. Set by
-/// the grammar.
+/// Returns the name of the last parsed shader, which determines the names of output files. The
+/// grammar sets it.
 [[nodiscard]] std::string& SlcShaderName();
 
 /// Parses a preprocessed source. `strict` does not affect the accepted language. Throws
@@ -19,6 +19,6 @@
 /// Does the same, but for a text with faults returns the tree of what could be parsed; null if
 /// there is none. `NbErrors` says whether there were faults.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text);
-/// Parses more of a text with faults than `ParseFaultyCode`; later reports may be consequences of
-/// earlier ones.
+/// Does the same as `ParseFaultyCode`, but parses more of a text with faults; later reports may be
+/// consequences of earlier ones.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseForIndex(std::string_view text);

@@ -38,7 +38,7 @@ bool IsShaderKind(int token)
            token == IMAGER;
 }
 
-/// True for a word of the language that is not a name; the kinds of shaders are also names.
+/// True for a keyword that cannot be a name; the keywords for kinds of shaders can.
 bool IsReserved(int token)
 {
     return (IsDeclarationWord(token) || (token >= RETURN && token <= SHADOW)) &&

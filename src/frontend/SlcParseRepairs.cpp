@@ -1,5 +1,5 @@
 // Outside of blocks the parser gives up at a fault, since there is no place to resume. If only the
-// names of a source are needed, it is parsed again with the fault repaired, repeatedly if
+// names of a source are needed, the source is parsed again with the fault repaired, repeatedly if
 // necessary:
 //
 //     surface a(float Kd = 1 float Ks = 1)      rejected: the second "float"; with a ";" before it
@@ -28,7 +28,7 @@ std::optional<SlcParseAdvice::Repair> SlcParseAdvice::NextRepair() const
     if (SlcCurrentPosition().isAtEnd || m_scanned == 0)
         return std::nullopt;
     Repair repair = {m_scanned - 1, 0};
-    // The parser does not report another fault shortly after one.
+    // Shortly after a fault the parser reports no other one, so `m_found` may be at another token.
     if (m_found.at == repair.at)
         repair.token = m_found.token;
     const bool goesBack = !m_repairs.empty() && repair.at < m_repairs.back().at;

@@ -75,8 +75,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return ">="; }
 };
 
-/// Base of the tests for equality, which compare values of any type except arrays: two of one type,
-/// or one with a float that is promoted.
+/// Base of the tests for equality, which compare values of any type except arrays: two values of
+/// the same type, or a value and a float that is promoted to its type.
 class SlcEqOpNode : public SlcVisitable<SlcEqOpNode, SlcCompOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -98,21 +98,22 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "!="; }
 };
 
-/// Base of "and" and "or". The right side matters only where the left one has not decided, and need
-/// not be evaluated elsewhere.
+/// Base of `&&` and `||`. The right side matters only where the left side has not determined the
+/// result, and need not be evaluated elsewhere.
 class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
 public:
     /// Takes the position of its left operand.
     SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
-    /// True if the right side must not be evaluated where the left one has decided: it has side
-    /// effects, reads an element that may be out of bounds there, or contains flags that are not
-    /// set there. Set by the shader's fact walk.
+    /// True if the right side must not be evaluated where the left side determines the result: it
+    /// has side effects, reads an element that may be out of bounds there, or contains flags that
+    /// are not set there. Set by `SlcMarkLeaves`.
     [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
     void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
-    /// True if the right side reads an element at a non-constant index. Where no point is active, a
-    /// uniform left side has not been computed and decides nothing.
+    /// True if the right side reads an element at a non-constant index. Inside a condition, such a
+    /// right side also needs a guard: where no point is active, a uniform left side has not been
+    /// computed and cannot protect it. Set by `SlcMarkLeaves`.
     [[nodiscard]] bool RightReadsElement() const { return m_rightReadsElement; }
     void SetRightReadsElement(bool readsElement) { m_rightReadsElement = readsElement; }
     [[nodiscard]] virtual bool IsLogAnd() const { return false; }

@@ -2,8 +2,8 @@
 // reports.
 //
 //     # 3 "a.sl"          a line marker of the preprocessor: the next line is line 3 of a.sl
-//     float x = $;        the report repeats the line as read, with a filler below it that ends
-//               ^         in a mark at the token
+//     float x = $;        a report repeats the line as read; below it follows a filler of blanks
+//               ^         and tabs, and then a caret at the token
 //
 // Lines and fillers are truncated at the maximum length of a token: reports do not need more, and a
 // file that consists of one endless line must not take quadratic time.
@@ -149,7 +149,7 @@ void SlcScanner::RejectCharacter()
     m_position.isUncounted = false;
 }
 
-// Truncates them at the maximum length of a token, since reports do not need more.
+// Truncates the filler at the maximum length of a token, since reports do not need more.
 void SlcScanner::AddFillers(std::size_t count, char filler)
 {
     std::string& fillers = m_position.filler;
@@ -167,7 +167,7 @@ void SlcScanner::SkipText(std::string_view text)
 
 void SlcScanner::SkipBlanks(std::string_view text)
 {
-    // Most of them are a single blank.
+    // The text is most often a single blank.
     if (text == " " || text.find('\t') == std::string_view::npos) {
         AppendToLine(text);
         AddFillers(text.size(), ' ');
@@ -179,7 +179,7 @@ void SlcScanner::SkipBlanks(std::string_view text)
 
 void SlcScanner::AppendToLine(std::string_view text)
 {
-    // Only the first line of a source grows like this.
+    // Only the first line of a source is stored piece by piece; the newline rule stores the others.
     if (!m_lineHeld && m_position.currentLine.size() < k_maxTokenLength)
         m_position.currentLine += text.substr(0, k_maxTokenLength);
     if (m_position.column == 0)
@@ -236,7 +236,7 @@ void SlcScanner::Directive(std::string_view text)
         std::from_chars(text.data() + digit, text.data() + text.size(), line).ec == std::errc();
     if (!hasNumber || open == std::string_view::npos || close == open)
         return;
-    // The number belongs to the line after the marker, whose own newline has not been read yet.
+    // The number is that of the next line, and the newline that begins it is still to be read.
     m_position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
     m_position.file = FileName(text.substr(open + 1, close - open - 1));
 }
@@ -257,8 +257,8 @@ std::size_t SlcScanner::ReadSource(char* buffer, std::size_t size)
         count = m_text.copy(buffer, size);
         m_text.remove_prefix(count);
     }
-    // The generated scanner ends at a zero byte, so replace it by another invalid character, which
-    // is not part of any token either.
+    // The generated scanner ends at a zero byte, so replace each by another character that is not
+    // part of any token.
     std::replace(buffer, buffer + count, '\0', '\1');
     return count;
 }

@@ -38,7 +38,8 @@ public:
 
     /// Returns the current position in the source.
     [[nodiscard]] static SlcPosition Position() { return Current().Here(); }
-    /// Reads the next characters of the source; 0 at its end. A read error is reported.
+    /// Reads up to `size` characters of the source and returns their number; 0 at the end. A read
+    /// error is reported.
     [[nodiscard]] static std::size_t Read(char* buffer, std::size_t size);
 
     // Operations that the rules call.
@@ -56,7 +57,7 @@ public:
     /// Unreads the last `count` characters that a rule matched; they will be scanned again.
     void GiveBack(std::size_t count) { m_position.taken -= count; }
 
-    /// Records that the string literal that begins in the consumed text has no end in it.
+    /// Records that the string literal that begins with the consumed text is not closed.
     void NoStringEndsHere() { m_noStringBefore = m_position.taken; }
     /// True if the quote that was just consumed may begin a string literal.
     [[nodiscard]] bool CanStringStart() const { return m_position.taken > m_noStringBefore; }
@@ -64,8 +65,8 @@ public:
     /// Reports the last characters, which are not a token. The column does not advance.
     void RejectCharacter();
 
-    /// Advances past the text of a token, with one filler per character. Ends the process with
-    /// status 2 if it is too long.
+    /// Advances past the text of a token, with one filler per character. Ends the compilation with
+    /// status 2 if the token is too long.
     void CountChars(std::string_view text, char filler);
     /// Advances past a skipped part of a line, of any length, without line breaks.
     void SkipText(std::string_view text);
@@ -74,8 +75,8 @@ public:
     void SkipBlanks(std::string_view text);
     /// Counts a line whose text is already stored, so that its tokens are not appended to it again.
     void NewLine();
-    /// Handles the newline rule: `text` is the line break and the whole next line. Ends the process
-    /// with status 2 if it is too long.
+    /// Handles the newline rule: `text` is the line break and the whole next line. Ends the
+    /// compilation with status 2 if the line is too long.
     void BeginLine(std::string_view text);
     /// Allows any length for the next line: generated sources with a single line follow a line
     /// marker. Reports show its beginning.
@@ -99,8 +100,8 @@ private:
     void Restart();
     [[nodiscard]] std::size_t ReadSource(char* buffer, std::size_t size);
     const std::string* FileName(std::string_view name);
-    /// Counts the characters, and appends them to the line unless it is already complete.
     void AddFillers(std::size_t count, char filler);
+    /// Counts the characters, and appends them to the line unless it is already complete.
     void AppendToLine(std::string_view text);
 
     SlcSourcePosition& m_position = SlcCurrentPosition();
@@ -108,7 +109,7 @@ private:
     bool m_lineHeld = false;           // the newline rule has stored the whole current line
     bool m_mayBeLong = false;          // the next line may have any length
     std::FILE* m_file = nullptr;       // null if a text is read
-    std::string_view m_text;           // the unread rest of it
+    std::string_view m_text;           // the unread rest of the text
     std::size_t m_noStringBefore = 0;  // no literal that starts before this offset is closed
     std::set<std::string, std::less<>> m_fileNames;  // nodes point to them
 };
@@ -123,7 +124,8 @@ struct SlcKeyword {
     SlcWordKind kind;
 };
 
+/// Returns all reserved words.
 [[nodiscard]] std::span<const SlcKeyword> SlcKeywords();
 
-/// Returns the token for a word; that of identifiers if the word is not a keyword.
+/// Returns the token for a word; `IDENTIFIER` if the word is not a keyword.
 [[nodiscard]] int SlcKeywordToken(std::string_view word);

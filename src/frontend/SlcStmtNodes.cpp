@@ -1,5 +1,6 @@
 // A block takes the position of its first statement; an empty one has the position where the parser
-// recognized it. Branches are statements, not blocks: braces make no difference to any pass.
+// recognized it. Branches and bodies of loops are statements of any class; only those in braces are
+// blocks, and so have a scope.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -18,12 +18,13 @@ class SlcRelationNode;
 class SlcStmtNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// Returns its name for reports and dumps.
+    /// Returns the name of the kind of statement, for reports and dumps.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };
 
-/// `{ ... }`: a block, which is a scope, or an empty statement.
+/// `{ ... }`: a block, which is a scope. An empty block also stands for `;` and for a statement
+/// that the parser has rejected.
 class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -77,7 +78,8 @@ private:
     std::unique_ptr<SlcExprNode> m_value;
 };
 
-/// `if (condition) then`. Under a varying condition, the branch runs for the points where it holds.
+/// `if (condition) then`. Under a varying condition, the branch runs only for the points where the
+/// condition holds.
 class SlcIfThenStmtNode : public SlcVisitable<SlcIfThenStmtNode, SlcStmtNode> {
 public:
     SlcIfThenStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -85,7 +87,8 @@ public:
     ~SlcIfThenStmtNode() override;
     [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
     [[nodiscard]] SlcStmtNode* GetThen() const { return m_then.get(); }
-    /// True if a `break` or `continue` in it leaves this statement; set by the shader's fact walk.
+    /// True if a `break`, `continue` or `return` in it can leave this statement. Set by
+    /// `SlcMarkLeaves`.
     [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
     void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
     void WalkIn(SlcCodeWalker* walker) override;
@@ -97,8 +100,8 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
-/// `if (condition) then else otherwise`. Walkers that handle only the class above see its condition
-/// and first branch; `WalkIn` walks all three.
+/// `if (condition) then else otherwise`. A walker's `Case` for `SlcIfThenStmtNode` does not handle
+/// it, although that is the base class. `WalkIn` walks the condition and both branches.
 class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
 public:
     SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,

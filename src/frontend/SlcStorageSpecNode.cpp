@@ -1,4 +1,5 @@
-// One object for each storage class, made on first use, since other static objects may use it.
+// There is one object for each storage class. It is made on first use, since the constructors of
+// other static objects may need it.
 
 #include "frontend/SlcStorageSpecNode.h"
 

@@ -2,8 +2,8 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of storage classes: where a variable's value comes from and who may write it. Shared
-/// singletons, compared with the tests.
+/// Base of storage classes: where a variable's value comes from and what code may write it. There
+/// is one shared object per class; the `Is` operations distinguish them.
 class SlcStorageSpecNode : public SlcSyntaxNode {
 public:
     [[nodiscard]] virtual bool IsInput() const { return false; }
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] static SlcStorageSpecNode* AReadWrite();
 };
 
-/// A formal without a storage word: it is not assigned.
+/// A formal without a storage word, or `PI`: code that assigns it is rejected.
 class SlcInputSpecNode : public SlcVisitable<SlcInputSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsInput() const override { return true; }
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] bool IsLocal() const override { return true; }
 };
 
-/// A predefined variable that this kind of shader only reads.
+/// A predefined variable that this kind of shader should only read: a write is a warning.
 class SlcReadOnlySpecNode : public SlcVisitable<SlcReadOnlySpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsReadOnly() const override { return true; }

@@ -1,8 +1,8 @@
-// A node computes its height from each child that it adopts, as the tree grows upward, so no walk
-// is needed to determine whether a walk would be too deep.
+// Trees are built from the leaves up, and a node updates its height with each child that it adopts.
+// So no walk is needed to determine whether a tree is too high for a walk.
 //
-// Nodes that begin with a child, such as `a + b`, take the position of that child; a report about
-// them marks the first word of their text.
+// A node that begins with a child, such as `a + b`, takes the position of that child, so that a
+// report about the node names the line on which its text begins.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp and DeepInputTest.cpp.
 

@@ -22,7 +22,7 @@ struct SlcPosition {
     const std::string* file = nullptr;
 };
 
-/// A range of the scanned text: the offset of its first character, and the one after its last.
+/// A range of the scanned text: the offsets of its first character and of the one after its last.
 struct SlcTextRange {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
@@ -31,8 +31,8 @@ struct SlcTextRange {
 };
 
 /// Base of all nodes of the syntax tree: a position, one annotation slot, and the two steps of
-/// double dispatch. A node has one owner, its parent; lexical, type, detail and storage nodes
-/// belong to the pools of their classes instead and are never owned by a tree.
+/// double dispatch. A node has one owner, its parent; but lexical, type, detail and storage nodes
+/// belong to the pools of their classes and are never owned by a tree.
 ///
 ///     Ci = s * Cs;      SlcAssignStmtNode
 ///                         SlcEqAssignExprNode
@@ -48,8 +48,8 @@ public:
     static constexpr int k_maxHeight = 10000;
     static constexpr std::size_t k_stackPerLevel = 8192;
 
-    /// Makes a node without a position, or with one. A class with children takes ownership of those
-    /// that are passed to its constructor.
+    /// Make a node without and with a position. A class with children takes ownership of the
+    /// children that are passed to its constructor.
     SlcSyntaxNode();
     explicit SlcSyntaxNode(const SlcPosition& position);
     SlcSyntaxNode(const SlcSyntaxNode&) = delete;
@@ -64,14 +64,15 @@ public:
     virtual void SetNoColumn(int column) { m_column = column; }
     virtual void SetFileParsed(const std::string* file) { m_file = file; }
 
-    /// The source text of the node, without enclosing parentheses. Empty for nodes that the source
-    /// only implies.
+    /// The range of the node's source text, without enclosing parentheses. Empty for nodes that the
+    /// source only implies.
     [[nodiscard]] const SlcTextRange& Range() const { return m_range; }
     void SetRange(const SlcTextRange& range) { m_range = range; }
 
     /// Calls the walker's `Case` for the node's own class.
     virtual void ApplyWalker(SlcCodeWalker* walker) = 0;
-    /// Calls `ApplyWalker` on each child in source order; skips optional children that are missing.
+    /// Calls `ApplyWalker` on each child; skips optional children that are missing. The order is
+    /// that of the source, except that `SlcArrayRefExprNode` passes its index first.
     virtual void WalkIn(SlcCodeWalker* walker);
 
     /// Returns file, line and column.
@@ -94,7 +95,8 @@ public:
     [[nodiscard]] int Height() const { return m_height; }
 
 protected:
-    /// Every composite node calls this for each of its children; null is allowed.
+    /// Updates the height. Every composite node calls this for each of its children; null is
+    /// allowed.
     void Adopt(const SlcSyntaxNode* child);
     /// Does the same, and takes the child's position; for a node without its own position.
     void AdoptFirst(const SlcSyntaxNode* child);

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "environment"; }
 };
 
-/// `shadow`: looked up by a point, for the fraction of it that is occluded.
+/// `shadow`: looked up by a point; the value is the fraction of the light that is blocked there.
 class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "shadow"; }
 };
 
-/// The first argument: the texture's name, a variable, array element or literal.
+/// The first argument: the texture's name, given as a variable, an array element or a literal.
 class SlcTextureFilenameNode : public SlcVisitable<SlcTextureFilenameNode, SlcSyntaxNode> {
 public:
     explicit SlcTextureFilenameNode(std::unique_ptr<SlcExprNode> name);
@@ -69,7 +69,7 @@ private:
 /// The arguments after the name: coordinates, then name and value pairs.
 class SlcTextureArgsNode : public SlcVisitable<SlcTextureArgsNode, SlcSyntaxNode> {
 public:
-    /// The position of the first argument, if there is one.
+    /// Return the position of the first argument, if there is one.
     [[nodiscard]] int GetNoLine() const override;
     [[nodiscard]] int GetNoColumn() const override;
     void AddTextureArg(std::unique_ptr<SlcExprNode> argument);
@@ -90,7 +90,7 @@ public:
                        std::unique_ptr<SlcTextureArgsNode> arguments);
     [[nodiscard]] SlcTextureTypeNode* GetKind() const { return m_kind.get(); }
     [[nodiscard]] SlcTextureFilenameNode* GetFilename() const { return m_filename.get(); }
-    /// Never null: it is channel 0 if the source has none.
+    /// Never null: channel 0 if the source names none.
     [[nodiscard]] SlcChannelNode* GetChannel() const { return m_channel.get(); }
     [[nodiscard]] SlcTextureArgsNode* GetArguments() const { return m_arguments.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

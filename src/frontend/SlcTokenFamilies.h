@@ -5,7 +5,7 @@
 #include "grammar.h"
 #include "support/SlcSourcePosition.h"
 
-// Families of tokens, used by the code that watches tokens on their way to the parser.
+// Families of tokens, for the code that sees each token before the parser does.
 
 namespace SlcTokens {
 

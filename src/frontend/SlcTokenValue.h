@@ -7,7 +7,7 @@
 /// belongs to a pool.
 struct SlcTokenValue {
     SlcSyntaxNode* node;  // lexical node of a literal or name, or one that an action made
-    int line;             // at the end of the token
+    int line;             // of the end of the token, as is the column
     int column;
     const std::string* file;  // in the scanner's list of names
 

@@ -6,22 +6,21 @@
 
 class SlcFloatConstNode;
 
-/// Base of types. Plain types are shared singletons; array types live in a pool until the process
-/// ends. Compare types with the operations here, never by address.
+/// Base of types. Plain types are shared singletons; array types live in a pool until the
+/// compilation ends. Compare types with the operations here, never by address.
 class SlcTypeNode : public SlcSyntaxNode {
 public:
     // Tests of the kind. Exactly one is true for a type, except in the point family, for references
-    // to elements, and for types that represent several. For the error type only its own test is
-    // true.
+    // to elements, and for types that stand for several others.
     [[nodiscard]] virtual bool IsVoidType() const { return false; }
     [[nodiscard]] virtual bool IsAnyType() const { return false; }
     [[nodiscard]] virtual bool IsFloatType() const { return false; }
     [[nodiscard]] virtual bool IsColorType() const { return false; }
-    /// True for the point family: point, vector, normal and the two types that represent several.
+    /// True for the point family: point, vector, normal and the two types that stand for several.
     [[nodiscard]] virtual bool IsPointType() const { return false; }
     /// True only for the plain point type.
     [[nodiscard]] virtual bool IsTruePointType() const { return false; }
-    /// This test and the next are also true for types that represent several.
+    /// This test and the next are also true for the types that stand for several.
     [[nodiscard]] virtual bool IsVectorType() const { return false; }
     [[nodiscard]] virtual bool IsNormalType() const { return false; }
     [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
@@ -31,12 +30,13 @@ public:
     [[nodiscard]] virtual bool IsBoolType() const { return false; }
     [[nodiscard]] virtual bool IsIntType() const { return false; }
     [[nodiscard]] virtual bool IsErrorType() const { return false; }
-    /// True for an array element accessed through an index; the tests of the element's type also
-    /// hold.
+    /// True for an array element accessed through an index; the tests of the element's type are
+    /// also true.
     [[nodiscard]] virtual bool IsArrayRefType() const { return false; }
 
-    /// Decided by the class of this type: the point family counts as one type, an array of
-    /// unspecified length matches any length, and the error type matches everything. Not symmetric.
+    /// True if `other` has the same type; the class of this type decides. The point family counts
+    /// as one type, an array of unspecified length matches any length, and the error type matches
+    /// every `other`. Not symmetric.
     [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
     /// Like `IsSameType`, but distinguishes point, vector and normal.
     [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
@@ -44,7 +44,7 @@ public:
     /// where the point family counts as one, or it is a float where a triple or matrix is required.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
-    /// Returns the word in the source, for reports; for an array, with its length.
+    /// Returns the word for the type in the source, for reports; for an array, with its length.
     [[nodiscard]] virtual std::string ToString() const = 0;
 
     /// The singletons of the plain types.
@@ -65,7 +65,8 @@ public:
     [[nodiscard]] static SlcTypeNode* AVoid();
     [[nodiscard]] static SlcTypeNode* AError();
 
-    /// Makes an array of unspecified length. Each call makes a new node, as do the next three.
+    /// Makes the type of arrays of unspecified length. This and the next three operations make a
+    /// new node on each call.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element);
     /// The length is the value, truncated toward zero.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element,
@@ -130,7 +131,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "normal"; }
 };
 
-/// Any member of the point family, in cards of the library: all three tests hold.
+/// Any member of the point family, in cards of built-ins. The tests for point, vector and normal
+/// are true.
 class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -140,7 +142,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
-/// A vector or a normal, in cards of the library: both tests hold.
+/// A vector or a normal, in cards of built-ins. The tests for both are true.
 class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -174,7 +176,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "boolean"; }
 };
 
-/// Any type but void, in signatures of built-ins.
+/// Any type except void, in signatures of built-ins.
 class SlcAnyTypeNode : public SlcVisitable<SlcAnyTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsAnyType() const override { return true; }
@@ -220,7 +222,7 @@ private:
     int m_length;
 };
 
-/// The type of an array element accessed through an index: the tests of the element's type hold.
+/// The type of an array element accessed through an index: tests of the element's type are true.
 class SlcArrayRefTypeNode : public SlcVisitable<SlcArrayRefTypeNode, SlcTypeNode> {
 public:
     explicit SlcArrayRefTypeNode(SlcTypeNode* element) : m_element(element) {}

@@ -1,5 +1,5 @@
 /* The grammar of the shading language. Expressions and conditions are two separate hierarchies of
-   operators, from loosest to tightest, since a condition is not a value. Common syntax errors have
+   operators, from tightest to loosest, since a condition is not a value. Common syntax errors have
    their own productions, each with a message. */
 
 %code requires {
@@ -26,7 +26,7 @@ struct SlcSymbolRange : SlcTextRange {
                       : SlcTextRange{YYRHSLOC(parts, 0).end, YYRHSLOC(parts, 0).end}
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
-// The generated parser itself has only the message for a full stack.
+// The only message of the generated parser itself is the one for a full stack.
 #define YY_(text) "parser stack overflow"
 }
 
@@ -50,14 +50,15 @@ static void yyerror(const SlcSymbolRange*, const SlcParseAdvice&, const char* me
     yyerror(message);
 }
 
-// The parser reads its tokens through the filter for advice, and aborts if there is none. In the
-// generated code this is the right side of an assignment to `yychar`, which ends a block.
+// The parser reads its tokens through the filter for advice, and aborts if the filter returns none.
+// In generated code, `yylex(...)` is the right side of an assignment to `yychar` at the end of a
+// block.
 #define yylex(value, range)                                                                        \
     (advice.KeepStates(yyss, yyssp + 1), NextToken(advice, *(value), *(range)));                   \
     if (yychar == YYEMPTY)                                                                         \
     YYABORT
 
-/// Call it after the grammar has reported a missing ";": another token may be missing instead.
+/// Adds advice to the report of a missing ";" if another token is more likely to be missing.
 static void AdviseOnMissing();
 }
 
@@ -762,7 +763,7 @@ public:
     }
 
 private:
-    /// Performs the reductions that the symbol selects, and then shifts it. False if it is an error.
+    /// Performs the reductions that the symbol selects, then shifts it. False if it is rejected.
     [[nodiscard]] static bool Accepts(std::vector<int>& states, yysymbol_kind_t symbol)
     {
         for (;;) {
@@ -783,7 +784,7 @@ private:
         }
     }
 
-    /// False for a rule that reports a missing token.
+    /// Performs one reduction. Refuses a rule that reports a missing token, and returns false.
     [[nodiscard]] static bool Reduce(std::vector<int>& states, int rule)
     {
         const int left = yyr1[rule];
@@ -809,7 +810,7 @@ private:
 static int yyreport_syntax_error(const yypcontext_t*, SlcParseAdvice&)
 {
     // Do not list all tokens that could have followed: there are too many to be helpful. The advice
-    // names one.
+    // names at most one.
     static_cast<void>(&yypcontext_expected_tokens);
     const std::string advice = Advice().Rejected(Tables());
     if (yyerror("parse error"); !advice.empty())

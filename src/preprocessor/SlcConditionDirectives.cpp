@@ -1,4 +1,4 @@
-// The conditional directives, from `#if` to `#endif`: they select the active parts of a file.
+// The conditional directives, from `#if` to `#endif`, which select the active parts of a file.
 //
 // Tested by tests/preprocessor.
 

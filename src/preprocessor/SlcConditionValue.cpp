@@ -1,6 +1,6 @@
 // Precedence climbing with one table of operators (Pratt, "Top down operator precedence", 1973). An
-// operand that cannot affect the value, such as the right one of `0 && 1 / 0`, is parsed, but
-// faults of its value are not reported.
+// operand that cannot affect the result, such as the right one of `0 && 1 / 0`, is parsed, but a
+// division by zero in it is not reported.
 //
 // Tested by tests/preprocessor.
 
@@ -20,7 +20,8 @@ using enum SlcSourceTokenKind;
 
 constexpr int k_mostConditionDepth = 500;
 
-/// Computed as unsigned; the type decides how it is compared, divided and shifted right.
+/// All arithmetic uses the unsigned bits; the type determines only how values are compared, divided
+/// and shifted right.
 struct Value {
     std::uint64_t bits = 0;
     bool isUnsigned = false;
@@ -33,7 +34,7 @@ class ConditionFault {};
 
 struct BinaryRow {
     std::string_view sign;
-    int level;  // a higher one binds tighter
+    int level;  // a higher level binds tighter
 };
 
 //   sign   level
@@ -166,7 +167,7 @@ private:
         return Compute(left, sign, Read(level + 1));
     }
 
-    /// Parses an operand whose value does not matter if `isIgnored`.
+    /// Parses an operand. If `isIgnored`, its value does not matter.
     [[nodiscard]] Value ReadUnless(bool isIgnored, int level)
     {
         m_ignored += isIgnored ? 1 : 0;
@@ -315,7 +316,7 @@ private:
         return value;
     }
 
-    /// True for one `u` and one `l` or `ll`, in either order.
+    /// True for an optional `u` and an optional `l` or `ll`, in either order and either case.
     [[nodiscard]] static bool IsSuffix(std::string_view suffix)
     {
         const std::size_t unsignedCount = suffix.starts_with('u') || suffix.starts_with('U') ||
@@ -350,8 +351,8 @@ constexpr EscapeRow k_escapes[] = {
     {'v', 11}, {'\\', 92}, {'\'', 39}, {'"', 34}, {'?', 63}, {'e', 27},
 };
 
-/// Removes one character or escape from the front of the text and returns its code. For an unknown
-/// escape, returns the character after the backslash.
+/// Removes one character or escape sequence from the front of the text and returns its code. For an
+/// unknown escape sequence, returns the code of the character after the backslash.
 unsigned int TakeCharacter(std::string_view& text)
 {
     const auto take = [&] {

@@ -16,9 +16,9 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr std::size_t k_mostLevels = 200;      // nesting depth of includes
-constexpr std::size_t k_workOfInclude = 4096;  // in addition to the characters of the file
-constexpr std::size_t k_mostOfLine = 8191;     // characters of a source line in a report
+constexpr std::size_t k_mostLevels = 200;      // maximum nesting depth of includes
+constexpr std::size_t k_workOfInclude = 4096;  // counted in addition to the file's characters
+constexpr std::size_t k_mostOfLine = 8191;     // maximum length of a source line in a report
 
 /// Returns the tokens as written, but with single blanks.
 std::string TextOf(const std::vector<SlcSourceToken>& tokens)
@@ -32,7 +32,7 @@ std::string TextOf(const std::vector<SlcSourceToken>& tokens)
     return text;
 }
 
-/// Returns the time that the build prescribes, or else the current time.
+/// Returns the time in SOURCE_DATE_EPOCH, for reproducible builds; if not set, the local time.
 std::tm TimeOfRun()
 {
     std::tm parts = {};

@@ -23,7 +23,7 @@ public:
 
     /// Inserts a text before the rest of the input, like an included file.
     void Enter(const SlcSourceText& text);
-    /// Removes the text that was entered last, which has been read to its end.
+    /// Removes the text that was entered last. Call it after that text has been read to its end.
     void Leave() { m_open.pop_back(); }
 
     [[nodiscard]] SlcSourceToken NextToken() override;
@@ -41,15 +41,15 @@ private:
     /// A part of a file between `#if` and `#endif`.
     struct Group {
         SlcSourceToken start;      // the name of the directive that began it
-        bool isActive = false;     // its lines are read
-        bool wasActive = false;    // one of its branches has been active
+        bool isActive = false;     // the lines of its current branch are read
+        bool wasActive = false;    // one of its branches is or was active
         bool isInSkipped = false;  // the enclosing part is skipped
         bool hasElse = false;
     };
     struct OpenFile {
         const SlcSourceText* text = nullptr;
         SlcSourceLexer lexer;
-        std::string name;  // as set by `#line`
+        std::string name;  // for reports; `#line` can change it
         std::vector<Group> groups;
         int includeLine = 0;  // line of the `#include` in the including file
     };
@@ -72,12 +72,13 @@ private:
     void Define(const SlcSourceToken& name);
     void Undefine(const SlcSourceToken& name);
     void Include(const SlcSourceToken& name);
-    // SlcConditionDirectives.cpp
+    // The next five are defined in SlcConditionDirectives.cpp.
     void If(const SlcSourceToken& name);
     void IfDefined(const SlcSourceToken& name);
     void Elif(const SlcSourceToken& name);
     void Else(const SlcSourceToken& name);
     void EndIf(const SlcSourceToken& name);
+
     void Line(const SlcSourceToken& name);
     void Pragma(const SlcSourceToken& name);
     void Identify(const SlcSourceToken& name);
@@ -89,7 +90,8 @@ private:
     [[nodiscard]] bool Condition(const SlcSourceToken& name);
     void BeginGroup(const SlcSourceToken& name, bool isActive);
     void IncludeFile(const SlcSourceToken& place, const std::string& header);
-    /// Returns the name with its quotes or angle brackets; empty after a report.
+    /// Reads the name of the included file and the rest of the line. Returns the name with its
+    /// quotes or angle brackets; empty if there is none. Sets `place` to the token to report.
     [[nodiscard]] std::string HeaderOf(const SlcSourceToken& name, SlcSourceToken& place);
     void SetPlace(const SlcSourceToken& place, const Tokens& line);
 
@@ -99,12 +101,12 @@ private:
     SlcPreprocessedText& m_output;
     SlcMacroExpander m_expander;
     SlcSourceLexer::Listener m_listener;
-    std::vector<OpenFile> m_open;  // each includes the next
+    std::vector<OpenFile> m_open;  // each file includes the next one
     int m_openCalls = 0;           // macro calls whose arguments are being read
     int m_counter = 0;
 };
 
-/// Returns the contents of a quoted text, with escapes resolved.
+/// Returns the contents of a quoted text, without the backslashes of escapes.
 [[nodiscard]] std::string SlcUnquoted(std::string_view text);
 /// Returns the text in quotes, with quotes and backslashes escaped.
 [[nodiscard]] std::string SlcQuoted(std::string_view text);

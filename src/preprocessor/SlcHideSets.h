@@ -16,6 +16,7 @@ public:
     SlcHideSets();
 
     [[nodiscard]] bool Contains(SlcHideSet set, std::uint32_t macro) const;
+    /// Returns the set with the macro added.
     [[nodiscard]] SlcHideSet With(SlcHideSet set, std::uint32_t macro);
     [[nodiscard]] SlcHideSet Union(SlcHideSet first, SlcHideSet second);
     [[nodiscard]] SlcHideSet Intersection(SlcHideSet first, SlcHideSet second);

@@ -24,7 +24,7 @@ std::optional<std::string> ReadFile(const std::string& path)
     const auto size = fs::file_size(path, failed);
     contents.resize(failed ? 0 : size);
     contents.resize(std::fread(contents.data(), 1, contents.size(), file.get()));
-    // The size is not queried: the file may grow while it is read, and some files have no size.
+    // Read on past the queried size: the file may have grown, and some files have no size.
     char buffer[4096];
     while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
         contents.append(buffer, count);

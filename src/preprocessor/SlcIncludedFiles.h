@@ -14,8 +14,8 @@
 /// Finds and reads the files of a source; reads each file once.
 class SlcIncludedFiles {
 public:
-    /// Returns contents to use instead of the file on disk, such as those in an editor; nothing for
-    /// a path that it does not provide.
+    /// Returns contents to use instead of those of the file on disk, such as the text in an editor;
+    /// nothing if the file on disk is to be read.
     using Provider = std::function<std::optional<std::string>(const std::string& path)>;
 
     enum class Outcome { Found, Missing, Unreadable };
@@ -34,15 +34,16 @@ public:
     /// Finds the file `name` for an `#include` in a file of the folder `beside`, which is searched
     /// first if the name is in quotes.
     [[nodiscard]] Found Find(const std::string& name, bool isQuoted, std::string_view beside);
-    /// Opens the file with that path.
+    /// Opens the file at `path` without a search.
     [[nodiscard]] Found Open(const std::string& path);
-    /// Adds a text under that path, regardless of the file on disk.
+    /// Adds `contents` as the text of `path`, regardless of the file on disk.
     const SlcSourceText& Add(const std::string& path, std::string contents);
 
     /// True on the first call for each file.
     [[nodiscard]] bool IsFirstUse(const SlcSourceText& text) { return m_used.insert(&text).second; }
     /// Handles `#pragma once` in that file.
     void IncludeOnce(const SlcSourceText& text) { m_once.insert(IdentityOf(text.Name())); }
+    /// True if a `#pragma once` excludes further includes of that file.
     [[nodiscard]] bool IsFinished(const SlcSourceText& text) const
     {
         return !m_once.empty() && m_once.contains(IdentityOf(text.Name()));
@@ -50,8 +51,8 @@ public:
 
     /// Returns the paths of all files that were read, in the order of their first use.
     [[nodiscard]] const std::vector<std::string>& Read() const { return m_read; }
-    /// Returns the paths at which a file was looked for and not found; a file created there would
-    /// be used instead.
+    /// Returns the paths at which an included file was looked for and not found. If a file is
+    /// created at one of them, the next run may include it instead.
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
 
 private:

@@ -26,7 +26,7 @@ using enum SlcSourceTokenKind;
 
 constexpr int k_mostCallDepth = 400;        // a level needs a kilobyte of stack
 constexpr std::size_t k_mostHidden = 2000;  // size of a hide set
-constexpr std::size_t k_workOfToken = 16;   // in addition to its characters
+constexpr std::size_t k_workOfToken = 16;   // counted in addition to its characters
 constexpr std::string_view k_tooMuchText = "Macros expand to too much text";
 
 /// Returns the text with quotes and backslashes escaped, for use in a quoted text.
@@ -57,7 +57,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::Expand(Tokens tokens)
         return tokens;
     if (++m_depth > k_mostCallDepth)
         m_run.Stop(tokens.front(), "Calls of macros are nested too deeply");
-    // Push an empty context below, so that the base is not 0, which means the source.
+    // Push an empty context first, so that the base is not 0, which stands for the source.
     m_contexts.push_back({});
     const std::size_t base = m_contexts.size();
     m_contexts.push_back({std::move(tokens)});
@@ -283,7 +283,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::si
     if (part.empty())
         part.push_back(EmptyToken(false));
     part.front().spaceBefore = body.token.spaceBefore;
-    // Join "##" with an empty token, so that the comma remains unchanged.
+    // Let the "##" join the comma with an empty token, which leaves the comma unchanged.
     if (followsComma && part.front().kind != Empty)
         part.insert(part.begin(), EmptyToken(false));
     return part;

@@ -19,11 +19,11 @@ public:
     /// Returns the next token of the text, and executes directives before it. While the arguments
     /// of a macro are read, the end of an included file counts as the end of the text.
     [[nodiscard]] virtual SlcSourceToken NextToken() = 0;
-    /// True if the next token of the text is "(". Executes no directives: one before the "(" makes
-    /// the result false.
+    /// True if the next token of the text is "(". Executes no directives: a directive before the
+    /// "(" makes the result false.
     [[nodiscard]] virtual bool ParenthesisFollows() = 0;
-    /// Enclose the reading of a call's arguments. Calls nest: a directive among them may call a
-    /// macro.
+    /// Enclose the reading of a call's arguments. Calls can nest, since a directive between the
+    /// arguments may call a macro.
     virtual void BeginArguments() = 0;
     virtual void EndArguments() = 0;
     /// Returns the replacement of a macro that depends on its place.
@@ -76,8 +76,8 @@ private:
     [[nodiscard]] bool ParenthesisFollows(std::size_t base);
     [[nodiscard]] SlcSourceToken Defined(const SlcSourceToken& word, std::size_t base);
 
-    /// Inserts the replacement of a macro's use before the rest of the input. False if the name is
-    /// not a use: it is hidden, or "(" is missing.
+    /// Inserts the replacement of a macro's use before the rest of the input. False if the name
+    /// must be left as it is: no "(" follows, or the arguments have been reported.
     [[nodiscard]] bool Replace(const SlcSourceToken& use, const SlcMacroTable::Entry& entry,
                                std::size_t base);
     /// Records the use in the trace.
@@ -86,13 +86,13 @@ private:
     /// False after a report. Sets `close` to the closing parenthesis.
     [[nodiscard]] bool ReadArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                      std::size_t base, Arguments& arguments, SlcSourceToken& close);
-    /// Does the reading while the source is informed of the call. False if the ")" is missing.
+    /// Reads the arguments, between `BeginArguments` and `EndArguments`. False if ")" is missing.
     [[nodiscard]] bool CollectArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                         std::size_t base, Arguments& arguments,
                                         SlcSourceToken& close);
     [[nodiscard]] bool MatchArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                       Arguments& arguments);
-    /// Returns the body with its parameters replaced.
+    /// Returns the body with its parameters replaced by the arguments.
     [[nodiscard]] Tokens Substitute(const SlcMacro& macro, Arguments& arguments,
                                     const SlcSourceToken& use);
     [[nodiscard]] Tokens PartOf(const SlcMacro& macro, std::size_t index, Arguments& arguments);

@@ -40,7 +40,7 @@ struct ConstantRow {
     std::string_view value;
 };
 
-// The macros of a C compiler that do not depend on the platform.
+// The predefined macros of C compilers that do not depend on the platform.
 //   name               value
 constexpr ConstantRow k_constants[] = {
     {"__STDC__", "1"},        {"__STDC_VERSION__", "201710L"}, {"__STDC_HOSTED__", "1"},
@@ -88,7 +88,7 @@ public:
         return ReadBody(macro);
     }
 
-    /// Returns the index in the line of the first token of the replacement.
+    /// Returns the index of the replacement's first token in the line.
     [[nodiscard]] std::size_t BodyBegin() const { return m_bodyBegin; }
 
 private:

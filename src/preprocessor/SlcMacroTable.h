@@ -54,8 +54,10 @@ public:
 
     /// Returns null if the macro is not defined. The result is valid as long as the table.
     [[nodiscard]] const Entry* Find(std::string_view name) const;
-    /// Reads the rest of a `#define` line. `directive` is the place for reports on the whole line.
+    /// Defines the macro of a `#define`. `line` is the rest of the line after that word, and
+    /// `directive` is the place for a report if the line is empty.
     void Define(const SlcSourceToken& directive, const Tokens& line);
+    /// Does nothing for a name that is not defined.
     void Undefine(std::string_view name);
 
 private:

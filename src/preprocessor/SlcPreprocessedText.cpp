@@ -3,8 +3,8 @@
 //     f = TWICE(s); /* why */ t = 1;
 //                                          f = (2 * s);           t = 1;
 //
-// From the "(" on, columns differ from those of the file. A change {offset of "(", 5, fixed} stands
-// for the use of the macro, and {offset of ";", 13} for the text after it.
+// From the "(" on, columns differ from those of the file. Two changes describe this: {offset of
+// "(", 5, fixed} for the use of the macro, and {offset of ";", 13} for the text after it.
 //
 // Tested by tests/preprocessor.
 
@@ -17,7 +17,7 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr int k_mostNewLines = 8;  // a line marker replaces more than that
+constexpr int k_mostNewLines = 8;  // more empty lines are replaced by a line marker
 
 bool IsWord(char c)
 {

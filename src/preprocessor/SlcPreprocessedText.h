@@ -13,7 +13,7 @@
 struct SlcColumnChange {
     std::size_t offset = 0;
     int column = 0;        // in the file, of the character at the offset
-    bool isFixed = false;  // all of it comes from the macro used at that column
+    bool isFixed = false;  // the whole part comes from the macro used at that column
 };
 
 /// Writes the preprocessed text: tokens on their lines, with a line marker where line breaks do not
@@ -28,12 +28,14 @@ public:
     void EnterFile(const std::string& name);
     /// Continues after an included file.
     void ReturnToFile(const std::string& name, int line);
-    /// Handles `#line`: the next line has this number and belongs to this file.
+    /// Handles `#line`: the next line gets this number and belongs to the file `name`.
     void SetPlace(const std::string& name, int line);
 
+    /// Adds a token, after the line breaks and blanks that precede it in the file.
     void Add(const SlcSourceToken& token);
-    /// Adds a whole line that no macro changes, such as a pragma.
+    /// Adds a whole line in which no macros are replaced, such as a pragma.
     void AddLine(std::string_view text, int line);
+    /// Ends the last line.
     void Finish();
 
     [[nodiscard]] std::string& Text() { return m_text; }
@@ -51,11 +53,11 @@ private:
     std::string m_text;
     std::vector<SlcColumnChange> m_columns;
     std::string m_name;
-    int m_line = 1;                   // of the file, at the end of the text
-    std::size_t m_lineBegin = 0;      // offset in the text
-    bool m_isOpen = false;            // the line is not empty
-    const char* m_lastEnd = nullptr;  // of the last token, in the file; null if it is from a macro
+    int m_line = 1;                   // line of the file at the end of the text
+    std::size_t m_lineBegin = 0;      // offset of the current line in the text
+    bool m_isOpen = false;            // the current line is not empty
+    const char* m_lastEnd = nullptr;  // end of the last token in the file; null if from a macro
     const char* m_lastTextEnd = nullptr;
     bool m_lastFromMacro = false;
-    int m_shift = 0;  // of columns, up to the next change
+    int m_shift = 0;  // column in the file minus column in the text, since the last change
 };

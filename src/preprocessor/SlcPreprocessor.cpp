@@ -21,7 +21,7 @@ std::string DirectivesOf(const std::vector<SlcPreprocessorOptions::Macro>& macro
 {
     std::string text;
     for (const auto& macro : macros) {
-        // A line break would make the rest of the word part of the shader.
+        // The rest after a line break would be read as a separate line, such as a directive.
         std::string word = macro.text.substr(0, macro.text.find('\n'));
         const std::size_t sign = word.find('=');
         if (macro.isDefined && sign == std::string::npos)

@@ -13,13 +13,13 @@
 
 /// The options of one run of the preprocessor.
 struct SlcPreprocessorOptions {
-    /// A macro that the command line defines or undefines, in command-line order.
+    /// A macro that the command line defines or undefines.
     struct Macro {
-        std::string text;  // NAME, NAME=VALUE or NAME(PARAMETERS)=VALUE; NAME alone is 1
+        std::string text;  // NAME, NAME=VALUE or NAME(PARAMETERS)=VALUE; NAME alone means NAME=1
         bool isDefined = true;
     };
 
-    std::vector<Macro> macros;
+    std::vector<Macro> macros;            // in the order of the command line
     std::vector<std::string> folders;     // for included files, in order
     SlcIncludedFiles::Provider provider;  // asked before reading the disk; may be empty
     std::function<void(const SlcPreprocessorReport&)> report;  // may be empty
@@ -30,8 +30,8 @@ struct SlcPreprocessorOptions {
 struct SlcPreprocessed {
     bool succeeded = false;                // no error was reported
     std::string text;                      // with line markers; incomplete if the run failed
-    std::vector<SlcColumnChange> columns;  // where columns of the text are not the file's
-    std::vector<std::string> files;        // those that were read, the source first
+    std::vector<SlcColumnChange> columns;  // where columns of the text differ from the file's
+    std::vector<std::string> files;        // the files that were read, the source first
     std::set<std::string> missing;         // paths where included files were not found
 };
 

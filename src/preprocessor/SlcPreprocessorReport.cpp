@@ -15,7 +15,7 @@
 
 std::string SlcReportText(const SlcPreprocessorReport& report)
 {
-    if (report.file.empty())  // the source itself could not be read
+    if (report.file.empty())  // the source itself cannot be read
         return (report.isError ? "ERROR: " : "WARNING: ") + report.text + "\n";
     const std::string place =
         report.file + ":" + std::to_string(report.line) + ":" + std::to_string(report.column) + ":";

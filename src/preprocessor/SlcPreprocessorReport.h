@@ -32,8 +32,8 @@ struct SlcPreprocessorReport {
 /// once. Empty for the source itself.
 [[nodiscard]] std::string SlcIncludersText(const SlcPreprocessorReport& report);
 
-/// Prints reports as they arrive. The includers are printed once for consecutive reports in one
-/// file. After a thousand reports of a source, no more are shown.
+/// Prints reports as they arrive. For consecutive reports in one file, the includers are printed
+/// only once. After a thousand reports, no more are shown.
 class SlcReportPrinter {
 public:
     /// Does not print warnings above the level.
@@ -51,5 +51,5 @@ private:
     std::ostream& m_stream;
     int m_warningLevel;
     int m_count = 0;
-    std::string m_includers;  // those of the last report
+    std::string m_includers;  // text of the last report's includers
 };

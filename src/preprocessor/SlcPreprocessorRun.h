@@ -11,7 +11,7 @@
 #include "preprocessor/SlcSourceToken.h"
 
 /// A fault after which preprocessing cannot continue. Thrown by value after the report, and caught
-/// by `SlcPreprocessor`.
+/// in SlcPreprocessor.cpp.
 class SlcPreprocessorStop {};
 
 /// The state shared by the parts of the preprocessor during one run: the reports, the generated
@@ -39,14 +39,14 @@ public:
     /// False once an error has been reported.
     [[nodiscard]] bool IsGood() const { return m_isGood; }
 
-    /// Keeps a text until the end of the run, followed by a line break and a zero byte, so that a
-    /// lexer can read it.
+    /// Stores a text until the end of the run and returns it. A line break and a zero byte follow
+    /// the returned text, so that a lexer can read it.
     [[nodiscard]] std::string_view Keep(std::string text);
 
     /// Allows work in proportion to the size of a source: macros and includes can generate endless
     /// text from a few lines, and the whole run must be linear in its input.
     void AllowFor(std::size_t characters) { m_allowed += k_workPerCharacter * characters; }
-    /// Counts `work`, and stops with the report `text` if more has been spent than is allowed.
+    /// Counts `work`, and stops with the report `text` at `token` if the sum exceeds the limit.
     void Spend(std::size_t work, const SlcSourceToken& token, std::string_view text);
 
 private:
@@ -55,8 +55,8 @@ private:
 
     void Report(const SlcSourceToken& token, SlcPreprocessorReport report);
 
-    // Each report holds a source line and its chain of includes, so more could need quadratic
-    // memory.
+    // Each report holds a source line and its chain of includes, so an unlimited number of reports
+    // could need quadratic memory.
     static constexpr int k_mostReports = 1001;  // one more than are shown
 
     Reporter m_reporter;

@@ -30,7 +30,7 @@ std::vector<std::size_t> LineBegins(const SlcSourceText& text)
     return begins;
 }
 
-/// Returns the number of characters of the name here.
+/// Returns the length of the name that begins at `at`.
 std::size_t NameLength(const char* at)
 {
     const char* end = at;
@@ -161,7 +161,7 @@ void SlcPreprocessorTrace::Finish(std::string_view text)
     FinishUses(text);
 }
 
-/// The expansion of a use consists of the tokens that came from it, as far as they are consecutive.
+/// The expansion of a use consists of the first run of consecutive tokens that came from it.
 void SlcPreprocessorTrace::FinishUses(std::string_view text)
 {
     std::unordered_map<const char*, std::pair<std::size_t, std::size_t>> expansions;

@@ -21,7 +21,7 @@ public:
     static constexpr int k_none = -1;
 
     struct Place {
-        int file = k_none;  // index in `Files`; none if no file contains it, such as a pasted name
+        int file = k_none;  // index in `Files`, or `k_none` for a text in no file: a pasted name
         int line = 0;       // from 1
         int column = 0;     // in bytes, from 1
         int length = 0;     // in bytes
@@ -43,30 +43,38 @@ public:
         std::vector<std::string> parameters;
         std::string body;
     };
+    /// `Asked` means that `#ifdef` or `defined` tests whether the macro is defined.
     enum class UseKind { Expanded, Asked, Undefined };
     struct MacroUse {
         std::string name;
-        int macro = k_none;  // index in `Macros`; none for one that no source defines
+        int macro = k_none;  // index in `Macros`, or `k_none` for a macro that no source defines
         UseKind kind = UseKind::Expanded;
         Place place;            // of the name
         Place end;              // of the last token: the name or a closing parenthesis
-        bool isBody = false;    // it is in the definition of a macro
+        bool isBody = false;    // the use is in the definition of a macro
         std::string expansion;  // in the preprocessed text; empty if `isBody`
     };
     struct Include {
         Place place;        // of the name with its quotes
-        int file = k_none;  // index of the file that it opened
+        int file = k_none;  // index of the included file in `Files`
     };
 
-    // Called by the parts of the preprocessor.
-    /// Returns the number of the file.
+    // The parts of the preprocessor call the next six operations.
+
+    /// Records a file and returns its index in `Files`.
     int EnterFile(const SlcSourceText& text);
+    /// Records a token at `offset` in the preprocessed text.
     void AddToken(std::size_t offset, const SlcSourceToken& token);
+    /// Records the definition in the rest of a `#define` line, whose replacement begins at index
+    /// `bodyBegin`.
     void Define(const std::vector<SlcSourceToken>& line, bool isFunction,
                 const std::vector<std::string_view>& parameters, std::size_t bodyBegin);
+    /// Records a use of a macro; `end` is its last token.
     void Use(const SlcSourceToken& name, const SlcSourceToken& end, UseKind kind);
+    /// Records that the `#include` at `place` opened the file.
     void IncludeFile(const SlcSourceToken& place, const SlcSourceText& text);
-    /// Computes the places. Call it while the texts of the run still exist.
+    /// Computes the places; `text` is the preprocessed text. Call it while the texts of the run
+    /// still exist.
     void Finish(std::string_view text);
 
     [[nodiscard]] const std::vector<std::string>& Files() const { return m_files; }
@@ -79,7 +87,7 @@ private:
     struct File {
         const SlcSourceText* text = nullptr;
         int number = k_none;
-        std::vector<std::size_t> lineBegins;  // of the lines in the file, including joined ones
+        std::vector<std::size_t> lineBegins;  // offsets of the file's lines, including joined ones
     };
     /// A part of a text that the run keeps.
     struct Raw {
@@ -88,12 +96,12 @@ private:
     };
     struct RawToken {
         Raw spelled;
-        const char* use = nullptr;  // null if it comes from no macro
+        const char* use = nullptr;  // null if the token is not from a macro
     };
     struct RawUse {
         Raw name;
         Raw end;
-        const char* outermost = nullptr;  // the use from which the name comes; null if none
+        const char* outermost = nullptr;  // the use that the name comes from; null if from none
     };
 
     [[nodiscard]] static Raw RawOf(const SlcSourceToken& token);
@@ -103,15 +111,15 @@ private:
     void FinishUses(std::string_view text);
 
     std::vector<std::string> m_files;
-    std::map<const char*, File, std::greater<>> m_texts;  // by the address of their first character
+    std::map<const char*, File, std::greater<>> m_texts;  // by address of the first character
     std::vector<Token> m_tokens;
     std::vector<RawToken> m_rawTokens;
     std::vector<Macro> m_macros;
-    std::vector<std::pair<Raw, Raw>> m_rawMacros;  // first and last token
-    std::unordered_map<std::string, int> m_defined;
+    std::vector<std::pair<Raw, Raw>> m_rawMacros;    // first and last token
+    std::unordered_map<std::string, int> m_defined;  // indices of the macros defined at present
     std::vector<MacroUse> m_uses;
     std::vector<RawUse> m_rawUses;
-    std::unordered_map<const char*, const char*> m_useEnds;  // from begin to end of uses in files
+    std::unordered_map<const char*, const char*> m_useEnds;  // of uses in files, by their begin
     std::vector<Include> m_includes;
     std::vector<Raw> m_rawIncludes;
 };

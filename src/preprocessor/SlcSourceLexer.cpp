@@ -1,5 +1,5 @@
 // The class of the first character selects the kind of token, and one loop reads each kind. Each
-// text ends with a line break, so no loop needs to test for the end.
+// text ends with a line break, so only the loop over a comment has to test for the end.
 //
 // Tested by tests/preprocessor.
 
@@ -160,7 +160,7 @@ void SlcSourceLexer::SkipComment()
 {
     CountJoints();
     const SlcSourceToken start = TokenHere(2);
-    const Listener* listener = m_listener;  // so that each comment is reported once
+    const Listener* listener = m_listener;  // null after the first report on this comment
     for (m_next += 2; m_next != m_end; ++m_next) {
         if (*m_next == '\n') {
             CountJoints();

@@ -14,13 +14,13 @@
 /// A lexer is a value: use a copy to look ahead.
 class SlcSourceLexer {
 public:
-    /// Receives warnings at places of the text.
+    /// Is called with the two characters that begin the comment at fault.
     struct Listener {
         std::function<void(const SlcSourceToken& comment)> unfinishedComment;
         std::function<void(const SlcSourceToken& start)> commentInComment;
     };
 
-    /// `text` must outlive the lexer and its tokens. Without a listener, warnings are dropped.
+    /// `text` must outlive the lexer and its tokens. Without a listener, faults are not reported.
     explicit SlcSourceLexer(const SlcSourceText& text, const Listener* listener = nullptr);
     /// Reads a text in memory that ends with a line break.
     SlcSourceLexer(const char* begin, const char* end);
@@ -31,16 +31,16 @@ public:
     /// continue with one, returns a token of kind `Empty` and consumes nothing.
     [[nodiscard]] SlcSourceToken HeaderName();
 
-    /// Returns the line of the next token.
+    /// Returns the number of the line that is being read.
     [[nodiscard]] int Line() const { return m_line; }
-    /// Call it only at the beginning of a line.
+    /// Sets the number of the current line. Call it only at the beginning of a line.
     void SetLine(int line) { m_line = line; }
-    /// Stops warnings in a copy that looks ahead.
+    /// Removes the listener. For a copy that looks ahead.
     void BeSilent() { m_listener = nullptr; }
 
 private:
     [[nodiscard]] SlcSourceToken TokenHere(std::size_t length) const;
-    /// True if anything was skipped.
+    /// Skips blanks and comments. True if anything was skipped.
     [[nodiscard]] bool SkipBlanks();
     void SkipComment();
     /// Advances line and column past the joints before the current place.

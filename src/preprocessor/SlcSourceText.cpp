@@ -1,10 +1,10 @@
-// Most files need no change and are used as they are. In the others,
+// Most files need no change and are used as they are. Otherwise line continuations are removed:
 //
 //     #define TWO a\          becomes     #define TWO a b
 //      b
 //
-// and the offset between "a" and " b" is recorded as a joint, so that the lexer can determine the
-// line and column of each character in the file.
+// The offset between "a" and " b" is recorded as a joint, so that the lexer can determine the line
+// and column of each character in the file.
 //
 // Tested by tests/preprocessor.
 
@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
-/// Returns the length of the line continuation at this backslash, including the line break; 0 if it
-/// is none. Blanks after the backslash are accepted, since they are invisible.
+/// Returns the length of the line continuation at this backslash, including the line break; 0 if
+/// the backslash continues no line. Accepts blanks after it, since they are invisible.
 std::size_t ContinuationLength(std::string_view text, std::size_t backslash)
 {
     const std::size_t end = text.find_first_not_of(" \t\v\f\r", backslash + 1);

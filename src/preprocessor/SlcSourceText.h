@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-/// The contents of a file as the lexer reads it: lines end with a single "\n", the last one too,
-/// and lines that a backslash continues are joined.
+/// The contents of a file as the lexer reads them: each line, including the last, ends with a
+/// single "\n", and lines that a backslash continues are joined.
 class SlcSourceText {
 public:
     /// `name` is used in reports and line markers.
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] const char* Begin() const { return m_text.data(); }
     /// Returns the position after the last line, which holds a zero byte.
     [[nodiscard]] const char* End() const { return m_text.data() + m_text.size(); }
-    /// Returns the offsets, in order, at which the next line of the file was joined.
+    /// Returns the offsets, in order, at which a line of the file was joined to the previous one.
     [[nodiscard]] const std::vector<std::size_t>& Joints() const { return m_joints; }
 
 private:

@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <string_view>
 
-/// The macros that must not replace a token, as a set of `SlcHideSets`. 0 is the empty set.
+/// The macros that must not replace a token: the number of a set in `SlcHideSets`; 0 is empty.
 using SlcHideSet = std::uint32_t;
 
 enum class SlcSourceTokenKind : std::uint8_t {
     End,        // the end of a file, or of separately expanded tokens
-    NewLine,    // the end of a line; only directives get it
+    NewLine,    // the end of a line; passed only to directives
     Name,       // of letters, digits, "_" and "$"
     Number,     // a preprocessing number, a superset of the numbers of any language
     Text,       // between double quotes
@@ -18,16 +18,16 @@ enum class SlcSourceTokenKind : std::uint8_t {
     Empty,  // an empty argument next to "##"
 };
 
-/// A preprocessing token. Its text and place point into a `SlcSourceText` or a text of the run,
-/// which live until the end of the run.
+/// A preprocessing token. `text` and `at` point into a `SlcSourceText` or into a text that the run
+/// has stored; both exist until the end of the run.
 struct SlcSourceToken {
     std::string_view text;
     const char* at = nullptr;  // in the file; for a token from a macro, where the macro is used
-    int line = 0;              // line of that place, as set by `#line`
-    int column = 0;            // column of that place in bytes, from 1
+    int line = 0;              // line of `at`, as numbered by `#line`
+    int column = 0;            // column of `at` in bytes, from 1
     SlcHideSet hidden = 0;
     SlcSourceTokenKind kind = SlcSourceTokenKind::End;
-    bool spaceBefore = false;  // a blank or a comment
+    bool spaceBefore = false;  // a blank or a comment precedes the token
     bool startsLine = false;
     bool fromMacro = false;
 

@@ -3,8 +3,8 @@
 // separate stack, since the usual one may have overflowed.
 //
 // An interrupt also removes unfinished files, but then ends the process by the signal, so that the
-// parent sees the cause. They are also removed at `std::exit` after a fatal error, which does not
-// run destructors of locals.
+// parent sees the cause. A fatal error calls `std::exit`, which does not run destructors of locals,
+// so an exit handler removes the files or moves them into place.
 //
 // Tested by tests/support/QxDebugTest.cpp.
 
@@ -57,8 +57,8 @@ const SignalText& Find(int signal)
 }
 
 struct UnfinishedFile {
-    std::atomic<const char*> path = nullptr;  // null if the row is free
-    std::atomic<const char*> placeOnExit = nullptr;
+    std::atomic<const char*> path = nullptr;         // null if the row is free
+    std::atomic<const char*> placeOnExit = nullptr;  // null if the file is to be removed
 };
 
 // Enough rows for the preprocessed source, the C++ file and the output, each with its folder.
@@ -98,7 +98,8 @@ void HandleInterrupt(int signal)
     ::sigaction(signal, &action, nullptr);
 }
 
-/// Installs handlers for the signals that end a process but do not indicate a fault in it.
+/// Installs handlers for the signals that end a process but do not indicate a fault in it, and for
+/// `std::exit`. False if the handler for `std::exit` could not be installed.
 bool HandleEndings()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGPIPE, SIGXCPU, SIGXFSZ})
@@ -153,8 +154,8 @@ bool QxDebug::InitErrorSignalsHandling()
 
 bool QxDebug::StackTrace()
 {
-    // Not `backtrace`, which loads a library on first use. In the handler it is too late for that,
-    // so every run would have to load it in advance.
+    // `backtrace` would load a library on first use. In the handler it is too late for that, so
+    // every run would have to load the library in advance.
     Frames frames;
     _Unwind_Backtrace(&AddFrame, &frames);
     if (frames.count == 0)

@@ -1,6 +1,6 @@
-// A path is a list of directories, each expanded when it is set: environment variables, `~`, and a
-// leading `.` or `..` are replaced at once, so that a later change of the working directory has no
-// effect. Two items are references instead of directories:
+// A path is a list of directories, which are expanded when the list is set: environment variables,
+// `~`, and a leading `.` or `..` are replaced at once, so that a later change of the working
+// directory does not affect them. Two items are references instead of directories:
 //
 //     @    the default path          &    the previous path
 //
@@ -19,7 +19,7 @@
 
 namespace {
 
-// The order in which the resources list is copied to the others.
+// A list set for `e_resources` is appended to the lists of these categories, in this order.
 constexpr QxSearchPath::QxCategory k_resourceCategories[] = {
     QxSearchPath::e_shaders,  QxSearchPath::e_displays,    QxSearchPath::e_textures,
     QxSearchPath::e_archives, QxSearchPath::e_procedurals,
@@ -46,14 +46,14 @@ void SubstituteHome(std::string& path)
         SubstituteFirstName(path, "~", home);
 }
 
-/// Returns an empty text if it cannot be determined.
+/// Returns an empty text if the directory cannot be determined.
 std::string WorkingDirectory()
 {
     const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
     return path ? path.get() : "";
 }
 
-/// Repeats until the pattern no longer occurs, including overlapping occurrences.
+/// Repeats the substitution until the pattern no longer occurs, since occurrences may overlap.
 void SubstituteAll(std::string& text, std::string_view pattern, std::string_view replacement)
 {
     while (text.find(pattern) != std::string::npos)
@@ -75,8 +75,8 @@ void CutEnd(std::string& path)
         path.pop_back();
 }
 
-/// Removes the last name of a path that is empty or ends in "/". If there is none, returns false
-/// and leaves the path unchanged. The root is its own parent.
+/// Removes the last name of `path`, which is empty or ends in "/". Returns false, and leaves the
+/// path unchanged, if it is empty or the name is "..". The root is its own parent.
 bool CutLastName(std::string& path)
 {
     const std::size_t end = path.find_last_not_of('/');

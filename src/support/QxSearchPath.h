@@ -6,14 +6,15 @@
 
 // Text helpers. They do nothing if `in` is null.
 
-/// Replaces each `pattern`, from left to right without overlap. `in` may be the text of `out`
-/// itself.
+/// Sets `out` to `in` with each `pattern` replaced, from left to right without overlap; an empty
+/// pattern matches nothing. `in` may be the text of `out` itself.
 void StringSubstitution(std::string& out, const char* in, std::string_view pattern,
                         std::string_view replacement);
-/// Replaces `prefix` at the start of the text. `in` must not be the text of `out`.
+/// Sets `out` to `in`, where `prefix` is replaced if the text starts with it. `in` must not be the
+/// text of `out`.
 void PrefixSubstitution(std::string& out, const char* in, std::string_view prefix,
                         std::string_view replacement);
-/// Returns the path after a drive letter. This platform has none.
+/// Returns the path without a drive letter; paths of this platform have none.
 [[nodiscard]] inline const char* SkipWindowsDrive(const char* path)
 {
     return path;
@@ -22,11 +23,11 @@ void PrefixSubstitution(std::string& out, const char* in, std::string_view prefi
 // The header of generated code has another class of this name; both may be linked into one program.
 inline namespace QxServices {
 
-/// Lists, for each kind of resource, the directories in which it is searched, in order. Part of the
-/// library for other programs; the compiler does not use it.
+/// For each category of files, a list of the directories in which they are searched, in order. Part
+/// of the library for other programs; the compiler does not use it.
 ///
-/// Each kind has an environment variable with its list, such as "DIR:DIR"; ";" is a separator too.
-/// In a list "@" stands for the default list, and "&" for the list before the change.
+/// Each category has an environment variable that sets its list, such as "DIR:DIR"; ";" is also a
+/// separator. In a list "@" stands for the default list, and "&" for the list before the change.
 class QxSearchPath {
 public:
     enum QxCategory {
@@ -66,28 +67,30 @@ public:
     /// Initializes each list from its environment variable, or with the default if that is not set.
     QxSearchPath();
 
-    /// Sets the category's list if `replace` is true, or else appends to it. Setting `e_resources`
-    /// always appends. Empty items are skipped. Does nothing for an invalid category or a null
-    /// path.
+    /// Replaces the category's list by `path` if `replace` is true, otherwise appends `path` to it.
+    /// For `e_resources`, always appends to all other lists. Skips empty items. Does nothing for an
+    /// invalid category or a null path.
     void SetPath(QxCategory category, const char* path, bool replace);
+    /// Empties the category's list.
     void DeleteCategory(QxCategory category);
-    /// Returns no directories for an invalid category. Each directory ends in "/".
+    /// Returns the category's list; empty for an invalid category. Each directory ends in "/".
     [[nodiscard]] const std::vector<std::string>& Directories(QxCategory category) const;
 
-    /// Returns the file's path in the first directory that has it; a name that begins with "/" is
-    /// the path itself. The result is valid until the next call. Null if there is no such file;
-    /// directories do not count. Does not open or create anything.
+    /// Returns the path of the file in the first directory that has it and allows `access`; a name
+    /// that begins with "/" is the path itself. Null if there is no such file; directories do not
+    /// count. The result is valid until the next call. Does not open or create anything.
     [[nodiscard]] const char* Find(QxCategory category, const char* name, QxAccess access);
 
     // Expansion of paths. These functions do nothing if `in` is null.
 
-    /// Expands a directory to an absolute path: replaces variables and "~" (the home directory),
-    /// and removes ".", ".." and a final "/". A path that expands to nothing becomes the root.
+    /// Expands the path of a directory: replaces variables, "~" (the home directory) and a leading
+    /// "." or ".." (the working directory or its parent), and removes inner "." and ".." and a
+    /// final "/". A path that expands to nothing becomes the root; "a/b" stays relative.
     static void ExpandPath(std::string& out, const char* in);
-    /// Expands a file name: variables and "~"; removes doubled "/".
+    /// Expands a file name: replaces variables and "~", and removes doubled "/" and a final "/".
     static void ExpandName(std::string& out, const char* in);
-    /// Expands environment variables. A name extends from "$" to the next "/"; an unset variable
-    /// expands to nothing.
+    /// Expands environment variables. The name of a variable extends from "$" to the next "/"; an
+    /// unset variable expands to nothing.
     static void SubstituteEnvVar(std::string& out, const char* in);
     /// Removes each ".." together with the name before it. Does nothing for an empty text.
     static void ReplaceDotDot(std::string& out, const char* in);

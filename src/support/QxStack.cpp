@@ -1,7 +1,7 @@
 // Measures the stack available for recursion. Reserve only raises the limit and does not allocate
 // memory; Left measures from the address of the current frame.
 //
-// Tested by tests/frontend/DeepInputTest.cpp, which nests sources as deep as it goes.
+// Tested by tests/frontend/DeepInputTest.cpp, whose sources are nested deeper than allowed.
 
 #include "support/QxStack.h"
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Returns the lowest usable address of the stack; 0 if it is unknown.
+/// Returns the lowest usable address of the calling thread's stack; 0 if it is unknown.
 std::uintptr_t LowestAddress()
 {
     pthread_attr_t attributes;

@@ -6,10 +6,10 @@
 class QxStack {
 public:
     /// Lets the stack of the main thread grow to `wanted` bytes, as far as the user's limit allows.
-    /// Returns the number of bytes that it can grow to; `wanted` if there is no limit. Call it
-    /// before `Left`, which reads the limit only once.
+    /// Returns the number of bytes that it can grow to, at most `wanted`; 0 if the limit is
+    /// unknown. Call it before `Left`, which reads the limit only once.
     [[nodiscard]] static std::size_t Reserve(std::size_t wanted);
 
-    /// Returns the number of bytes left; a very large number if the size is unknown.
+    /// Returns the number of bytes left; the maximum number if the size of the stack is unknown.
     [[nodiscard]] static std::size_t Left();
 };

@@ -1,5 +1,5 @@
-// Thin wrappers of system calls. On failure each returns 0, false or nothing: callers learn that it
-// failed, but not why.
+// Thin wrappers of system calls. On failure each returns a neutral value, such as 0, false or -1:
+// callers learn that the call failed, but not why.
 //
 // Between fork and exec a child only closes descriptors: allocating memory there could wait for a
 // lock that no thread of the child will ever release.

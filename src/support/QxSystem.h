@@ -21,29 +21,29 @@ public:
     /// is replaced by its entries, one level deep only. Does nothing if `directory` cannot be read.
     static void ScanDir(const char* directory, ScanCallback callback, void* data, bool recursive);
 
-    /// Also true for a dangling symbolic link.
+    /// True if there is a file, a directory or a symbolic link, which may be dangling, at `path`.
     [[nodiscard]] static bool FileExists(const char* path);
-    /// False for a symbolic link to a directory.
+    /// True for a directory; false for a symbolic link to one.
     [[nodiscard]] static bool FileIsDir(const char* path);
-    /// Returns the size in bytes; for a directory, the total size of its contents, not counting
-    /// what links to directories refer to. 0 on failure.
+    /// Returns the size in bytes; for a directory, the total size of its contents, without the
+    /// directories that symbolic links refer to. 0 on failure.
     [[nodiscard]] static std::uintmax_t FileSize(const char* path);
-    /// 0 on failure.
+    /// Return the time of the last access and of the last modification. 0 on failure.
     [[nodiscard]] static std::time_t FileAccessTime(const char* path);
     [[nodiscard]] static std::time_t FileModifTime(const char* path);
-    /// Copies only the contents. `to` is created or truncated first, unless it is the same file as
-    /// `from`. After a failure it may contain part of them.
+    /// Copies the contents, but no other properties. `to` is created or truncated first, unless it
+    /// is the same file as `from`. False on failure; `to` may then contain part of the contents.
     [[nodiscard]] static bool FileCopy(const char* from, const char* to);
 
-    // File systems, by the path of any file in one.
+    // Properties of the file system that contains `path`.
 
     /// Return the bytes available to an ordinary user and the total size in bytes. 0 on failure.
     [[nodiscard]] static float DiskFree(const char* path);
     [[nodiscard]] static float DiskSize(const char* path);
     /// Returns the kernel's number of the file system type; 0 on failure.
     [[nodiscard]] static long FsType(const char* path);
-    /// Returns the name of the file system type, such as "ext4"; "unknown" for uncommon types and
-    /// on failure.
+    /// Sets `name` to that of the file system type, such as "ext4"; "unknown" for uncommon types
+    /// and on failure.
     static void SysFs(const char* path, std::string& name);
 
     // Processes and the machine.
@@ -68,7 +68,8 @@ public:
         const char* const list[] = {path, arguments..., nullptr};
         return LaunchAndWait(list);
     }
-    /// False if the name does not fit into the buffer with its terminating null.
+    /// Writes the name of the machine to the buffer. False if the name and its terminating null do
+    /// not fit.
     [[nodiscard]] static bool HostName(char* buffer, std::size_t size);
 
 private:

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Returns the version, its build date and its label, in memory from `malloc` that the caller
-/// frees.
+/// Returns the version with its date and label, in memory from `malloc` that the caller frees; null
+/// if there is no memory.
 [[nodiscard]] char* QxGetVersionString();
 
 /// Returns the copyright line, set by the build.

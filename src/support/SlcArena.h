@@ -7,7 +7,7 @@
 /// Memory for the many small objects of one compilation: nodes, instructions, operands, entries,
 /// and the contents of their containers. It is allocated in large chunks that live as long as the
 /// arena. Freed blocks are kept in a free list per size. So allocation and release cost a few
-/// instructions, and a long compilation needs no more memory than its live objects.
+/// instructions, and a long compilation reuses the memory of its dead objects.
 ///
 ///     chunk:  [before][header|room][header|room]...        free[units]: room -> room -> null
 ///
@@ -18,7 +18,7 @@ public:
     SlcArena() = default;
     SlcArena(const SlcArena&) = delete;
     SlcArena& operator=(const SlcArena&) = delete;
-    /// Frees the chunks, but not objects that were too large for a chunk.
+    /// Frees the chunks, but not blocks that were allocated from the system because of their size.
     ~SlcArena();
 
     /// Allocates memory aligned for any object. Throws `std::bad_alloc`.
@@ -77,6 +77,6 @@ private:
 
     Chunk* m_chunks = nullptr;                          // the most recent one
     std::array<Free*, k_largestUnits + 1> m_free = {};  // by size in units
-    char* m_next = nullptr;  // in the current chunk, after the space for a header
+    char* m_next = nullptr;  // the next block in the current chunk; its header precedes it
     std::size_t m_left = 0;  // units left in the chunk
 };

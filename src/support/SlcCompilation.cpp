@@ -1,4 +1,4 @@
-// Parts are destroyed in reverse order, since a part may refer to earlier ones.
+// Parts are destroyed in reverse order of creation, since a part may refer to earlier ones.
 //
 // Tested by tests/compiler.
 
@@ -35,7 +35,7 @@ std::size_t SlcCompilation::NumberOf(std::atomic<std::size_t>& number)
 {
     static std::atomic<std::size_t> last = 0;
     std::size_t own = number.load();
-    // If two threads assign a number at the same time, the second uses that of the first.
+    // If two threads assign a number at the same time, the second uses the number of the first.
     if (own == 0) {
         const std::size_t wanted = ++last;
         own = number.compare_exchange_strong(own, wanted) ? wanted : own;

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-/// The state of one compilation besides its tree and its code: counters, reports, pools of names
+/// The state of one compilation, except its tree and its code: counters, reports, pools of names
 /// and constants, the state of scanner and parser. All of it is destroyed with the object, so a
 /// process can compile any number of sources independently.
 ///
@@ -37,10 +37,10 @@ public:
         SlcCompilation* m_before;
     };
 
-    /// Returns the compilation's only `T`, which is made on first use. Each folder keeps its state
-    /// in private classes that no other folder names.
+    /// Returns the compilation's only `T`, which is made on first use. Most parts are classes that
+    /// only one `.cpp` file knows.
     ///
-    /// Called several times per token, so only the look-up is inlined.
+    /// Called several times per token, so the look-up is inlined, but the creation is not.
     template <class T>
     [[nodiscard]] T& Part()
     {

@@ -38,8 +38,8 @@ struct Counters {
     int warningLevel = 1;
     bool alwaysAdvises = false;
     bool endsByException = false;
-    int sourceReports = 0;              // by scanner and parser
-    std::size_t lastError = k_nowhere;  // position of the last error among them
+    int sourceReports = 0;              // reports of scanner and parser
+    std::size_t lastError = k_nowhere;  // position of the last error of scanner or parser
 };
 
 Counters& State()

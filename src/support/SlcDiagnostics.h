@@ -51,16 +51,16 @@ struct SlcReport {
     int column = 0;  // in the file, from 1; 0 if unknown
     int length = 0;
     std::string text;
-    std::string advice;  // complete lines
+    std::string advice;  // lines with "\n" between them
 };
-/// Returns the reports of the compilation that were shown, in order.
+/// Returns the reports that the compilation has shown, in order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
-/// Adds a report; the report functions below do this themselves.
+/// Adds a report; the report functions below except `SeverError` and `SevereWarning` do this.
 void RecordReport(SlcReport report);
 /// Adds a line of advice to the last report; the advice functions below do this themselves.
 void RecordAdvice(std::string_view text);
 
-/// A range of columns within one line of a file. Both are 0 if it is unknown.
+/// A range of columns within one line of a file. Both members are 0 if the range is unknown.
 struct SlcColumns {
     int column = 0;  // from 1
     int length = 0;
@@ -101,18 +101,18 @@ void ShowAdvice(bool always);
 void yyerror(const char* message);
 /// Reports a warning in the same form; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
-/// Adds a line of advice to a report at the scanner's position: `file:line: ADVICE: text`. Never
-/// counted.
+/// Adds a line of advice to the last report: `file:line: ADVICE: text`, with the scanner's
+/// position. Silent unless advice is shown; never counted.
 void Advise(std::string_view text);
 /// Reports `file:line: WARNING: message -- detail` at the scanner's position, without the source
-/// line.
+/// line; silent, and not counted, at warning level 0.
 void Warning(std::string_view message, std::string_view detail);
-/// Reports a warning without a position, which is not counted.
+/// Reports a warning without a position; silent at warning level 0, and never counted.
 void WarningNoSource(std::string_view message);
-/// Reports an error that does not belong to a source line; the caller continues.
+/// Reports and counts an error that does not belong to a source line; the caller continues.
 void SeverError(std::string_view program, std::string_view message);
 /// Reports a warning about the program run itself: always printed, never counted.
 void SevereWarning(std::string_view program, std::string_view message);
-/// Reports a fault of the compiler: prints the message and the contact address, and ends with
-/// status 1.
+/// Reports a fault of the compiler: prints the message and the contact address, and calls
+/// `EndCompilation` with status 1.
 [[noreturn]] void FatalError(std::string_view message);

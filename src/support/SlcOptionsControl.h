@@ -10,14 +10,14 @@ inline constexpr bool k_isDebugBuild = false;
 inline constexpr bool k_isDebugBuild = true;
 #endif
 
-/// The decisions of the command line, read by every subsystem. Each compilation owns an instance
-/// and fills it in. The defaults here are those of level 2 without a chosen back end.
+/// The options of the command line, read by every subsystem. Each compilation owns an instance and
+/// fills it in. The defaults here are those of level 2 before a back end is chosen.
 /// SlcOptimizationLevel.cpp lists what each level enables.
 struct SlcOptionsControl {
-    bool m_useShadeops = true;            // unknown functions are sought in shadeop libraries
+    bool m_useShadeops = true;            // unknown functions are looked up in shadeop libraries
     bool m_checkArrayBounds = true;       // array accesses are checked at run time
     bool m_simdInstructions = true;       // whole-grid assignments and calls
-    bool m_regroupParallelBlocks = true;  // neighbouring parallel runs are merged first
+    bool m_regroupParallelBlocks = true;  // adjacent parallel runs are merged first
     bool m_assignInPlace = true;          // a right side is computed into its target
     bool m_reuseTempVars = true;          // temporaries are recycled after each statement
     bool m_reuseBoolFlags = true;         // flags of varying control flow are recycled
@@ -37,7 +37,7 @@ struct SlcOptionsControl {
     bool m_strict = false;                  // function bodies do not see the defining scope
     bool m_generateDSO = false;             // C++ back end instead of byte-code
     bool m_createLocalVars = true;          // part of the interface; never cleared
-    int m_mostOperations = 1'000'000;       // limit of expanded functions; no command-line option
-    int m_mostLevels = 10'000;              // nesting depth of functions; no command-line option
+    int m_mostOperations = 1'000'000;       // limit for all expansions; no command-line option
+    int m_mostLevels = 10'000;              // limit for nested expansions; no command-line option
     std::list<std::string> m_searchDirs = {"."};  // for shadeop libraries, in order
 };

@@ -73,14 +73,14 @@ public:
     void Swap(SlcPtr& other) noexcept { std::swap(m_object, other.m_object); }
 
     /// Returns the raw pointer, only for the conversions of `SlcPtr` and for `CheckCast`.
-    // As above. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
+    // See `operator->`. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
     [[nodiscard]] SlcCollectable* DontUseOutsideTheClassPointer() const { return m_object; }
 
 private:
     template <class U>
     friend class SlcPtr;
 
-    // As above.
+    // See `operator->`.
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete)
     void Retain() const
     {
@@ -97,9 +97,9 @@ private:
     SlcCollectable* m_object = nullptr;
 };
 
-/// Casts to a `To`. Null yields null. An object of another class throws `std::bad_cast`, which
-/// nothing catches, since it is a fault of the compiler. A cast to a base class is free; one to the
-/// object's own class is almost free.
+/// Casts to a `To`. Null yields null. An object that is not a `To` throws `std::bad_cast`: a fault
+/// of the compiler, which only `SlcCheckSemantics` catches, around light statements. A cast to a
+/// base class is free; one to the object's own class is almost free.
 template <class To, class From>
 [[nodiscard]] SlcPtr<To> CheckCast(const SlcPtr<From>& from)
 {

@@ -13,10 +13,10 @@ struct SlcSourcePosition {
     int column = 0;            // characters read from the current line
     int tokenLength = 0;       // of the last token
     std::string currentLine;   // the source line being scanned
-    std::string filler;        // a blank, or the tab, for each character up to the last token
-    std::size_t taken = 0;     // characters of the source read up to the last token
+    std::string filler;        // a blank, or the tab, per character to the end of the last token
+    std::size_t taken = 0;     // characters of the source read, including the last token
     bool isAtEnd = false;      // the last token is the end of the source
-    bool isUncounted = false;  // the report is about a character that column does not count
+    bool isUncounted = false;  // the report is about a character that `column` does not count
 };
 
 /// Returns the scanner's position in the current compilation.

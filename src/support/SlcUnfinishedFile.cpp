@@ -43,8 +43,8 @@ SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit, Else othe
         m_isBeside = m_folder.empty();
     }
     m_path = m_folder.empty() ? m_place : m_folder + '/' + name;
-    // The folder is registered before the file, since the last registered is removed first and a
-    // folder must be empty.
+    // The folder is registered before the file, so that it is removed after the file: only an empty
+    // folder can be removed.
     if (!m_folder.empty())
         QxDebug::RemoveOnSignal(m_folder.c_str());
     QxDebug::RemoveOnSignal(m_path.c_str(),

@@ -7,13 +7,14 @@
 /// complete. The file has its final name from the start, since programs that read it may show or
 /// store the name.
 ///
-/// The destructor removes the folder and the file; so does a signal that ends the process.
+/// The destructor removes the folder, and the file unless `MoveIntoPlace` has moved it; so does a
+/// signal that ends the process.
 class SlcUnfinishedFile {
 public:
     /// What happens to the file at `std::exit`, which ends the process after a fatal error.
     enum class OnExit { Remove, MoveIntoPlace };
     /// Where the folder is made if it cannot be next to the final place. `Temporary`, the directory
-    /// for temporary files, is enough for a file that is only read again.
+    /// for temporary files, suffices for a file that the run reads and does not keep.
     enum class Else { Nowhere, Temporary };
 
     /// Makes the folder; the caller creates the file. If no folder can be made, the path is the
@@ -32,7 +33,7 @@ public:
     /// False for a file in the directory for temporary files.
     [[nodiscard]] bool IsBesidePlace() const { return m_isBeside; }
 
-    /// False, with the reason in `errno`, if the file cannot be moved.
+    /// Moves the file to its final place. False, with the reason in `errno`, if that fails.
     [[nodiscard]] bool MoveIntoPlace();
 
 private:

@@ -1,7 +1,7 @@
 // A shader calls only a dozen of the library's functions, and making all entries would take longer
 // than compiling a small shader. So the outermost scope is empty at first. It makes the entries of
-// a name when the name is first looked up, or redefined, since a redefinition must see the
-// built-ins of its name.
+// a name when the name is first looked up or redefined: a redefinition must see the built-ins of
+// its name.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    /// If a name already has entries, they include those of its cards.
+    /// Does nothing if the name already has entries: they include those of its cards.
     void MakeBuiltIns(std::string_view name)
     {
         if (SlcSymbolScope::Find(name))

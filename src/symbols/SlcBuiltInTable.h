@@ -4,9 +4,9 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The rules that compute the detail of a call. `checkDetail` is indexed by `SqxDetailRule`, for a
-/// call as written; the other array by `SqxInlineRule`, for a call in a function body that is being
-/// evaluated. The rules are in `semantics`, which passes them in.
+/// The rules that compute the detail of a call. `checkDetail`, for a call as written, is indexed by
+/// `SqxDetailRule`; `checkInlineDetail`, for a call in a function body that is being evaluated, by
+/// `SqxInlineRule`. The rules are in `semantics`, which passes them in.
 struct SlcDetailRules {
     std::array<SlcCheckDetailProc, 3> checkDetail;
     std::array<SlcCheckInlineDetailProc, 9> checkInlineDetail;

@@ -1,5 +1,5 @@
-// Computes what a function requires of an argument; the only place that does. Semantic analysis
-// queries calls in the source, passes query instructions.
+// The only place that computes what a function requires of an argument: for semantic analysis, of
+// an argument of a call in the source; for the passes, of an argument of an instruction.
 //
 //     occlusion(P, N, "bias", 2)             in the source: P, N, a name, a value
 //     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     in the code: each value of the tail in its place

@@ -21,8 +21,8 @@ struct SlcCallFormal {
     SlcTypeNode* type;                         // `AnyType` accepts the argument unchanged
     SlcDetailNode* detail;                     // required detail; may be unknown
     bool isOutput;                             // the function writes the argument
-    SlcFuncVarArgSingle* tailValue = nullptr;  // declaration of the value, if it is in a variable
-                                               // tail; null otherwise, and for a pair's name
+    SlcFuncVarArgSingle* tailValue = nullptr;  // declaration of a value in a variable tail; null
+                                               // for a fixed argument and for a pair's name
 };
 
 /// For the tree: returns one formal for each argument of a checked call, in source order. The

@@ -1,6 +1,6 @@
-// All arguments of a shadeop are varying inputs, since its declaration states nothing else. The
-// library's name becomes part of identifiers in generated C++, so characters that are invalid there
-// are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
+// All arguments of a shadeop are varying inputs, since its declaration states neither detail nor
+// storage. The library's name becomes part of identifiers in generated C++, so characters that are
+// invalid there are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
 
@@ -13,7 +13,7 @@ bool IsLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-/// Keeps letters, digits and the characters in `kept`.
+/// Keeps letters, digits and the characters in `kept`, and encodes all others.
 std::string EncodedForC(std::string_view text, std::string_view kept)
 {
     constexpr const char* digits = "0123456789abcdef";

@@ -7,11 +7,11 @@
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
-/// The parts of a shadeop's record and its library besides the signature.
+/// What a shadeop's record and its library state, except the signature.
 struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
-    SlcIdentNode* init = nullptr;        // function that prepares the shadeop; may be empty
-    SlcIdentNode* cleanup = nullptr;     // function that releases its data; may be empty
+    SlcIdentNode* init = nullptr;        // function that prepares the shadeop; name may be empty
+    SlcIdentNode* cleanup = nullptr;     // function that releases its data; name may be empty
     std::string libraryPath;
     std::string libraryBaseName;   // file name of the library up to its last "."
     std::string libraryExtension;  // after the last "."
@@ -52,7 +52,7 @@ public:
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }
-    /// Overloads of a method share their init and cleanup functions.
+    /// Set the init and cleanup functions, which all overloads of a method must share.
     void SetInit(SlcIdentNode* init) { m_info.init = init; }
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
     /// Returns the path at which the search found the library.
@@ -62,11 +62,12 @@ public:
     {
         return m_info.libraryBaseName + '.' + m_info.libraryExtension;
     }
+    /// Returns the text that identifies the library in generated code.
     [[nodiscard]] const std::string& GetKey() const { return m_info.key; }
 
-    /// Encodes a file name as part of a C identifier: letters and digits are kept, any other
-    /// character becomes "_", its two hexadecimal digits and "_"; the last "." becomes "_", and a
-    /// "_" after it is kept.
+    /// Encodes a file name as part of a C identifier. The last "." becomes "_". Letters and digits
+    /// are kept, and so is a "_" after the last "."; any other character becomes "_", the two
+    /// hexadecimal digits of its code, and "_".
     [[nodiscard]] static std::string FileNameAsCId(std::string_view name);
 
 private:

@@ -44,7 +44,7 @@ SlcTypeNode* TypeOf(SqxCardType type)
     case SqxCardType::Space:
     case SqxCardType::Literal:
     case SqxCardType::Shadeop:
-        break;  // only in instructions; the reader of cards rejects it in a function
+        break;  // only in instructions; the reader of cards rejects these types in functions
     }
     return SlcTypeNode::AError();
 }

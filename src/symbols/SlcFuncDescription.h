@@ -26,8 +26,8 @@ struct SlcFuncDescription {
     std::vector<SlcDetailNode*> argDetails;        // uniform or unknown
     std::vector<SlcStorageSpecNode*> argStorages;  // input or output
     SlcCallSIMD simd;
-    /// The detail that the whole-grid form requires of each argument, including those of a limited
-    /// tail; empty if there is no such form.
+    /// The detail that the whole-grid form requires of each argument, including those of a tail
+    /// that is not repeated; empty if there is no such form.
     std::vector<SlcDetailNode*> simdDetails;
     std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a fixed number of arguments
 };

@@ -1,5 +1,5 @@
-// Checks whether a call matches a function. The fixed arguments are compared one by one; later
-// arguments are passed in order to the tail, which keeps its state between them. A formal accepts
+// Checks whether a call matches a function. The fixed arguments are compared one by one; the tail
+// then receives the further arguments in order and keeps its state between them. A formal accepts
 // its own type and types that promote to it; an output formal accepts only its own type, since
 // there is no promotion back.
 //
@@ -17,8 +17,8 @@
 
 namespace {
 
-/// Advice for an argument that the tail rejects; empty for a tail without names. `previous`
-/// accepted the argument before it; null at the start.
+/// Returns advice for an argument that the tail rejects; empty for a tail without names. `previous`
+/// is the leaf that accepted the argument before it; null for the first argument of the tail.
 std::string AdviceOnTail(const SlcFuncVarArgLeaf* previous, const SlcExprNode* arg,
                          SlcFuncVarArgExpr* tail)
 {

@@ -21,7 +21,7 @@ class SlcSemanticError;
 enum class SlcCallSIMD {
     NoSimd,      // one call for each point, or once for uniform data
     Simd,        // also one call for the whole grid
-    AlwaysSimd,  // only one call for the whole grid, since it needs neighbouring points
+    AlwaysSimd,  // only one call for the whole grid, since it needs adjacent points
 };
 
 /// The origin of a function.
@@ -49,7 +49,7 @@ struct SlcFuncSignature {
     bool orderSensitive = false;  // calls must not be reordered
     bool foldable = false;        // may be evaluated at compile time
     SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-    std::vector<SlcDetailNode*> simdDetails;  // required of each argument in a whole-grid call
+    std::vector<SlcDetailNode*> simdDetails;  // required in a whole-grid call, by argument
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
     std::optional<SqxPrimitive> primitive;  // of a built-in
@@ -65,21 +65,22 @@ public:
 
     [[nodiscard]] bool IsFunction() const override { return true; }
 
-    /// True if a call with this number of arguments can match this overload.
+    /// True if a call with as many arguments can match this overload.
     [[nodiscard]] virtual bool CheckNumberArgs(const SlcCallArgs& args) const;
     /// True if each argument's set of types contains one that matches the formal; with `promote`
-    /// also by promotion, except for output arguments. `sink` may be null.
+    /// also by promotion, except for output arguments. A void argument of a variable tail is
+    /// reported to `sink`, which may be null.
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
     /// Returns the number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMismatches(const SlcCallArgs& args) const;
-    /// Reports each argument that does not match even with promotion, after the outcome
-    /// `SlcOverloads::Outcome::WrongTypes`.
+    /// Reports each fixed argument that does not match even with promotion or, if all match, the
+    /// first such argument of the tail. For a call with `SlcOverloads::Outcome::WrongTypes`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
-    /// Walk over a variable tail; without a tail these return false and null. A tail keeps the
-    /// state of only one walk, which `VarArgBegin` restarts.
+    /// Query a variable tail and walk over it; without a tail, they return false and null. A tail
+    /// keeps the state of only one walk, which `VarArgBegin` restarts.
     [[nodiscard]] virtual bool IsVarNbArgs() const { return false; }
     virtual SlcFuncVarArgExpr* VarArgBegin() { return nullptr; }
     virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*, bool /*promote*/)
@@ -87,11 +88,11 @@ public:
         return nullptr;
     }
     virtual SlcFuncVarArgExpr* VarArgNext() { return nullptr; }
-    /// Null for a fixed number of arguments.
+    /// Null if the number of arguments is fixed.
     [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
-    /// Apply the function's detail rule to a call, as written and in a function body that is being
-    /// evaluated. Both report violations.
+    /// Return the detail of a call by the function's rules: for a call as written, and for a call
+    /// in a function body that is being evaluated. Both report violations.
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
     [[nodiscard]] SlcDetailNode* CheckInlineDetail(SlcCheckInlineDetail* walker,
                                                    SlcProcCallExprNode* call);
@@ -110,8 +111,8 @@ public:
     [[nodiscard]] bool IsFoldable() const { return m_signature.foldable; }
     [[nodiscard]] SlcCheckDetailProc GetCheckDetailProc() const { return m_signature.checkDetail; }
 
-    /// Returns the `SlcFuncInfo` of a user function; null otherwise. It forms a reference cycle
-    /// with the function's tables, which `SlcDeleteTree` breaks.
+    /// Returns the `SlcFuncInfo` of a user function; null otherwise. The info and the function's
+    /// tables form a reference cycle, which `SlcDeleteTree` breaks.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetFuncInfo() const { return m_funcInfo; }
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 

@@ -1,5 +1,5 @@
-// Lists a tail in the order that the primitive expects: only the values, in fixed positions,
-// although a call in the source names them in any order.
+// Lists a tail as the primitive expects it: only the values, each in a fixed position, although a
+// call in the source may name them in any order.
 //
 // Tested by tests/symbols/SlcFuncVarArgExprTest.cpp; the resulting calls are tested by
 // tests/lowering.

@@ -4,14 +4,14 @@
 
 #include "symbols/SlcFuncVarArgExpr.h"
 
-/// Returns the values of a variable tail in their fixed positions: the order in which a built-in
-/// with a constant number of arguments takes them. A pair contributes only its value.
+/// Returns the values of a variable tail in their fixed positions: the order of the arguments of
+/// the built-in's instruction. A pair contributes only its value.
 [[nodiscard]] std::vector<SlcFuncVarArgSingle*> SlcTailValues(SlcFuncVarArgExpr* tail);
 
-/// Returns the name and value pairs of a tail, in the order of its row.
+/// Returns the name and value pairs of a tail, in the order of its card.
 [[nodiscard]] std::vector<SlcFuncVarArgPair*> SlcTailPairs(SlcFuncVarArgExpr* tail);
 
-/// Returns the value for the argument at `position` after the fixed ones, counted in fixed
-/// positions; a repeated value takes all further arguments. Null past the end. Linear in
-/// `position`.
+/// Returns the value of the tail at fixed position `position`, where 0 is the first argument after
+/// the fixed arguments; a repeated value stands for all further positions. Null past the end.
+/// Linear in the length of the tail.
 [[nodiscard]] SlcFuncVarArgSingle* SlcTailValueAt(SlcFuncVarArgExpr* tail, std::size_t position);

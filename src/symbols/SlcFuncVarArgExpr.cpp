@@ -3,7 +3,7 @@
 //     float *                          1, 2, 3          one value, any number of times
 //     (float color)                    1, Cs            in this order
 //     named(blur float bias float)     "bias", 2        pairs of a name and a value, in any order:
-//                                                       after one that matched, the list starts
+//                                                       after a pair that matched, the list starts
 //                                                       over
 //
 // The tree itself keeps the state of the walk, so there can be only one walk at a time.
@@ -50,7 +50,7 @@ int SlcFuncVarArgSingle::GetMaxSize(bool) const
 
 SlcFuncVarArgLeaf* SlcFuncVarArgSingle::FindNextMatch(SlcExprNode* expr, bool promote)
 {
-    // An output is not promoted, and neither is an argument of any type.
+    // The argument for an output is not promoted, and neither is one for a value of any type.
     const bool mayPromote = promote && !m_storage->IsOutput() && !m_type->IsAnyType();
     const auto types = SlcPossibleTypes::Of(expr);
     const SlcTypeNode* type = types ? types->IsInTypes(m_type, mayPromote) : nullptr;

@@ -28,25 +28,25 @@ public:
     virtual SlcFuncVarArgExpr* Begin() = 0;
     /// Moves to the next part; null at the end. `skip` means that the last argument did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
-    /// Returns the part to match the next argument against; null past the end.
+    /// Returns the part that the next argument must match; null past the end.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
     /// Returns the maximum number of arguments, counting the names of pairs if `withNames`;
     /// negative for any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
-    /// Returns the leaf that accepts the argument, and moves past it; null if none does. `promote`
-    /// allows promotion.
+    /// Returns the leaf that accepts the argument, and moves past that leaf; null if none accepts
+    /// it. `promote` allows promotion.
     virtual SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) = 0;
 };
 
-/// A part that accepts one argument. The argument must match its type, detail and storage.
+/// A part that accepts one argument, which must have its type, detail and storage.
 class SlcFuncVarArgLeaf : public SlcFuncVarArgExpr {
 public:
     [[nodiscard]] virtual SlcTypeNode* GetType() const = 0;
     [[nodiscard]] virtual SlcDetailNode* GetDetail() const = 0;
     [[nodiscard]] virtual SlcStorageSpecNode* GetStorage() const = 0;
-    /// True if it accepts the name of a name and value pair.
+    /// True if the part accepts the name of a name and value pair.
     [[nodiscard]] virtual bool IsPairName() const = 0;
-    /// True if it accepts a positional value.
+    /// True if the part accepts a value.
     [[nodiscard]] virtual bool IsPlainValue() const = 0;
 };
 
@@ -77,8 +77,8 @@ private:
     std::string m_default;
 };
 
-/// A constant name, then its value: `"blur", 0.1`. This leaf accepts the name, and its value
-/// accepts the next argument.
+/// A constant name, then its value: `"blur", 0.1`. This leaf accepts the name, and the leaf
+/// `GetValue` accepts the next argument.
 class SlcFuncVarArgPair : public SlcFuncVarArgLeaf {
 public:
     SlcFuncVarArgPair(std::string name, std::unique_ptr<SlcFuncVarArgSingle> value);
@@ -100,8 +100,8 @@ public:
 private:
     std::string m_name;
     std::unique_ptr<SlcFuncVarArgSingle> m_value;
-    bool m_live = false;
-    bool m_valueStarted = false;
+    bool m_live = false;          // the last name matched, or there was none yet
+    bool m_valueStarted = false;  // the walk has moved on to the value
     bool m_nameMatched = false;
 };
 

@@ -5,7 +5,7 @@
 #include "sqx/SqxPredefined.h"
 
 /// The names by which generated code accesses what the run time passes to it. The operands of
-/// predefined variables have these names, so a test for such a variable compares the name.
+/// predefined variables have these names, so passes recognize such an operand by its name.
 namespace SlcGeneratedNames {
 
 inline constexpr const char* k_hiddenPrefix = "i_hiddens";

@@ -1,5 +1,5 @@
-// Translates types and details to the words and numbers of compiled files. The rows are tested in
-// order, since a vector also passes the test for points.
+// Translates types and details to the words and numbers of compiled files. The order of the rows
+// matters, since a vector or a normal also passes the test for points.
 //
 // Tested by tests/backends, which read the files back.
 
@@ -17,8 +17,8 @@ struct TypeCode {
     SqxType code;
 };
 
-// Vector and normal precede point, since they also pass its test. A type that stands for several
-// members of the point family therefore counts as a vector.
+// The first row whose test is true applies, so a type that stands for several members of the point
+// family counts as a vector.
 constexpr TypeCode k_typeCodes[] = {
     {&SlcTypeNode::IsFloatType, SqxType::Float},   {&SlcTypeNode::IsStringType, SqxType::String},
     {&SlcTypeNode::IsVectorType, SqxType::Vector}, {&SlcTypeNode::IsNormalType, SqxType::Normal},

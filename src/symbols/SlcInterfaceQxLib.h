@@ -8,8 +8,8 @@
 /// Maps types and details to their codes in the renderer's library.
 class SlcInterfaceQxLib {
 public:
-    /// Returns the code of a type; for an array, pass its element type. For an unknown type, prints
-    /// its name to standard error and returns 0.
+    /// Returns the code of a type; for an array, pass its element type. For a type without a code,
+    /// prints its name to the stream of reports and returns 0.
     [[nodiscard]] static int SlcTypeNodeToQxType(const SlcTypeNode* type);
     /// Returns the code of a detail; every detail except uniform counts as varying.
     [[nodiscard]] static int SlcDetailNodeToQxClass(const SlcDetailNode* detail);

@@ -22,7 +22,7 @@ using TypeSet = std::vector<SlcTypeNode*>;
 
 struct SharedSets {
     std::set<TypeSet> sets;
-    std::array<const TypeSet*, 16> recent = {};  // sets of one type, by its address
+    std::array<const TypeSet*, 16> recent = {};  // cache of sets with one type, by its address
 };
 
 /// Returns the only set with these members in this order; it lives until the compilation ends.
@@ -31,7 +31,7 @@ const TypeSet* SharedSet(TypeSet types)
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
 }
 
-/// Does the same for one type, usually without an allocation and a search.
+/// Does the same for one type, usually without an allocation or a search.
 const TypeSet* SharedSet(SlcTypeNode* type)
 {
     auto& recent = SlcPartOfCompilation<SharedSets>().recent;

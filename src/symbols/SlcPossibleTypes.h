@@ -14,9 +14,9 @@ class SlcLexType;
 void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type);
 
 /// The results of semantic analysis for an expression, filled in by successive passes: the types
-/// that it can have, the chosen type, its detail. The lowering reads the last two.
+/// that it can have, the chosen type, and the detail. The lowering reads the last two.
 ///
-///     Ci = noise(s)        of the call: {float, color, point}, then color, then varying
+///     Ci = noise(s)        for the call: {float, color, point}, then color, then varying
 class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` are in order of discovery.
@@ -29,9 +29,10 @@ public:
 
     [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return *m_types; }
 
-    /// Returns the first member x with `type->IsSameType(x)`, or of type error. Otherwise, if
-    /// promotion is allowed, returns the first x with `type->IsPromotableAs(x)`, or `type` itself
-    /// if x promotes to it. Null if no member matches.
+    /// Returns the first member x with `type->IsSameType(x)` or, unless `type` is void, of type
+    /// error. If there is none and `promote` is true, the first x with `type->IsPromotableAs(x)` or
+    /// `x->IsPromotableAs(type)` decides: returns x in the first case, `type` in the second. Null
+    /// if no member matches.
     [[nodiscard]] SlcTypeNode* IsInTypes(SlcTypeNode* type, bool promote) const;
 
     /// Void until a pass has chosen the type.
@@ -40,7 +41,7 @@ public:
     /// Unknown until the detail pass sets it.
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// Returns the detail in the call of the enclosing function that is being evaluated.
+    /// Returns the detail in that call of the enclosing function which is being evaluated.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
     /// Returns the operand in which the parent prefers to get the expression's value; may be null.

@@ -24,7 +24,7 @@ std::vector<std::string> LibrariesIn(const std::string& directory)
 {
     std::vector<std::string> paths;
     QxSystem::ScanDir(directory.c_str(), CheckDSO, &paths, false);
-    // The order of the file system differs between machines.
+    // The order in which a file system lists files differs between machines.
     std::sort(paths.begin(), paths.end());
     return paths;
 }
@@ -97,7 +97,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
         warn("' holds what is no text (");
     else if (!records.HasEnd())
         warn("' has no record that ends it (");
-    // The shader would fail to find these functions at run time.
+    // If one of these functions were missing, the shader would fail only at run time.
     functions.erase("");
     for (const std::string_view function : functions)
         if (library.Find(function).kind != SqxElfFile::Kind::Function)

@@ -20,11 +20,11 @@ public:
     SlcShadeopLoader(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options,
                      SlcShadeopRules rules);
 
-    /// Adds to the table all overloads of the function that are declared by libraries in the first
-    /// search directory that has any. False if there are none. An invalid record is a warning at
+    /// Adds to the table all overloads of the function that libraries declare in the first search
+    /// directory with such a library. False if there are none. An invalid record is a warning at
     /// `node`; a function that a library declares but does not contain is an error.
     ///
-    /// Reads every library of a directory, once per function name.
+    /// The first call for a name reads every library of each directory that it searches.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);
 
 private:
@@ -45,7 +45,7 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
     SlcShadeopRules m_rules;
-    std::map<std::string, Entries> m_known;  // by name; empty if no library has the function
+    std::map<std::string, Entries> m_known;  // by name; no entries if no library has the function
 };
 
 /// Callback for `QxSystem::ScanDir`: appends the path to the vector of strings at `list` if the

@@ -7,8 +7,8 @@
 #include "frontend/SlcTypeNode.h"
 #include "sqx/SqxShadeopText.h"
 
-/// Parses the text with which a library declares a shadeop into nodes: "float blend(color,
-/// float[4])".
+/// Parses the declaration of a shadeop, such as "float blend(color, float[4])", and makes its
+/// nodes.
 ///
 /// Each operation continues where the previous one stopped, and none reads past the end.
 class SlcShadeopReader {
@@ -24,8 +24,8 @@ public:
     /// there are none, or if text follows them.
     [[nodiscard]] std::vector<SlcTypeNode*> ReadArguments(bool& isGood);
 
-    /// Reads one type with the "(" or "," before it. Returns null and sets `isGood` to false if
-    /// there is none; sets `atEnd` before the ")".
+    /// Reads one type with the "(" before it if `first`, otherwise with a ",". Returns null and
+    /// sets `isGood` to false if there is none. Sets `atEnd` to whether a ")" follows.
     [[nodiscard]] SlcTypeNode* ReadArgType(bool first, bool& isGood, bool& atEnd);
 
     /// Returns one of the six types that a shadeop can use; null for any other word.

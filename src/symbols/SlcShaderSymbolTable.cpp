@@ -1,9 +1,9 @@
-// Lists of the predefined variables that each kind of shader can read, and of those that it may
-// write. The entries are made once per compilation and then accessed with `EntryNamed` instead of a
+// For each kind of shader, the predefined variables that it can only read and those that it may
+// write. The entries are made once per shader and then accessed with `EntryNamed` instead of a
 // look-up, since a parameter may hide a name such as "P".
 //
-// `Ps` of a surface is its `P`: two names with one operand, so that a write to one changes the
-// other. The three variables of light loops exist once, however many loops there are.
+// `Ps` of a surface is its `P`: two names with one operand, so that a write to `P` also changes
+// `Ps`. All light loops share one set of the three variables `L`, `Cl` and `Ol`.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -68,7 +68,7 @@ constexpr const char* k_imagerReadWrite[] = {"Ci", "Oi", "I", "alpha"};
 
 constexpr const char* k_illuminanceNames[] = {"L", "Cl", "Ol"};
 
-/// Makes the entries of the light loops; the scope itself is not needed.
+/// Makes the entries of the light loops. The scope that this requires is not needed.
 void MakeIlluminanceEntries(const SlcPtr<SlcSymbolTable>& parent)
 {
     static_cast<void>(MakeShared<SlcIlluminanceSymbolTable>(parent, true));

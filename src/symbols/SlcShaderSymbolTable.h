@@ -15,11 +15,11 @@ class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
 
-    /// Add the predefined variables with these names and their operands, as read-only or writable.
+    /// Add the predefined variables with these names, and their operands, as read-only or writable.
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
-    /// Adds the variables of a light loop. Only the `first` such scope makes the entries; all light
-    /// loops of a compilation share them.
+    /// Adds the variables of a light loop. All light loops of a shader share the entries: only the
+    /// first call makes them. If `first` is false, entries that the shader itself has are used.
     void InitIlluminance(std::span<const char* const> names, bool first);
     /// Records the entry under its name; does nothing for an unknown name.
     static void InitStaticVarEntry(const VarEntry& entry);
@@ -66,10 +66,10 @@ public:
     explicit SlcImagerSymbolTable(SlcPtr<SlcSymbolTable> parent);
 };
 
-/// The scope of the body of a light loop: `L`, `Cl` and `Ol` of the current light. `first` as for
-/// `InitIlluminance`.
+/// The scope of the body of a light loop: `L`, `Cl` and `Ol` of the current light.
 class SlcIlluminanceSymbolTable : public SlcShaderSymbolTable {
 public:
+    /// `first` is passed to `InitIlluminance`.
     SlcIlluminanceSymbolTable(SlcPtr<SlcSymbolTable> parent, bool first);
 };
 
@@ -78,7 +78,8 @@ class SlcShaderSymbolTableCreater : public SlcCodeWalker {
 public:
     /// Any node other than the five kinds is reported to `errors` as fatal.
     explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
-    /// `shaderType` is the node of the shader's kind.
+    /// Returns a new table inside `parent`. `shaderType` is the node of the shader's kind. Clears
+    /// the entries of the previous shader.
     [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,
                                                     SlcPtr<SlcSymbolTable> parent);
 

@@ -1,4 +1,4 @@
-// An `extern` name has no separate operand: code that writes it writes the variable it refers to.
+// An `extern` name has no separate operand: its operand is that of the variable that it refers to.
 
 #include "symbols/SlcSymbolEntry.h"
 

@@ -33,14 +33,14 @@ public:
 
     [[nodiscard]] bool IsVariable() const override { return true; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
-    /// Part of the required interface, not used; the same holds for `SetDetail`.
+    /// Part of the interface, but unused; the same holds for `SetDetail`.
     void SetType(SlcTypeNode* type) { m_type = type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// Null until an inline evaluation sets it.
+    /// Returns the detail in the call that is being evaluated; null before the first evaluation.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// Where its value comes from: formal, local, predefined, or another scope.
+    /// Returns where the variable's value comes from: formal, local, predefined, or another scope.
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
     /// True for a predefined variable.
     [[nodiscard]] bool IsHidden() const { return m_hidden; }
@@ -59,8 +59,8 @@ public:
     [[nodiscard]] bool DependsOnContext() const { return m_dependsOnContext; }
     void SetDependsOnContext(bool depends) { m_dependsOnContext = depends; }
 
-    /// Returns the usage in the body that declares the variable; that of a formal is kept for calls
-    /// of its function.
+    /// Returns the usage in the body that declares the variable. The usage of a formal is kept for
+    /// calls of its function.
     [[nodiscard]] SlcVariableUsage& Usage() { return m_usage; }
 
 private:

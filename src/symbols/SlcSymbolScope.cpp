@@ -1,5 +1,6 @@
-// Each name of a scope lists its entries by the position of the table that they were added to: a
-// table sees the entries at its own position or before it. A look-up is a hash and a binary search.
+// The entries of a name are sorted by the position of the table that they were added to: a table
+// sees the entries at its own position or before it. A look-up hashes the name and then searches
+// its entries from the last one or, for functions, by binary search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 

@@ -24,8 +24,8 @@ public:
     [[nodiscard]] virtual const std::vector<Named>* Find(std::string_view name);
 
     SlcPtr<SlcSymbolTable> m_parent;
-    SlcPtr<SlcSymbolTable> m_previous;  // the table at which this scope forked off another;
-                                        // otherwise null
+    SlcPtr<SlcSymbolTable> m_previous;  // if this scope is a fork of another scope, the table at
+                                        // which it forked; otherwise null
     int m_tables = 0;
 
 private:

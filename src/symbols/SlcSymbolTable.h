@@ -29,21 +29,21 @@ struct SlcLookup {
     Functions functions = Functions::All;        // `WithValue` ignores void functions
 };
 
-/// The overloads that match a call, or the reason why none does.
+/// The return types of the overloads that match a call, or the reason why none does.
 struct SlcOverloads {
     enum class Outcome { Found, UnknownName, WrongCount, WrongTypes };
 
     Outcome outcome = Outcome::UnknownName;
     std::vector<SlcTypeNode*> types;     // return types of the matching overloads
-    SlcPtr<SlcFuncSymbolEntry> closest;  // after `WrongTypes`: the one whose mismatches to report
+    SlcPtr<SlcFuncSymbolEntry> closest;  // after `WrongTypes`: report the mismatches of this one
 };
 
 /// The names of one scope that are visible at one point of the source.
 ///
 /// A scope grows with each declaration statement: `CreateCurrentScopeTable` makes the next table of
 /// the same scope. Each statement is annotated with the table that is current there, and so sees
-/// exactly the names declared before it. The tables of a scope share one index of names, so a
-/// look-up costs O(log n) in the names of a scope, however many tables it has.
+/// exactly the names declared before it. The tables of a scope share one index of names, so the
+/// cost of a look-up does not depend on the number of tables.
 ///
 ///     float a = 1;              table 1 of the scope: a
 ///     float b = a;              table 2: a, b
@@ -62,7 +62,8 @@ public:
 
     /// Makes a new scope inside this one.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateNewScopeTable();
-    /// Makes the next table of this scope.
+    /// Makes the next table of this scope. If this table already has a next one, the result does
+    /// not see that one's names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateCurrentScopeTable();
 
     // The Add operations do not check whether the name exists: a caller that must reject
@@ -70,13 +71,13 @@ public:
 
     /// Adds an existing entry.
     void AddVarEntry(const SlcPtr<SlcVarSymbolEntry>& entry);
-    /// Makes and adds an entry; with a C name it also gets its operand. `cName` and `outer` may be
-    /// null.
+    /// Makes and adds an entry, with an operand of the name `cName` unless that is null. `outer`
+    /// may be null.
     SlcPtr<SlcVarSymbolEntry> AddVarEntry(SlcIdentNode* ident, SlcTypeNode* type,
                                           SlcDetailNode* detail, SlcStorageSpecNode* storage,
                                           bool hidden, const char* cName,
                                           SlcPtr<SlcVarSymbolEntry> outer);
-    /// Adds a user function; its argument lists are taken from the formals.
+    /// Adds a user function whose argument lists are those of the formals.
     SlcPtr<SlcFuncSymbolEntry> AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
                                             SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
                                             SlcCheckDetailProc checkDetail,
@@ -90,8 +91,8 @@ public:
     void AddEntry(SlcPtr<SlcSymbolEntry> entry);
 
     /// Returns the variable in the nearest scope; null if there is none. If no enclosing scope has
-    /// the name, the scope in which the enclosing function was defined is searched, unless
-    /// `noDefinitionScope`.
+    /// the name, the scopes in which the enclosing functions were defined are searched, that of the
+    /// outermost function first; `noDefinitionScope` excludes the definition scope of this table.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVarEntry(SlcIdentNode* ident,
                                                          bool noDefinitionScope) const;
     /// Does the same for a name that must be known. Throws `SlcSymbolNotFound`.
@@ -103,8 +104,9 @@ public:
     /// True if this scope or an enclosing one has a variable of this name.
     [[nodiscard]] bool IsVarInTable(SlcIdentNode* ident) const;
 
-    /// Returns the overloads that match the arguments' sets of types: exact matches in any scope,
-    /// or else matches with promotion. `sink`, for faults inside arguments, may be null.
+    /// Looks up the overloads that match the arguments' sets of types: exact matches in any scope
+    /// or, if there are none, matches with promotion. `sink`, for faults inside arguments, may be
+    /// null.
     [[nodiscard]] SlcOverloads FindOverloads(const SlcLookup& call,
                                              const SlcPtr<SlcSemanticError>& sink) const;
     /// Returns all overloads whose return type matches, nearest scope first. Empty for an unknown

@@ -6,8 +6,8 @@
 //     float f(float x, y)                        f("a")    none with one argument matches:
 //                                                          the report names the closest
 //
-// Each scope is searched by groups, the entries of one name in one table, so that the cost does not
-// depend on the number of tables: a scope with a thousand declarations costs a single search.
+// Each scope is searched by groups. A group is the entries of one name in one table, so the cost
+// does not depend on the number of tables: a scope with a thousand declarations costs one search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 
@@ -80,7 +80,7 @@ bool HasFormals(const SlcFuncSymbolEntry& entry, const std::vector<SlcTypeNode*>
                       });
 }
 
-/// Compares types including array lengths; an unspecified length counts as a different type.
+/// Compares types including array lengths; an unspecified length equals only another such length.
 bool IsOfShape(const SlcTypeNode* one, const SlcTypeNode* other)
 {
     return one->IsSameType(other) &&
@@ -223,8 +223,8 @@ SlcOverloads SlcSymbolTable::FindOverloads(const SlcLookup& lookup,
     const SlcCallArgs args = SlcArgsOf(lookup.arguments);
     const std::vector<Group> groups = GroupsOf(lookup.ident);
     TriedCall call{args, sink, lookup.functions == SlcLookup::Functions::WithValue};
-    TableMatches outermost;  // of the tables tried so far: determines the error if nothing matches
-    const Group* outermostGroup = nullptr;  // the table of `outermost`
+    TableMatches outermost;  // in the outermost table tried so far; determine the error
+    const Group* outermostGroup = nullptr;  // the group of `outermost`
     const auto searchPass = [&](bool promoted) {
         for (const Group& group : groups) {
             if (TableMatches matches = MatchesIn(call, group.entries, promoted); matches.function) {

@@ -1,8 +1,8 @@
-// A lattice of three states, Never and Always with Maybe above both, one for writes and one for
-// reads before any write. Along a path a state only grows; where paths meet, different states
-// become Maybe.
+// A variable has one state for writes and one for reads before any write: Never, Maybe or Always.
+// Along a path, a state changes only in this order; where paths meet, different states become
+// Maybe.
 //
-//     set(maybe), set        Always          one of the two always happens
+//     set(maybe), set        Always          the second one always happens
 //     set | nothing          Maybe           an `if` without `else`
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Returns the state after the event has happened again.
+/// Returns the state after another event or, with `maybe`, after an event that may not happen.
 SlcUsageState Again(SlcUsageState state, bool maybe)
 {
     if (state == SlcUsageState::Always || !maybe)

@@ -14,7 +14,7 @@ public:
     /// Returns whether the variable was read before it was set.
     [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
 
-    /// `maybe` means that the event may not happen on this path.
+    /// Record a write and a read. `maybe` means that the event may not happen on this path.
     void SetModifiedInScope(bool maybe);
     void SetAccessedInScope(bool maybe);
 

@@ -4,11 +4,11 @@
 
 #include "frontend/SlcCodeWalker.h"
 
-/// Renders a short excerpt of an expression for the "(near '...')" part of a report: its
-/// constant, name or called function, or the left operand of an operator.
+/// Returns a short excerpt of an expression for the "(near '...')" part of a report: its constant,
+/// name or called function, or the excerpt of an operator's left operand.
 class SlcNearError : public SlcCodeWalker {
 public:
-    /// Empty for a null node; "<somewhere>" for a node without a short text.
+    /// Returns the excerpt; empty for a null node, "<somewhere>" for any other kind of node.
     [[nodiscard]] std::string operator()(SlcSyntaxNode* node);
 
 private:

@@ -1,7 +1,7 @@
 // Reports at nodes of the tree. The heading that names a function is printed before the first
 // report in it. After an inner function with reports, the heading of the outer function is printed
-// again before its next report (ResumeFunc). In quiet mode, which is used while a loop is walked
-// repeatedly only to compute details, nothing is printed or counted.
+// again before its next report (ResumeFunc). In quiet mode, for example while a loop is walked
+// repeatedly only to compute details, errors and warnings are neither printed nor counted.
 //
 // Tested by tests/support/SlcSemanticErrorTest.cpp.
 

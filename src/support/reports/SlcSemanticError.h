@@ -14,7 +14,7 @@ class SlcIdentNode;
 ///
 /// A message about a node contains the node's file and line. The reports of a function or shader
 /// are preceded by one line "file: In function name". An error is counted and the pass continues; a
-/// fatal error ends the process with status 1.
+/// fatal error ends the compilation with status 1.
 class SlcSemanticError : public SlcCollectable {
 public:
     /// Sets the function or shader whose body is being checked; the pointers are not owned.
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool NoError() const { return m_noError; }
 
     /// While an object of this class exists, errors and warnings are neither printed nor counted,
-    /// because the code will be walked again.
+    /// for example because another walk over the same code reports them.
     class Quiet {
     public:
         explicit Quiet(SlcSemanticError& errors) : m_errors(errors) { ++m_errors.m_quiet; }
@@ -66,17 +66,17 @@ public:
     /// Uses the position of `comment`, which must not be null; so does `FatalErrorICode`.
     void ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message);
 
-    /// Printed and counted only if the warning level is at least `level`, 1 or 2.
+    /// In both forms of `Warning`, the warning is printed and counted only if the warning level is
+    /// at least `level`, 1 or 2. `node` may be null.
     void Warning(const SlcSyntaxNode* node, std::string_view message, int level);
-    /// `node` may be null.
     void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
                  int level);
 
-    /// Adds a line of advice to a report if advice is enabled; never counted.
+    /// Adds a line of advice to the last report if advice is enabled; never counted.
     void Advise(const SlcSyntaxNode* node, std::string_view text);
 
     /// Reports a fault of the compiler, or code that earlier passes should have rejected: prints
-    /// the message and the contact address, and ends the process with status 1.
+    /// the message and the contact address, and calls `EndCompilation` with status 1.
     [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
     [[noreturn]] void FatalError(std::string_view message);
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
@@ -88,7 +88,8 @@ public:
         int line = 0;
         SlcTextRange range;
     };
-    /// Prints the line `file:line: kind: text`; counts nothing. `level` is the level of a warning.
+    /// Records the report and prints the line `file:line: kind: text`; counts nothing. `level` is
+    /// the level of a warning.
     static void PrintAt(const Place& place, std::string_view kind, std::string_view text,
                         int level = 0);
 
