@@ -12,6 +12,8 @@
 #include <limits>
 #include <utility>
 
+#include "preprocessor/SlcQuotedText.h"
+
 namespace {
 
 using enum SlcSourceTokenKind;
@@ -66,28 +68,6 @@ std::string TimeText()
 }
 
 }  // namespace
-
-std::string SlcQuoted(std::string_view text)
-{
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            quoted += '\\';
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
-std::string SlcUnquoted(std::string_view text)
-{
-    std::string plain;
-    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        if (text[i] == '\\' && i + 2 < text.size())
-            ++i;
-        plain += text[i];
-    }
-    return plain;
-}
 
 struct SlcDirectiveReader::Row {
     std::string_view name;

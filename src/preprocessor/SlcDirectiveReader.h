@@ -105,8 +105,3 @@ private:
     int m_openCalls = 0;           // macro calls whose arguments are being read
     int m_counter = 0;
 };
-
-/// Returns the contents of a quoted text, without the backslashes of escapes.
-[[nodiscard]] std::string SlcUnquoted(std::string_view text);
-/// Returns the text in quotes, with quotes and backslashes escaped.
-[[nodiscard]] std::string SlcQuoted(std::string_view text);

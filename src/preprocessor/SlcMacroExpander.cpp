@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "preprocessor/SlcQuotedText.h"
 #include "preprocessor/SlcSourceLexer.h"
 
 namespace {
@@ -28,18 +29,6 @@ constexpr int k_mostCallDepth = 400;        // a level needs a kilobyte of stack
 constexpr std::size_t k_mostHidden = 2000;  // size of a hide set
 constexpr std::size_t k_workOfToken = 16;   // counted in addition to its characters
 constexpr std::string_view k_tooMuchText = "Macros expand to too much text";
-
-/// Returns the text with quotes and backslashes escaped, for use in a quoted text.
-std::string Escaped(std::string_view text)
-{
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            escaped += '\\';
-        escaped += c;
-    }
-    return escaped;
-}
 
 SlcSourceToken EmptyToken(bool spaceBefore)
 {
@@ -304,7 +293,7 @@ SlcSourceToken SlcMacroExpander::Quote(const SlcSourceToken& hash, const Tokens&
         if (token.spaceBefore && !text.empty())
             text += ' ';
         const bool isQuoted = token.kind == Text || token.kind == Character;
-        text += isQuoted ? Escaped(token.text) : std::string(token.text);
+        text += isQuoted ? SlcEscaped(token.text) : std::string(token.text);
     }
     // Drop half an escape, which would escape the closing quote.
     const std::size_t end = text.find_last_not_of('\\') + 1;

@@ -13,6 +13,8 @@
 #include <cctype>
 #include <limits>
 
+#include "preprocessor/SlcQuotedText.h"
+
 namespace {
 
 using enum SlcSourceTokenKind;
@@ -56,13 +58,8 @@ void SlcPreprocessedText::EndLine()
 void SlcPreprocessedText::Marker(const std::string& name, int line, std::string_view flag)
 {
     EndLine();
-    m_text += "# " + std::to_string(line) + " \"";
-    for (const char c : name) {
-        if (c == '"' || c == '\\')
-            m_text += '\\';
-        m_text += c;
-    }
-    m_text.append("\"").append(flag).append("\n");
+    m_text += "# " + std::to_string(line) + " " + SlcQuoted(name);
+    m_text.append(flag).append("\n");
     m_name = name;
     m_line = line;
 }

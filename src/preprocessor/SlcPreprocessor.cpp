@@ -11,6 +11,7 @@
 #include "preprocessor/SlcDirectiveReader.h"
 #include "preprocessor/SlcMacroTable.h"
 #include "preprocessor/SlcPreprocessorRun.h"
+#include "preprocessor/SlcQuotedText.h"
 
 namespace {
 

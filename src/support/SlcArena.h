@@ -24,9 +24,9 @@ public:
     /// Allocates memory aligned for any object. Throws `std::bad_alloc`.
     [[nodiscard]] void* Take(std::size_t size)
     {
-        const std::size_t units = (size + sizeof(Header) + k_unit - 1) / k_unit;
-        if (units >= m_free.size())
+        if (size > k_largest)
             return TakeLarge(size);
+        const std::size_t units = (size + sizeof(Header) + k_unit - 1) / k_unit;
         if (Free* const free = m_free[units]) {
             m_free[units] = free->next;
             return free;
@@ -59,6 +59,7 @@ private:
     struct Header {
         std::size_t units;  // including the header; 0 for a block from the system
     };
+    static constexpr std::size_t k_largest = k_largestUnits * k_unit - sizeof(Header);
     struct Free {
         Free* next;
     };

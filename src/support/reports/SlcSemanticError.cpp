@@ -34,12 +34,10 @@ void Record(const SlcSemanticError::Place& place, std::string_view kind, std::st
 void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)
-        SlcSemanticError::PrintAt({*node->GetFileParsed(), node->GetNoLine(), node->Range()}, kind,
-                                  text, level);
-    else
-        Record({}, kind, text, level);
-    if (!node)
-        SlcReports() << text.append("\n");
+        return SlcSemanticError::PrintAt({*node->GetFileParsed(), node->GetNoLine(), node->Range()},
+                                         kind, text, level);
+    Record({}, kind, text, level);
+    SlcReports() << text.append("\n");
 }
 
 std::string WithDetail(std::string_view message, std::string_view detail)
