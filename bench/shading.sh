@@ -2,7 +2,7 @@
 # Compares shared objects with hand-written loops for the same arithmetic, compiled by the same
 # command. A shader that only computes may be at most 1.5 times slower. The second table compares
 # with loops over strips of points, which are as fast as vector instructions allow, and shows how
-# much faster shaders could become.
+# much faster shaders could become. The third table compares the byte-code machine with them.
 # usage: shading.sh BIN_DIRECTORY [SECONDS [SHADER...]]
 # OPTIONS in the environment: more options of the C++ compiler, such as -march=native.
 set -euo pipefail
@@ -20,10 +20,12 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND
 export SLC_CC_OPTIONS=${OPTIONS:-}
 
 limits=(arithmetic matte mandelbrot)
+# Prints the path of a shader's source.
+source_of() {
+    ls "examples/$1.sl" "machine/$1.sl" 2>/dev/null || true
+}
 for shader in "${shaders[@]}" "${limits[@]}"; do
-    source=examples/$shader.sl
-    [ -e "$source" ] || source=machine/$shader.sl
-    "$bin/shaderqx" --dso "$source" 2>messages || {
+    "$bin/shaderqx" --dso "$(source_of "$shader")" 2>messages || {
         cat messages
         exit 1
     }
@@ -41,3 +43,13 @@ done
 "$bin/shading_speed" "$seconds" ./loops.so "${shaders[@]/%/.sqx}"
 echo
 "$bin/shading_speed" "$seconds" ./limits.so "${limits[@]/%/.sqx}"
+echo
+mkdir bytecode
+for shader in "${limits[@]}"; do
+    source=$scratch/$(source_of "$shader")
+    (cd bytecode && "$bin/shaderqx" -w0 "$source" 2>messages) || {
+        cat bytecode/messages
+        exit 1
+    }
+done
+"$bin/shading_speed" "$seconds" ./limits.so bytecode/*.sqx
