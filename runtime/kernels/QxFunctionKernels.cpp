@@ -8,16 +8,13 @@ namespace QX_KERNEL_SET {
 namespace {
 
 using Vector = QxVector3;
-using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 using Text = const char*;
 
 // A row of the table: name, type of the result, types of the arguments. A cheap function may also
 // be computed for inactive points.
 #define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
-#define EACH2(NAME, R, A, B)                                                                       \
-    Each<R, A, B>(SqxPrimitive::NAME, [](R r, const A& a, const B& b) { NAME(r, a, b); })
-// The same for functions that look up spaces, with any number of arguments.
+// A function of any number of arguments that looks up spaces.
 #define EACH_IN_SPACE(NAME, ...)                                                                   \
     Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
                       InRun([](QxMachineState& state, auto& r, const auto&... arguments) {         \
@@ -149,7 +146,7 @@ constexpr QxKernelRow k_rows[] = {
         r = QxFaceForward(n, incident, Ng);
     }),
 
-    // Spaces and colors
+    // Spaces
     RowPerPoint<Matrix, Matrix>(SqxPrimitive::CONCAT_SPACE_MATRIX, ConcatSpace),
     TransformRow<QxToCurrentCall, QxAsPoint>(SqxPrimitive::CALL_PRIM_TRANSFORM_TO_CURRENT),
     TransformRow<QxFromCurrentCall, QxAsPoint>(SqxPrimitive::CALL_PRIM_TRANSFORM_FROM_CURRENT),
@@ -169,8 +166,6 @@ constexpr QxKernelRow k_rows[] = {
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM2, Vector&, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM2_MATRIX, Vector&, Matrix, Vector),
-    EACH2(CALL_PRIM_CTRANSFORM_TO_RGB, Color&, Color, Text),
-    EACH2(CALL_PRIM_CTRANSFORM_FROM_RGB, Color&, Color, Text),
 };
 // clang-format on
 

@@ -158,6 +158,7 @@ using QxKernelRows = std::span<const QxKernelRow>;
 // The kernels that are compiled for each instruction set.
 namespace qxbaseline {
 [[nodiscard]] QxKernelRows CardKernels();
+[[nodiscard]] QxKernelRows ColorKernels();
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
 [[nodiscard]] QxKernelRows FilterKernels();
@@ -169,6 +170,7 @@ namespace qxbaseline {
 }  // namespace qxbaseline
 namespace qxavx2 {
 [[nodiscard]] QxKernelRows CardKernels();
+[[nodiscard]] QxKernelRows ColorKernels();
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
 [[nodiscard]] QxKernelRows FilterKernels();

@@ -15,15 +15,17 @@
 QxKernelTable::QxKernelTable([[maybe_unused]] bool avx2)
 {
     using Rows = QxKernelRows (*)();
-    std::vector<Rows> tables = {
-        qxbaseline::CardKernels,      qxbaseline::OperatorKernels,  qxbaseline::FunctionKernels,
-        qxbaseline::FilterKernels,    qxbaseline::NeighbourKernels, qxbaseline::LightKernels,
-        qxbaseline::StatementKernels, qxbaseline::SplineKernels,    qxbaseline::NoiseKernels};
+    std::vector<Rows> tables = {qxbaseline::CardKernels,     qxbaseline::ColorKernels,
+                                qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
+                                qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
+                                qxbaseline::LightKernels,    qxbaseline::StatementKernels,
+                                qxbaseline::SplineKernels,   qxbaseline::NoiseKernels};
 #ifdef QX_HAS_AVX2
     if (avx2)
-        tables = {qxavx2::CardKernels,      qxavx2::OperatorKernels,  qxavx2::FunctionKernels,
-                  qxavx2::FilterKernels,    qxavx2::NeighbourKernels, qxavx2::LightKernels,
-                  qxavx2::StatementKernels, qxavx2::SplineKernels,    qxavx2::NoiseKernels};
+        tables = {qxavx2::CardKernels,     qxavx2::ColorKernels,     qxavx2::OperatorKernels,
+                  qxavx2::FunctionKernels, qxavx2::FilterKernels,    qxavx2::NeighbourKernels,
+                  qxavx2::LightKernels,    qxavx2::StatementKernels, qxavx2::SplineKernels,
+                  qxavx2::NoiseKernels};
 #endif
     tables.insert(tables.end(),
                   {qxcommon::SceneKernels, qxcommon::QuestionKernels, qxcommon::ListKernels,

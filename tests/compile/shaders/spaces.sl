@@ -9,7 +9,7 @@ surface spaces(string to = "world"; point p = point "my space!" (1, 2, 3); color
     q += point "" (0, 0, 0) + point "current" (u, v, 0) + vector "raster" (u, v, 0) + transform("current", "current", P);
     if (u > 0.5) {
         q = transform("NDC", P);
-        c = color "hsl" (u, v, 1);
+        c = color "hsl" (u, v, 1) + ctransform("xyY", to, Cs) + ctransform("YIQ", "XYZ", c) + ctransform("xyY", Cs);
         n = ntransform("world", "shader", n);
         d = vector "é" (1, 0, u);
     }
