@@ -169,11 +169,14 @@ TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
          "CALL_PRIM_AMBIENT; grid c2 = CALL_PRIM_DIFFUSE c;",
          "once EVAL_LIGHTS_FOR_P; grid c1 = CALL_PRIM_AMBIENT; { c = INIT_COLOR S S S; c3 = "
          "ASSIGN_COLOR_COLOR c; c2 = CALL_PRIM_DIFFUSE c; }"},
-        // The run before changes values that lights read, uses the lights, or reads the color that
-        // the call writes.
+        // The run before changes values that lights read, uses the lights, or reads or writes the
+        // color that the call writes.
         {"{ S = ASSIGN_TO_ZERO_FLOAT; } once EVAL_LIGHTS_FOR_P; { c = INIT_COLOR S S S; }", ""},
         {"{ c = CALL_PRIM_DIFFUSE c1; } once EVAL_LIGHTS_FOR_P; { c2 = CALL_PRIM_DIFFUSE c; }", ""},
         {"{ c = ASSIGN_COLOR_COLOR c1; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c; "
+         "}",
+         ""},
+        {"{ c1 = ASSIGN_COLOR_COLOR c; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c1; "
          "}",
          ""},
     };
