@@ -9,9 +9,17 @@ struct SlcLimitedBy {
     SlcOperand& flag;  // null operand: all points
 };
 
+/// Marks a list of operands of which the instruction may write the arrays, but nothing else.
+struct SlcArraysOf {
+    explicit SlcArraysOf(std::deque<SlcOperand>& list) : operands(list) {}
+
+    std::deque<SlcOperand>& operands;
+};
+
 /// Passes the operands of an instruction to `visit`, as SlcICodeClasses.def lists them: one call
 /// `visit.Reads(fields...)`, then one call `visit.Writes(fields...)`. A field is an `SlcOperand&`,
-/// which may be null, a container of them, an `SlcGridForm&` or an `SlcLimitedBy`.
+/// which may be null, a container of them, an `SlcGridForm&`, an `SlcLimitedBy` or an
+/// `SlcArraysOf`.
 #define SLC_ICODE_OPERANDS(name, base, traits, reads, writes)                                      \
     template <class Visitor>                                                                       \
     void SlcVisitFields([[maybe_unused]] name* code, Visitor& visit)                               \

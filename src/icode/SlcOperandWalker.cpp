@@ -70,6 +70,12 @@ struct SlcOperandWalker::Fields {
         if (operand)
             walker.Write(operand);
     }
+    void Write(SlcArraysOf& list)
+    {
+        for (SlcOperand& operand : list.operands)
+            if (operand->GetType()->IsArrayType())
+                Write(operand);
+    }
     template <class Container>
     void Write(Container& operands)
     {

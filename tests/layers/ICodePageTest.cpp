@@ -57,7 +57,7 @@ std::set<std::string> Fields(const std::string& list)
 std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
 {
     static const std::regex row(
-        R"(\nSLC_ICODE_(?:OPERANDS|WORD)\((\w+),[^(]*(\(.*\)),\s+(\((?:[^()]*)\)))");
+        R"(\nSLC_ICODE_(?:OPERANDS|WORD)\((\w+),[^(]*(\(.*\)),\s+(\((?:[^()]|\([^()]*\))*\)))");
     std::map<std::string, Operands> all;
     for (const std::smatch& match : AllMatches(classes, row))
         all[match[1]] = {Fields(match[2]), Fields(match[3])};

@@ -132,6 +132,37 @@ surface probe(uniform float a[3] = {1, 2, 3}; varying float b[3] = {4, 5, 6};
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
+/// A library may write an array whose elements other parts of the code read.
+TEST_F(Shadeops, WriteArraysAfterReadsBeforeTheCallAndBeforeReadsAfterIt)
+{
+    constexpr const char* source = R"(
+float both(output uniform float w[3]) { return w[0] + 10 * reverse(w); }
+float stored(output uniform float first; output uniform float w[3])
+{
+    float x = store(w, s);
+    return x * first;
+}
+surface probe()
+{
+    uniform float a[3] = {1, 2, 3};
+    float b[3] = {s, 10, t};
+    uniform float before = a[0] + 10 * reverse(a);
+    uniform float after = reverse(a) + 10 * a[0];
+    float each = b[0] + 10 * reverse(b);
+    Ci = color(before, after, each);
+    Oi = color(both(a), a[2 * a[2]] + 10 * reverse(a), stored(a[0], a));
+}
+)";
+    Outputs expected;
+    for (std::size_t i = 0; i < m_s.size(); ++i) {
+        const Numbers Ci = {31, 11, m_s[i] + 10 * m_t[i]};
+        const Numbers Oi = {31, 11, m_s[i] * m_s.back()};
+        expected.Ci.insert(expected.Ci.end(), Ci.begin(), Ci.end());
+        expected.Oi.insert(expected.Oi.end(), Oi.begin(), Oi.end());
+    }
+    ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
+}
+
 /// Whether a call is uniform is only known where its function is expanded.
 TEST_F(Shadeops, RunOnceForTheGridInAFunctionThatIsCalledWithUniformValues)
 {

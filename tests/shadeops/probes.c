@@ -92,6 +92,20 @@ QX_SHADEOP_EXPORT void reverse(void* data, int argc, void** argv)
     *(float*)argv[0] = array[0];
 }
 
+/* Stores the number in the first element, and returns it. */
+
+QX_SHADEOP_TABLE(store) = {
+    {"float store(float[3], float)", "", ""},
+    QX_SHADEOP_END,
+};
+
+QX_SHADEOP_EXPORT void store(void* data, int argc, void** argv)
+{
+    (void)data;
+    (void)argc;
+    *(float*)argv[0] = ((float*)argv[1])[0] = *(const float*)argv[2];
+}
+
 /* Returns the longer of two texts. */
 
 QX_SHADEOP_TABLE(longer) = {
