@@ -299,6 +299,8 @@ QxCompileResult QxCompileText(const std::string& path, std::string text,
 
 void QxWriteOutput(QxCompileResult& result, const std::string& folder)
 {
+    if (!result.succeeded)
+        return;
     const bool isCpp = result.fileName.ends_with(".cpp");
     const std::string path = folder + '/' + result.fileName;
     std::ostringstream messages;

@@ -98,6 +98,7 @@ struct QxCompileResult {
 [[nodiscard]] QxCompileResult QxCompileText(const std::string& path, std::string text,
                                             const QxCompileOptions& options = {});
 
-/// Writes the output of a successful compile, byte-code or C++, as `fileName` into the folder,
-/// completely or not at all. If that is not possible, the result becomes a failure with a report.
+/// Writes the output of a compile, byte-code or C++, as `fileName` into the folder, completely or
+/// not at all. If that is not possible, the result becomes a failure with a report. Does nothing if
+/// the compile failed.
 void QxWriteOutput(QxCompileResult& result, const std::string& folder);

@@ -133,6 +133,12 @@ TEST(QxCompiler, WritesWholeFilesOrReportsWhyNot)
     ASSERT_FALSE(result.reports.empty());
     EXPECT_EQ(result.reports.back().text, "Cannot open nowhere/glow.sqx for byte-code generation");
     EXPECT_FALSE(result.succeeded);
+
+    QxCompileResult faulty = QxCompileText("a.sl", "surface dull() { Ci = x; }");
+    QxWriteOutput(faulty, ".");
+    EXPECT_FALSE(faulty.succeeded || fs::exists("dull.sqx"));
+    EXPECT_EQ(faulty.failure, QxCompileResult::Failure::Source);
+    EXPECT_EQ(faulty.reports.size(), 1U);
 }
 
 TEST(QxCompiler, ReadsFromMemoryAndListsWhatItRead)
