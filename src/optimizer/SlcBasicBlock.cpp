@@ -22,7 +22,7 @@ void SlcBasicBlock::Print(std::ostream& out) const
     out << "Begin Block " << m_id << " \n\tPred: ";
     PrintIds(out, m_predecessors);
     out << "\tSucc: ";
-    PrintIds(out, m_successors);
+    PrintIds(out, GetNextBlocks());
     out << '\n';
     for (const auto& code : m_icodes)
         out << '\t' << SlcICodeName(*code) << '\n';
