@@ -41,6 +41,7 @@ std::deque<SlcPtr<SlcICode>> SlcICodeParser::Parse(std::string_view text)
 {
     m_tokens = SlcSplitICodeText(text);
     m_next = 0;
+    m_labels.clear();
     m_brackets.clear();
     std::deque<SlcPtr<SlcICode>> codes;
     while (!AtEnd())

@@ -36,6 +36,21 @@ TEST(SlcICodeText, ParsesToTheSameList)
         EXPECT_EQ(CodeText::Print(*CodeText().List(text)), text);
 }
 
+TEST(SlcICodeParser, MakesNewLabelsForEachText)
+{
+    class : public SlcICodeScope {
+        SlcOperand FindVariable(const std::string&) override { return nullptr; }
+        SlcPtr<SlcFuncSymbolEntry> FindFunction(SqxPrimitive,
+                                                const std::deque<SlcOperand>&) override
+        {
+            return nullptr;
+        }
+    } scope;
+    SlcICodeParser parser(scope);
+    const auto first = parser.Parse("L:");
+    EXPECT_FALSE(parser.Parse("L:").front() == first.front());
+}
+
 TEST(SlcICodeText, ReportsWhereParsingFails)
 {
     struct Case {
