@@ -191,8 +191,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
     const SlcCallFormal unknown{SlcTypeNode::AAnyType(), SlcDetailNode::AUnknown(), true};
     std::vector<std::size_t> written;
     for (std::size_t i = 0; i < code->m_args.size(); ++i) {
-        // A texture access has no entry that describes its formals, so its arguments are not
-        // replaced, and count as written.
+        // A texture access has no entry that says which arguments may be constants, so none is
+        // replaced. It writes none of them; forgetting their values loses at most a constant.
         const SlcCallFormal formal =
             code->m_funcEntry ? SlcFormalAt(*code->m_funcEntry, i) : unknown;
         m_keepVarying = !formal.detail->IsUniform();
