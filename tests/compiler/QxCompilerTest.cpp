@@ -225,15 +225,22 @@ TEST(QxCompiler, NeverEndsTheProcess)
 
 TEST(QxCompiler, KeepsNoMemory)
 {
+    using Failure = QxCompileResult::Failure;
     const std::string source = "float f(float x) { return x * 2; }\n"
                                "surface a(string map = \"\") { float v[3] = {1, 2, s};\n"
-                               "Ci = f(v[2]) * texture(map); Oi = }\n";
-    // The ends make a syntax error, a correct source, and a token that aborts the parser.
-    const std::string ends[] = {"", "1; }", std::string(8192, 'a')};
+                               "Ci = f(v[2]) * color texture(map); Oi = ";
+    const struct {
+        std::string end;
+        Failure failure;
+    } cases[] = {
+        {"", Failure::Source},
+        {"1; }", Failure::None},
+        {std::string(8192, 'a'), Failure::OverlongToken},  // aborts the parser
+    };
     const auto compile = [&](int count) {
         for (int i = 0; i < count; ++i)
-            for (const std::string& end : ends)
-                static_cast<void>(QxCompileText("a.sl", source + end));
+            for (const auto& c : cases)
+                EXPECT_EQ(QxCompileText("a.sl", source + c.end).failure, c.failure);
     };
     compile(20);
     const auto before = mallinfo2().uordblks;

@@ -99,6 +99,11 @@ void LsEditor::Replace(const std::string& name, const std::string& before, const
     text.replace(at, before.size(), after);
 }
 
+void LsEditor::ReplaceBySame(const std::string& name)
+{
+    Change(name, {{{"text", m_texts.at(name)}}}, ++m_versions[name]);
+}
+
 void LsEditor::Close(const std::string& name)
 {
     Notify("textDocument/didClose", {{"textDocument", {{"uri", Uri(name)}}}});

@@ -21,6 +21,8 @@ public:
     void Open(const std::string& name, const std::string& text);
     /// Replaces the first `before` of an open file by an incremental change.
     void Replace(const std::string& name, const std::string& before, const std::string& after);
+    /// Replaces the text of an open file by the same text.
+    void ReplaceBySame(const std::string& name);
     void Change(const std::string& name, const SqxJson& changes, int version);
     void Close(const std::string& name);
 
