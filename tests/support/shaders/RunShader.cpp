@@ -126,19 +126,36 @@ RunOutcome RunShader(SqxMachine& machine, const std::string& byteCode)
     return outcome;
 }
 
-std::string Difference(const RunOutcome& first, const RunOutcome& second)
+std::string ShapeDifference(const RunOutcome& first, const RunOutcome& second)
 {
     if (first.fault != second.fault)
         return "fault '" + first.fault + "' and '" + second.fault + "'";
     if (first.text != second.text)
         return "text '" + first.text + "' and '" + second.text + "'";
     if (first.outputs.size() != second.outputs.size())
-        return "another number of outputs";
+        return std::to_string(first.outputs.size()) + " and " +
+               std::to_string(second.outputs.size()) + " outputs";
+    for (std::size_t i = 0; i < first.outputs.size(); ++i) {
+        const auto& a = first.outputs[i];
+        const auto& b = second.outputs[i];
+        if (a.name != b.name)
+            return "outputs " + a.name + " and " + b.name;
+        if (a.numbers.size() != b.numbers.size())
+            return a.name + ": " + std::to_string(a.numbers.size()) + " and " +
+                   std::to_string(b.numbers.size()) + " numbers";
+    }
+    return {};
+}
+
+std::string Difference(const RunOutcome& first, const RunOutcome& second)
+{
+    if (std::string difference = ShapeDifference(first, second); !difference.empty())
+        return difference;
     for (std::size_t i = 0; i < first.outputs.size(); ++i) {
         const auto& a = first.outputs[i];
         const auto& b = second.outputs[i];
         for (std::size_t j = 0; j < a.numbers.size(); ++j)
-            if (!IsClose(a.numbers[j], b.numbers.at(j)))
+            if (!IsClose(a.numbers[j], b.numbers[j]))
                 return a.name + "[" + std::to_string(j) + "]: " + std::to_string(a.numbers[j]) +
                        " and " + std::to_string(b.numbers[j]);
     }

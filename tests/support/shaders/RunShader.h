@@ -24,5 +24,8 @@ struct RunOutcome {
 /// Loads the file into the machine, runs it and reads the outputs back.
 [[nodiscard]] RunOutcome RunShader(SqxMachine& machine, const std::string& byteCode);
 
+/// Returns where two outcomes differ in anything but their numbers; empty if nowhere.
+[[nodiscard]] std::string ShapeDifference(const RunOutcome& first, const RunOutcome& second);
+
 /// Returns where two outcomes differ by more than rounding; empty if they agree.
 [[nodiscard]] std::string Difference(const RunOutcome& first, const RunOutcome& second);

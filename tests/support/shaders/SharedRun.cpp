@@ -133,10 +133,8 @@ RunOutcome RunMachine(const std::string& text, QxKernelChoice kernels, const Run
 
 std::string BitDifference(const RunOutcome& first, const RunOutcome& second)
 {
-    if (first.fault != second.fault)
-        return "faults '" + first.fault + "' and '" + second.fault + "'";
-    if (first.text != second.text)
-        return "texts '" + first.text + "' and '" + second.text + "'";
+    if (std::string difference = ShapeDifference(first, second); !difference.empty())
+        return difference;
     for (std::size_t i = 0; i < first.outputs.size(); ++i) {
         const std::vector<float>& a = first.outputs[i].numbers;
         const std::vector<float>& b = second.outputs[i].numbers;
