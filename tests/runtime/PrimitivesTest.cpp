@@ -135,8 +135,16 @@ TEST(QxNoise, CellsAreConstantAndDiffer)
     EXPECT_EQ(first, second);
     QxCellNoise::At(second, 3.1f, 3.1f);
     EXPECT_NE(first, second);
-    QxCellNoise::At(first, INFINITY);  // outside the lattice, yet defined
-    QxCellNoise::At(first, NAN);
+    // Numbers outside of the lattice, and those that are none, belong to its outermost cells.
+    const auto at = [](float x) {
+        float value;
+        QxCellNoise::At(value, x);
+        return value;
+    };
+    EXPECT_EQ(at(INFINITY), at(1e20f));
+    EXPECT_EQ(at(-INFINITY), at(-1e20f));
+    EXPECT_EQ(at(NAN), at(-1e20f));
+    EXPECT_NE(at(NAN), at(1e20f));
 }
 
 TEST(QxSplines, FollowTheirBasis)
