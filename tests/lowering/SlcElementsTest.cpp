@@ -50,8 +50,6 @@ TEST(SlcElements, DoNotWriteBackTheTargetOfAnAssignment)
          "float x; x = (o = a[w]) + f(o);",
          "t0 = &a_1[1]; t0 = 0; t1 = &a_1[0]; t1 = 0; { t2 = &a_1[w]; o = t2; } { t3 = o; } { o = "
          "1; } { x_1 = t3 + 0; }"},
-        {"float f(output float p) { p = 1; return 0; } float a[2]; float x; x = f(a[w]);",
-         "{ t0 = &a_1[w]; t1 = t0; } { t1 = 1; } { t2 = &a_1[w]; t2 = t1; } { x_1 = 0; }"},
     };
     ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_assignInPlace));
 }

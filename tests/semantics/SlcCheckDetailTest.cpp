@@ -180,8 +180,6 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
 TEST(SlcCheckDetail, ChecksArgumentsOfUserFunctions)
 {
     static const Case cases[] = {
-        {"float f(uniform float x) { return x; }\nsurface a() { Ci = f(u); }",
-         "2: ERROR: Detail mismatch for argument 0 of function 'f'"},
         {"float f(uniform float x) { return x; }\nsurface a() { float y = 1; Ci = f(y); }",
          "2: ERROR: Detail mismatch for argument 0 of function 'f'"},
         {"void f(output float x) { x = 1; }\nsurface a() { uniform float k; f(k); }",
@@ -189,9 +187,6 @@ TEST(SlcCheckDetail, ChecksArgumentsOfUserFunctions)
         {"void f(output float x) { x = 1; }\nsurface a() { f(2); }",
          "2: ERROR: Argument 0 of f must be a variable of a reference to an array. "
          "Formal is declared 'output'"},
-        {"void f(output float x) { x = 1; }\nsurface a(varying float k = 1) { f(k); }",
-         "2: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
-         "output parameter of this function."},
         {"void f(output float x; output uniform float k) { x = 1; k = 2; }\n"
          "surface a(output varying float r = 1) { uniform float k; float y[2]; f(r, k); "
          "f(y[1], k); }",

@@ -294,21 +294,15 @@ TEST(SlcCheckSemantics, ChecksExpressionStatements)
     ExpectReports(cases);
 }
 
-TEST(SlcCheckSemantics, PrintsTheFunctionOnceBeforeItsReports)
+TEST(SlcCheckSemantics, PrintsTheEnclosingFunctionAgainAfterALocalOneWithReports)
 {
-    const CheckedShader shader("surface a() {\n"
-                               "x = 1;\n"
-                               "y = 1;\n"
-                               "float f() { return z; }\n"
-                               "w = 1;\n"
-                               "}");
+    const CheckedShader shader("surface a() {\nx = 1;\nfloat f() { return z; }\nw = 1;\n}");
     EXPECT_EQ(shader.Output(), "test.sl: In function a\n"
                                "test.sl:2: ERROR: Undefined variable: x\n"
-                               "test.sl:3: ERROR: Undefined variable: y\n"
                                "test.sl: In function f\n"
-                               "test.sl:4: ERROR: Undefined variable: z\n"
+                               "test.sl:3: ERROR: Undefined variable: z\n"
                                "test.sl: In function a\n"
-                               "test.sl:5: ERROR: Undefined variable: w\n");
+                               "test.sl:4: ERROR: Undefined variable: w\n");
     const CheckedShader quiet("surface a() {\nx = 1;\nfloat f() { return 1; }\ny = 1;\n}");
     EXPECT_EQ(quiet.Output(), "test.sl: In function a\n"
                               "test.sl:2: ERROR: Undefined variable: x\n"

@@ -166,6 +166,7 @@ TEST(SlcCheckUsage, ChecksOutputArgumentsAtTheCall)
          "2: WARNING: Variable 'x' is both input 'z' and output 'r' of 'f': what is written to "
          "'r' is read from 'z'\n2: " +
              k_isNot},
+        {"void f(output float r; float z) { r = z; } x = 1; f(x, x + 0);", ""},
     };
     for (const UsageCase& c : cases)
         Expect(c);

@@ -97,13 +97,6 @@ TEST(SlcConstantArguments, WarnOfEffectsThatAreLost)
          "before it"},
         {"light l(float far = 0) { if (far > 0) solar () Cl = 2; else illuminate (P) Cl = 1; }",
          ""},
-        {"void two(float a; output float b) { b = 3; b += a; } surface s() { float x = 2; "
-         "two(x, x); Ci = x; }",
-         "1: WARNING: Variable 'x' is both input 'a' and output 'b' of 'two': what is written to "
-         "'b' is read from 'a'"},
-        {"void two(float a; output float b) { b = 3; b += a; } surface s() { float x = 2; "
-         "two(x + 0, x); Ci = x; }",
-         ""},
     };
     for (const Case& c : cases)
         EXPECT_EQ(CheckedShader(c.statement, {}, 2).Reports(), c.report) << c.statement;
