@@ -1,4 +1,4 @@
-// Tested by tests/compiler/QxSourceIndexTest.cpp.
+// Tested by tests/compiler/QxLanguageTest.cpp.
 
 #include "compiler/QxLanguage.h"
 

@@ -26,5 +26,5 @@ struct QxWord {
     std::string_view word;
     QxWordKind kind;
 };
-/// Returns the reserved words of the language.
+/// Returns the keywords of the language. Those of kind `Shader` can also be names.
 [[nodiscard]] std::vector<QxWord> QxKeywords();

@@ -282,18 +282,4 @@ TEST(QxSourceIndex, FindsTheCallBetweenTheArgumentsOfAMacro)
     }
 }
 
-TEST(QxLanguage, ListsWhatTheLanguageDefines)
-{
-    const auto& functions = QxBuiltInFunctions();
-    EXPECT_GT(functions.size(), 150U);
-    EXPECT_EQ(std::count_if(functions.begin(), functions.end(),
-                            [](const QxIndexedName& f) { return f.name == "atan"; }),
-              2);
-    EXPECT_EQ(QxPredefinedVariables("imager").size(), 13U);
-    EXPECT_TRUE(QxPredefinedVariables("nothing").empty());
-    EXPECT_EQ(QxLightLoopVariables().size(), 3U);
-    EXPECT_EQ(QxPredefinedConstant().declaration, "uniform float PI");
-    EXPECT_EQ(QxKeywords().size(), 30U);
-}
-
 }  // namespace
