@@ -172,7 +172,7 @@ std::vector<std::string> WrongHeads(const std::string& text, std::size_t open, s
     return wrong;
 }
 
-TEST(MissingTokens, OfHeadsGiveOneReport)
+TEST(MissingTokens, InHeadsRarelyGiveASecondReport)
 {
     int tries = 0;
     int further = 0;

@@ -159,7 +159,7 @@ private:
     std::vector<State> m_states;
 };
 
-TEST(RandomEdits, LeaveTheIndexThatANewCompilationHas)
+TEST(RandomEdits, RestoreTheIndexAndKeepNamesAtTheirPlaces)
 {
     const bool isLong = std::getenv("SLC_ALL_SLIPS") != nullptr;
     const unsigned seed = isLong ? std::random_device()() : 1;

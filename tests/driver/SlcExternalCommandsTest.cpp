@@ -166,7 +166,7 @@ TEST_F(SlcExternalCommandsTest, CCCommandSeesItsVariables)
     EXPECT_EQ(TemporaryFolder::Read("out/glow.sqx"), "built\n");
 }
 
-TEST_F(SlcExternalCommandsTest, CCFileIsRemovedWhateverTheCommandReturned)
+TEST_F(SlcExternalCommandsTest, CCFileIsKeptIfAskedWhateverTheCommandReturned)
 {
     for (const char* command : {"true", "false"}) {
         m_line.m_ccCommand = command;

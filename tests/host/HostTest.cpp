@@ -295,6 +295,13 @@ TEST_P(Host, ShadesObjectsWithSeparateParameterSets)
     instance.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[1].g, 2);
     EXPECT_NE(ErrorOf([&] { m_shader->Use(&sets[0]); }), "") << "a set of another shader";
-    EXPECT_EQ(QxTypeNamed(QxTypeName(QxValueType::Normal)), QxValueType::Normal);
-    EXPECT_STREQ(QxShader::TypeName(shader->Type()), "surface");
+}
+
+TEST(QxTypeName, IsTheNameByWhichTheTypeIsFound)
+{
+    for (const QxValueType type :
+         {QxValueType::Float, QxValueType::Point, QxValueType::Color, QxValueType::String,
+          QxValueType::Matrix, QxValueType::Vector, QxValueType::Normal})
+        EXPECT_EQ(QxTypeNamed(QxTypeName(type)), type) << QxTypeName(type);
+    EXPECT_EQ(QxTypeNamed("flag"), std::nullopt);
 }

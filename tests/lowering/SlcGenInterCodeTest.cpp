@@ -102,7 +102,7 @@ TEST(SlcGenInterCode, KeepsAReferenceByVaryingIndexInOneBlockWithItsAccess)
     ExpectCode(cases);
 }
 
-TEST(SlcGenInterCode, ChecksIndicesOnlyIfAsked)
+TEST(SlcGenInterCode, ChecksAnIndexBeforeItsUse)
 {
     EXPECT_EQ(LowerBody("float a[2]; a[u] = 1;",
                         PlainOptionsWith(&SlcOptionsControl::m_checkArrayBounds)),

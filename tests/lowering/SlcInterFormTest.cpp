@@ -203,7 +203,7 @@ private:
     }
 };
 
-TEST(SlcInterForm, MarksEveryStatementUpToTheLoopThatABreakLeaves)
+TEST(SlcMarkLeaves, MarksStatementsUpToTheLoopOfABreakOrContinue)
 {
     struct MarkCase {
         const char* body;

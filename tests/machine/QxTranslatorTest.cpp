@@ -1,5 +1,5 @@
-// Checks the steps into which the translator turns instructions, and that it runs all passes over
-// the whole block. The passes have separate tests, and tests/host/AgreementTest.cpp checks that the
+// Checks the steps into which the translator turns instructions, and that it runs passes over the
+// whole block. The passes have separate tests, and tests/host/AgreementTest.cpp checks that the
 // computed values stay the same.
 
 #include "machine/translate/QxTranslator.h"
@@ -120,7 +120,7 @@ TEST(QxTranslator, ChoosesHowInstructionsRun)
     ExpectSteps(cases);
 }
 
-TEST(QxTranslator, RunsAllPasses)
+TEST(QxTranslator, RunsPassesOverTheWholeBlock)
 {
     static const Case cases[] = {
         // The passes have removed a jump, the end of a run, a product, and brackets with their

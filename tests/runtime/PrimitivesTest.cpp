@@ -57,7 +57,7 @@ TEST(QxMath, StepsAtTheEdgeItself)
     EXPECT_EQ(QxSmoothStep(1, 1, 1), 1);
 }
 
-TEST(QxGeometry, RefractsStraightThroughEqualMedia)
+TEST(QxGeometry, RefractsAndReflectsAtTheBoundaryOfMedia)
 {
     const QxVector3 incident = QxNormalize({1, -1, 0});
     const QxVector3 refracted = QxRefract(incident, {0, 1, 0}, 1);
@@ -176,6 +176,19 @@ TEST(QxFilters, FallFromOneToZeroOverTheInterval)
     EXPECT_NEAR(QxFilterStep(0, -0.25f, 0.75f, 1, "box"), 0.75f, k_near);
 }
 
+TEST(QxFilters, CenterASingleSampleInItsInterval)
+{
+    const float around = QxIntervalAround(0.1f);
+    for (const char* filter : {"box", "triangle", "gaussian", "catmull-rom"}) {
+        EXPECT_NEAR(QxFilterStep(0.5f, 0.5f, around, 1, filter), 0.5f, k_near) << filter;
+        EXPECT_NEAR(QxFilterStep(0.5f, 0.46f, around, 1, filter) +
+                        QxFilterStep(0.5f, 0.54f, around, 1, filter),
+                    1, k_near)
+            << filter;
+    }
+    EXPECT_EQ(QxFilterStep(0.5f, 0.5f, QxIntervalAround(0), 1, "box"), 1);
+}
+
 TEST(QxColorSpaces, ConvertBack)
 {
     const QxRGBColor color = {0.2f, 0.5f, 0.7f};
@@ -216,16 +229,6 @@ TEST(QxGeometry, MeasuresVectorsOfAnyLength)
         EXPECT_FLOAT_EQ(QxLength(v) / size, 5);
         ExpectNear(QxNormalize(v), 0.6f, 0, -0.8f);
     }
-    // The step of a single sample is in the middle of the interval that the point covers.
-    const float around = QxIntervalAround(0.1f);
-    for (const char* filter : {"box", "triangle", "gaussian", "catmull-rom"}) {
-        EXPECT_NEAR(QxFilterStep(0.5f, 0.5f, around, 1, filter), 0.5f, k_near) << filter;
-        EXPECT_NEAR(QxFilterStep(0.5f, 0.46f, around, 1, filter) +
-                        QxFilterStep(0.5f, 0.54f, around, 1, filter),
-                    1, k_near)
-            << filter;
-    }
-    EXPECT_EQ(QxFilterStep(0.5f, 0.5f, QxIntervalAround(0), 1, "box"), 1);
 }
 
 TEST(QxPattern, MatchesByStatesInLinearTime)

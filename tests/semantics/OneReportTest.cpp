@@ -13,10 +13,10 @@ struct Case {
 };
 
 template <std::size_t Count>
-void ExpectReports(const Case (&cases)[Count], int warningLevel = 1)
+void ExpectReports(const Case (&cases)[Count])
 {
     for (const Case& c : cases)
-        EXPECT_EQ(CheckedShader(c.source, {}, warningLevel).Reports(), c.reports) << c.source;
+        EXPECT_EQ(CheckedShader(c.source).Reports(), c.reports) << c.source;
 }
 
 TEST(OneReport, StaysQuietAfterAnUndefinedName)
@@ -181,63 +181,6 @@ TEST(OneReport, ReportsNoDetailOfRefusedCode)
             << c.statement;
 }
 
-TEST(OneReport, AdvisesOnFormsOfOtherLanguages)
-{
-    static const struct {
-        const char* statement;
-        const char* report;
-    } cases[] = {
-        {"c = bake3d(\"a\", p1);",
-         "1: ERROR: Undefined function: bake3d\n"
-         "1: ADVICE: 'bake3d' belongs to a later revision of the language"},
-        {"x = c1[2];", "1: ERROR: Variable is not an array: c1\n1: ADVICE: write 'comp(c1, 2)'"},
-        {"x = m1[f1];",
-         "1: ERROR: Variable is not an array: m1\n1: ADVICE: write 'comp(m1, row, column)'"},
-        {"x = p1[2];",
-         "1: ERROR: Variable is not an array: p1\n1: ADVICE: write 'xcomp(p1)', or 'y' or 'z'"},
-        {"c[f1] = 2;",
-         "1: ERROR: Variable not an array type: c\n1: ADVICE: write 'setcomp(c, ..., ...)'"},
-        {"x = noise(noise(p1));", "1: ERROR: Ambiguous type for argument 1 of 'noise'\n"
-                                  "1: ADVICE: write 'float noise(...)' or 'point noise(...)'"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(
-            CheckedShader("surface a(float f1 = 1; color c1 = 1; point p1 = 1; matrix m1 = 1) { "
-                          "float x; color c = 1; " +
-                              std::string(c.statement) + " }",
-                          {}, 2)
-                .Reports(),
-            c.report)
-            << c.statement;
-}
-
-TEST(OneReport, AdvisesOnDetails)
-{
-    static const Case cases[] = {
-        {"void f(output float y) { y = 1; }\nsurface a() { uniform float x; f(x); }",
-         "2: ERROR: Detail mismatch for argument 0 of function 'f'\n"
-         "2: ADVICE: the variable is uniform: declare it 'varying', or formal 'y' 'output "
-         "uniform'"},
-        {"void f(uniform float y) { }\nsurface a() { f(u); }",
-         "2: ERROR: Detail mismatch for argument 0 of function 'f'\n"
-         "2: ADVICE: formal 'y' is uniform, and this argument differs from point to point"},
-        {"float f(float x) { float y; y = x; return y; }\nsurface a() { uniform float b = f(2); }",
-         "2: ERROR: The expression initializing 'b' must be uniform\n"
-         "2: ADVICE: a function gives a uniform value if the locals that it assigns and the "
-         "formals "
-         "that go into them are declared 'uniform'"},
-        {"float f(float x) { uniform float y; y = x; return y; }\nsurface a() { }",
-         "1: ERROR: Assignment detail mismatch: y\n"
-         "1: ADVICE: the value is as varying as the arguments of the call: declare the formals "
-         "that "
-         "it comes from 'uniform'"},
-        {"float f(uniform float x) { uniform float y = x; y += 1; return y; }\n"
-         "surface a() { uniform float b = f(2); }",
-         ""},
-    };
-    ExpectReports(cases, 2);
-}
-
 TEST(OneReport, StaysQuietAfterARepeatedName)
 {
     static const Case cases[] = {
@@ -263,53 +206,6 @@ TEST(OneReport, ReportsArraysWithoutALength)
         {"float[] g(float a[]) { return a; }\nsurface s() { float q[2];\nfloat[] w = g(q); }",
          "3: ERROR: The length of the result that initializes array variable 'w' is unknown"},
         {"surface s() { float[] w = 1; }", "1: ERROR: Variable initialization type mismatch"},
-    };
-    ExpectReports(cases);
-}
-
-TEST(OneReport, WarnsOfAFunctionThatReplacesAnother)
-{
-    static const Case cases[] = {
-        {"float f(point p) { return 1; }\nfloat f(normal n) { return 2; }\nsurface s() {}",
-         "2: WARNING: The function 'float f(normal)' replaces 'float f(point)' of test.sl:1"},
-        {"surface s() { void g() {}\nvoid g() {} }",
-         "2: WARNING: The function 'void g()' replaces 'void g()' of test.sl:1"},
-        // functions of other types or scopes, and of the library, are not replaced
-        {"float f(float a) { return 1; }\nfloat f(color a) { return 1; }\n"
-         "color f(float a) { return 1; }\nfloat f(float a[]) { return 1; }\n"
-         "float f(float a[3]) { return 1; }\nfloat sqrt(float a) { return 1; }\n"
-         "surface s() { float f(float a) { return 1; } }",
-         ""},
-    };
-    ExpectReports(cases);
-}
-
-TEST(OneReport, WarnsOfNoiseThatIsMultipliedByComponents)
-{
-    const std::string warning = "1: WARNING: A point-valued 'noise' is multiplied component by "
-                                "component: write 'float noise(...)' for the number";
-    for (const char* product :
-         {"noise(P) * N", "N * (2 * noise(P) - 1)", "-noise(P) * N", "noise(s, t) * noise(P)"})
-        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
-                      .Reports(),
-                  warning)
-            << product;
-    for (const char* product : {"float noise(P) * N", "vector noise(P) * N", "2 * noise(P)"})
-        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
-                      .Reports(),
-                  "")
-            << product;
-    EXPECT_EQ(CheckedShader("displacement d() { P += noise(P) * N; }").Reports(), "");
-}
-
-TEST(OneReport, AcceptsTriplesInLightStatements)
-{
-    static const Case cases[] = {
-        {"light l() { illuminate((0, 0, 0), (0, 0, 1), 1) { Cl = 1; } solar((0, 0, 1), 0) { } }",
-         ""},
-        {"surface s() { illuminance((0, 0, 0), (0, 0, 1), 1) { Ci = Cl; } }", ""},
-        {"surface s() { illuminance(P, N, (0, 0, 1)) { } }",
-         "1: ERROR: Type mismatch for 'angle' expression in 'illuminance' statement"},
     };
     ExpectReports(cases);
 }

@@ -56,6 +56,8 @@ TEST(SlcCheckLightStatements, CheckTheTypesOfArguments)
     static const Case cases[] = {
         {"surface", "illuminance(P, N, 1)", nullptr, ""},
         {"surface", "illuminance(1, 2, 3)", nullptr, ""},
+        {"surface", "illuminance((0, 0, 0), (0, 0, 1), 1)", nullptr, ""},
+        {"surface", "illuminance(P, N, (0, 0, 1))", "angle", "illuminance"},
         {"surface", "illuminance(\"a\")", "position", "illuminance"},
         {"surface", "illuminance(P, Cs, 1)", "axis", "illuminance"},
         {"surface", "illuminance(P, N, P)", "angle", "illuminance"},
@@ -65,6 +67,8 @@ TEST(SlcCheckLightStatements, CheckTheTypesOfArguments)
         {"light", "solar(Cl, 1)", "axis", "solar"},
         {"light", "solar(N, Cl)", "angle", "solar"},
         {"light", "solar(N, 0)", nullptr, ""},
+        {"light", "illuminate((0, 0, 0), (0, 0, 1), 1)", nullptr, ""},
+        {"light", "solar((0, 0, 1), 0)", nullptr, ""},
     };
     for (const Case& c : cases) {
         const CheckedShader shader(std::string(c.kind) + " a() { " + c.statement + " {} }");

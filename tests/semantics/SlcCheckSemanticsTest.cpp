@@ -241,6 +241,23 @@ TEST(SlcCheckSemantics, DefinesFunctionsAfterTheirBodies)
     ExpectReports(cases);
 }
 
+TEST(SlcCheckSemantics, WarnsOfAFunctionThatReplacesAnother)
+{
+    static const Case cases[] = {
+        {"float f(point p) { return 1; }\nfloat f(normal n) { return 2; }\nsurface s() {}",
+         "2: WARNING: The function 'float f(normal)' replaces 'float f(point)' of test.sl:1"},
+        {"surface s() { void g() {}\nvoid g() {} }",
+         "2: WARNING: The function 'void g()' replaces 'void g()' of test.sl:1"},
+        // functions of other types or scopes, and of the library, are not replaced
+        {"float f(float a) { return 1; }\nfloat f(color a) { return 1; }\n"
+         "color f(float a) { return 1; }\nfloat f(float a[]) { return 1; }\n"
+         "float f(float a[3]) { return 1; }\nfloat sqrt(float a) { return 1; }\n"
+         "surface s() { float f(float a) { return 1; } }",
+         ""},
+    };
+    ExpectReports(cases);
+}
+
 TEST(SlcCheckSemantics, ChoosesTheOverloadOfACallStatement)
 {
     static const Case cases[] = {

@@ -1,5 +1,5 @@
 // Checks the warnings of level 2 about constants that the run time treats as something else, and
-// about effects that are lost.
+// about code with other effects than its text suggests.
 
 #include <gtest/gtest.h>
 #include <string>
@@ -79,7 +79,7 @@ TEST(SlcConstantArguments, WarnOfNumbersAndFormatsThatDoNotFit)
             << c.statement;
 }
 
-TEST(SlcConstantArguments, WarnOfEffectsThatAreLost)
+TEST(SlcConstantArguments, WarnOfUnexpectedEffects)
 {
     static const Case cases[] = {
         {"surface s(output varying string name = \"\") {}",

@@ -171,6 +171,24 @@ TEST(SlcResolveUniqueType, ReportsOperators)
     ExpectReports(cases);
 }
 
+TEST(SlcResolveUniqueType, WarnsOfNoiseThatIsMultipliedByComponents)
+{
+    const std::string warning = "1: WARNING: A point-valued 'noise' is multiplied component by "
+                                "component: write 'float noise(...)' for the number";
+    for (const char* product :
+         {"noise(P) * N", "N * (2 * noise(P) - 1)", "-noise(P) * N", "noise(s, t) * noise(P)"})
+        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
+                      .Reports(),
+                  warning)
+            << product;
+    for (const char* product : {"float noise(P) * N", "vector noise(P) * N", "2 * noise(P)"})
+        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
+                      .Reports(),
+                  "")
+            << product;
+    EXPECT_EQ(CheckedShader("displacement d() { P += noise(P) * N; }").Reports(), "");
+}
+
 TEST(SlcResolveUniqueType, ReportsCalls)
 {
     static const ReportCase cases[] = {

@@ -224,7 +224,7 @@ TEST_F(SqxViewSessionTest, ShowsWhatShadersPrintUntilTheNextPicture)
     WaitForWhole();
 }
 
-TEST_F(SqxViewSessionTest, CountsTheCodeOfAllLevels)
+TEST_F(SqxViewSessionTest, ShowsAndCountsTheCodeOfEachLevel)
 {
     m_folder.Write(
         "a.sl",
