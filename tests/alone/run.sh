@@ -9,9 +9,12 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cmake -S "$root" -B "$scratch" -DCMAKE_CXX_COMPILER="$1" -DCMAKE_BUILD_TYPE=Debug \
-    -DSLC_BATCH_SOURCES=OFF >"$scratch/log"
+    -DSLC_BATCH_SOURCES=OFF >"$scratch/log" 2>&1 || {
+    cat "$scratch/log"
+    exit 1
+}
 shift
 cmake --build "$scratch" --parallel 2 ${1:+--target "$@"} >"$scratch/log" 2>&1 || {
-    grep -A5 'error' "$scratch/log"
+    grep -A5 'error' "$scratch/log" || tail -n 30 "$scratch/log"
     exit 1
 }

@@ -13,8 +13,6 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCL
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
-# Compiles copies, so that nothing is written to the tree.
-cp -r "$top/examples" "$top/tests/compile/shaders" .
 export top bin compiler levels="$*"
 
 # Different levels often give the same text, which is compiled once.
@@ -28,7 +26,7 @@ compile() {
 
 # Checks one source at all levels, in a separate folder, since shaderqx writes into the current one.
 check() {
-    local source=$PWD/$1 level failures=0
+    local source=$top/$1 level failures=0
     mkdir -p "work/$1" && cd "work/$1" || return 1
     for level in $levels; do
         rm -f ./*.cpp
@@ -46,5 +44,5 @@ check() {
 export -f compile check
 
 # xargs fails if any check does.
-printf '%s\0' examples/*.sl examples/*/*.sl shaders/*.sl \
+(cd "$top" && printf '%s\0' examples/*.sl examples/*/*.sl tests/compile/shaders/*.sl) \
     | xargs -0 -n 1 -P "$(nproc)" bash -c 'check "$1"' check

@@ -29,10 +29,8 @@ expect() {
     [ "$1" = "$2" ] || { echo "$3: expected '$2', but got '$1'"; exit 1; }
 }
 
-# Compiles copies, so that nothing is written to the tree.
-cp -r "$root/examples" .
 mkdir code object
-for source in examples/{blockerlight,matte,spotlight}.sl; do
+for source in "$root"/examples/{blockerlight,matte,spotlight}.sl; do
     compile_shader code --int "$source"
     compile_shader object --dso "$source"
 done
@@ -66,7 +64,7 @@ expect "$(./parameters object/blockerlight.sqx)" "$expected" "docs/embedding.md,
 } >points.cpp
 compile_program points
 for kind in code object; do
-    compile_shader $kind $([ $kind = code ] && echo --int || echo --dso) examples/constant.sl
+    compile_shader $kind $([ $kind = code ] && echo --int || echo --dso) "$root/examples/constant.sl"
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 

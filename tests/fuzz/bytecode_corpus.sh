@@ -17,14 +17,7 @@ until [ -x "$compiler/bin/shaderqx" ]; do
 done
 rm -rf "${folder:?}"/*
 
-# Compiles copies, so that nothing is written to the tree.
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
-mkdir "$scratch/tests"
-cp -r "$top/examples" "$scratch"
-cp -r "$top/tests/compile" "$scratch/tests"
-cp -r "$top/tests/fuzz" "$scratch/tests/fuzz"
-cd "$scratch"
+cd "$top"
 
 number=0
 for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl \

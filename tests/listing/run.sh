@@ -24,9 +24,8 @@ check() {
     "$python" "$here/check.py" <"$1" >names || fail "$1 does not follow the schema"
 }
 
-# Compiles copies, so that nothing is written to the tree.
-cp -r "$here/../../examples" .
-for source in examples/*.sl; do
+examples=$here/../../examples
+for source in "$examples"/*.sl; do
     compile "$source"
 done
 "$build/bin/sqxdump" --json ./*.sqx >examples.json || fail 'The examples are not listed'
@@ -76,7 +75,7 @@ facts_alone() {
     sed -n '/QxShaderFacts\[\] __/,$p' "$1" | c++ -x c++ -shared -fPIC -o "$2" -
 }
 mkdir code objects
-for source in examples/*.sl examples/rows/*.sl; do
+for source in "$examples"/*.sl "$examples"/rows/*.sl; do
     name=$(basename "$source" .sl)
     compile -O0 -d code "$source"
     compile -O0 --dso -c "$source"

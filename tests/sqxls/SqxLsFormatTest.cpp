@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -68,7 +68,7 @@ std::vector<std::string> TokensOf(const std::string& source)
     for (const SqxLsToken& token : SqxLsTokensOf(source)) {
         std::string text(token.text);
         if (token.kind == SqxLsToken::Kind::Comment)  // its later lines may move
-            text.erase(std::remove_if(text.begin(), text.end(), isspace), text.end());
+            std::erase_if(text, [](unsigned char c) { return std::isspace(c) != 0; });
         texts.push_back(text);
     }
     return texts;

@@ -223,7 +223,6 @@ RandomStatement RandomShader::Loop(Scope& scope)
     ++scope.depth;
     ++scope.loops;
     const bool isFor = Chance(60);
-    const bool uniformCounter = detail[0] == 'u';
     if (isFor) {
         inner.head = "for (" + counter + " = 0; " + limit + "; " + counter + " += 1)";
     } else {
@@ -237,7 +236,7 @@ RandomStatement RandomShader::Loop(Scope& scope)
     // The counter's scope is a separate block, which is removed as a whole.
     RandomStatement block = {""};
     block.hasBody = true;
-    block.body = {{(uniformCounter ? "uniform float " : "float ") + counter + " = 0;"}, inner};
+    block.body = {{detail + counter + " = 0;"}, inner};
     return block;
 }
 
