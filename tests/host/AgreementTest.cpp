@@ -124,11 +124,11 @@ private:
         std::string path;  // of the shared object
     };
 
-    /// Compares both kernel sets, on grids of one point, of one column, and of fewer and more
-    /// points than a strip has.
+    /// Compares both kernel sets, on grids of one point, and of fewer and more points than a short
+    /// and a long strip have.
     static void ExpectSameBits(const Pair& pair)
     {
-        for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 29}}) {
+        for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 300}, k_smallGrid, QxGrid{37, 29}}) {
             const RunOutcome shared = RunShared(pair.path, pair.byteCode, grid);
             for (const QxKernelChoice kernels : {QxKernelChoice::Baseline, QxKernelChoice::Best})
                 EXPECT_EQ(

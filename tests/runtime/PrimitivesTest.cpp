@@ -10,6 +10,7 @@
 #include "QxFilters.h"
 #include "QxMatrixMath.h"
 #include "QxNoise.h"
+#include "QxSceneCalls.h"
 #include "QxSplines.h"
 #include "QxText.h"
 
@@ -178,7 +179,7 @@ TEST(QxFilters, FallFromOneToZeroOverTheInterval)
 
 TEST(QxFilters, CenterASingleSampleInItsInterval)
 {
-    const float around = QxIntervalAround(0.1f);
+    const float around = QxFilterStepEnd(-0.0625f, -0.0375f);
     for (const char* filter : {"box", "triangle", "gaussian", "catmull-rom"}) {
         EXPECT_NEAR(QxFilterStep(0.5f, 0.5f, around, 1, filter), 0.5f, k_near) << filter;
         EXPECT_NEAR(QxFilterStep(0.5f, 0.46f, around, 1, filter) +
@@ -186,6 +187,7 @@ TEST(QxFilters, CenterASingleSampleInItsInterval)
                     1, k_near)
             << filter;
     }
+    EXPECT_NEAR(QxFilterStep(0.5f, 0.46f, around, 1, "box"), 0.1f, 1e-3f);
     EXPECT_EQ(QxFilterStep(0.5f, 0.5f, QxIntervalAround(0), 1, "box"), 1);
 }
 
