@@ -134,12 +134,8 @@ bool QxHostScene::LightMessage(unsigned int number, const char* name, const QxMe
     QxShaderInstance* const light =
         m_depth > 0 && number < level.lights.size() ? level.lights[number]->shader : nullptr;
     if (light && level.lightGrid) {
-        if (light->m_runs != level.runs[number]) {
-            std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
-            RunLight(level, *level.lights[number], *grid, grid->Hidden().Ps);
-            level.lightGrid = std::move(grid);
-            level.runs[number] = light->m_runs;
-        }
+        if (light->m_runs != level.runs[number])
+            RunLightAgain(level, number);
         if (light->Answer(name, value, *this, level.eye))
             return true;
     }

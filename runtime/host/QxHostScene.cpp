@@ -98,7 +98,51 @@ float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
                                 static_cast<int>(level.run), static_cast<int>(m_depth), shader});
 }
 
-/// Runs a light shader for `positions`. Its `P` is the origin of its "shader" space.
+/// Marks a light shader as running, and takes the grid that it runs on out of the level, as long as
+/// this object exists: answers to the light may ask for light again, and may throw.
+class QxHostScene::LightScope {
+public:
+    LightScope(SceneLevel& level, const SceneLight& light)
+        : m_level(level),
+          m_home(light.IsAmbient() ? level.ambientGrid : level.lightGrid),
+          m_grid(std::move(m_home)),
+          m_outer(level.running),
+          m_wasInAmbient(level.inAmbient)
+    {
+        level.running = &light;
+        level.inAmbient = level.inAmbient || light.IsAmbient();
+    }
+    ~LightScope()
+    {
+        m_home = std::move(m_grid);
+        m_level.running = m_outer;
+        m_level.inAmbient = m_wasInAmbient;
+    }
+    LightScope(const LightScope&) = delete;
+    LightScope& operator=(const LightScope&) = delete;
+
+    /// Returns the grid, with the given layout.
+    [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout)
+    {
+        if (!m_grid)
+            m_grid = std::make_unique<QxHostGrid>(layout.columns, layout.rows);
+        if (m_grid->Layout().columns != layout.columns || m_grid->Layout().rows != layout.rows)
+            m_grid->Reset(layout.columns, layout.rows);
+        return *m_grid;
+    }
+    /// Returns the grid as the last run left it. The level must have had one.
+    [[nodiscard]] QxHostGrid& Grid() { return *m_grid; }
+
+private:
+    SceneLevel& m_level;
+    std::unique_ptr<QxHostGrid>& m_home;
+    std::unique_ptr<QxHostGrid> m_grid;
+    const SceneLight* const m_outer;
+    const bool m_wasInAmbient;
+};
+
+/// Runs a light shader for `positions`, in its `LightScope`. Its `P` is the origin of its "shader"
+/// space.
 void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                            const QxVector3* positions)
 {
@@ -112,9 +156,7 @@ void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGri
     if (positions != at.Ps)
         std::copy_n(positions, points, at.Ps);
     *at.time = level.time;
-    level.running = &light;
     light.shader->Shade({grid.Layout(), at, level.eye}, *this, 0, m_files);
-    level.running = nullptr;
 }
 
 void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points,
@@ -149,19 +191,23 @@ void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
 {
     const SceneLight& light = *level.lights[number];
     const QxGrid layout = level.layout.Size() == points ? level.layout : QxGrid{points, 1};
-    // Moved out of the level while the light runs, since its answers may ask for light again.
-    std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
-    if (!grid)
-        grid = std::make_unique<QxHostGrid>(layout.columns, layout.rows);
-    if (grid->Layout().columns != layout.columns || grid->Layout().rows != layout.rows)
-        grid->Reset(layout.columns, layout.rows);
-    RunLight(level, light, *grid, positions);
-    const QxHiddenVariables lit = grid->Hidden();
+    LightScope scope(level, light);
+    QxHostGrid& grid = scope.Grid(layout);
+    RunLight(level, light, grid, positions);
+    const QxHiddenVariables lit = grid.Hidden();
     for (unsigned int i = 0; i < points; ++i)
         result.L[i] = -lit.L[i];
     std::copy_n(lit.Cl, points, result.Cl);
     std::copy_n(lit.Ol, points, result.Ol);
-    level.lightGrid = std::move(grid);
+    level.runs[number] = light.shader->m_runs;
+}
+
+/// Runs a light shader once more at the points of the last run of a light.
+void QxHostScene::RunLightAgain(SceneLevel& level, unsigned int number)
+{
+    const SceneLight& light = *level.lights[number];
+    LightScope scope(level, light);
+    RunLight(level, light, scope.Grid(), scope.Grid().Hidden().Ps);
     level.runs[number] = light.shader->m_runs;
 }
 
@@ -169,18 +215,11 @@ void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
 QxRGBColor QxHostScene::RunAmbientLight(SceneLevel& level, const SceneLight& light,
                                         const QxVector3& position)
 {
-    if (!level.ambientGrid)
-        level.ambientGrid = std::make_unique<QxHostGrid>(1, 1);
-    level.inAmbient = true;
+    LightScope scope(level, light);
+    QxHostGrid& grid = scope.Grid({1, 1});
     level.hasDrawn = false;
-    try {
-        RunLight(level, light, *level.ambientGrid, &position);
-    } catch (...) {
-        level.inAmbient = false;
-        throw;
-    }
-    level.inAmbient = false;
-    return level.ambientGrid->Values<QxRGBColor>("Cl")[0];
+    RunLight(level, light, grid, &position);
+    return grid.Values<QxRGBColor>("Cl")[0];
 }
 
 /// Returns the sum of all uniform ambient lights, which is computed once per grid, at the first
@@ -226,6 +265,10 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
 
 QxRGBColor QxHostScene::AmbientAt(const QxVector3& position, unsigned int point)
 {
+    if (m_depth == 0) {
+        const GridScope scope(*this, {{1, 1}, {}, {0, 0, 0}});
+        return AmbientAt(position, point);
+    }
     SceneLevel& level = CurrentLevel();
     if (!level.inAmbient)
         level.ambientPoint = point;

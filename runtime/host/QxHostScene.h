@@ -212,6 +212,8 @@ private:
         unsigned int ambientPoint = 0;  // number of the point whose ambient light is computed
     };
 
+    class LightScope;
+
     QxLightHandle Add(SceneLight light);
     [[nodiscard]] SceneLight& FindLight(QxLightHandle light);
     void CheckBetweenGrids() const;
@@ -224,6 +226,7 @@ private:
                   const QxVector3* positions);
     void EvaluateLightShader(SceneLevel& level, unsigned int number, const QxVector3* positions,
                              unsigned int points, const QxLightInput& result);
+    void RunLightAgain(SceneLevel& level, unsigned int number);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
     /// Returns the position of an answer, or where it would be inserted.
     [[nodiscard]] std::size_t PlaceOfAnswer(QxMessage message, const std::string& name) const;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
 
 #include "host/HostFixture.h"
 
@@ -155,6 +156,56 @@ TEST_P(Host, SwitchesLimitsAndRemovesLights)
     EXPECT_NE(ErrorOf([&] { m_scene.SwitchLight(first, true); }), "");
     const QxHostScene::GridScope scope(m_scene, m_grid);
     EXPECT_NE(ErrorOf([&] { m_scene.RemoveLight(second); }), "");
+}
+
+TEST_P(Host, KnowsWhichLightRunsAlsoAfterALightThrows)
+{
+    struct : QxHostScene {
+        bool asks = false;
+        bool fails = false;
+        QxRGBColor Transmission(const QxRayQuery&) override
+        {
+            const auto running = RunningLight();
+            EXPECT_TRUE(running);
+            if (std::exchange(asks, false)) {  // runs both lights while one is running
+                QxVector3 L[2] = {};
+                QxRGBColor colors[4] = {};
+                QxLightInput lights[] = {{&L[0], &colors[0], &colors[1]},
+                                         {&L[1], &colors[2], &colors[3]}};
+                EvaluateLights(L, 1, lights, 2);
+            }
+            EXPECT_EQ(RunningLight(), running);
+            if (fails)
+                throw QxHostError("no light");
+            return {1, 1, 1};
+        }
+    } scene;
+    const auto lamp = Open("lamp", R"(
+        light lamp() { illuminate (point "shader" (0, 0, 0)) Cl = transmission(Ps, E); })");
+    const auto sky = Open("sky", "light sky() { Cl = transmission(Ps, E); }");
+    QxShaderInstance lamps[] = {{lamp, scene.Spaces()}, {lamp, scene.Spaces()}};
+    QxShaderInstance ambient(sky, scene.Spaces());
+    for (QxShaderInstance* light : {&lamps[0], &lamps[1], &ambient})
+        scene.AddLight(*light);
+    Load("surface test() { Ci = 0; illuminance (P) { Ci += Cl; } Oi = ambient(); }");
+    const QxHostScene::GridScope around(scene, m_grid);
+    const auto lit = [&] {
+        scene.asks = true;
+        m_shader->Run(m_grid, scene);
+        return m_grid.Values<QxRGBColor>("Ci")[3].r + m_grid.Values<QxRGBColor>("Oi")[3].r;
+    };
+    EXPECT_EQ(lit(), 3);
+    EXPECT_FALSE(scene.RunningLight());
+    scene.fails = true;
+    std::vector<QxVector3> places(4);
+    std::vector<QxRGBColor> colors(4);
+    QxLightInput input = {places.data(), colors.data(), colors.data()};
+    EXPECT_EQ(ErrorOf([&] { scene.EvaluateLights(places.data(), 4, &input, 1); }), "no light");
+    EXPECT_FALSE(scene.RunningLight());
+    EXPECT_EQ(ErrorOf([&] { (void)scene.Ambient({0, 0, 0}); }), "no light");
+    EXPECT_FALSE(scene.RunningLight());
+    scene.fails = false;
+    EXPECT_EQ(lit(), 3);
 }
 
 TEST_P(Host, AnswersMessages)

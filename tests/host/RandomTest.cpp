@@ -119,6 +119,8 @@ TEST_P(Random, DiffersFromPointToPointInAmbientLights)
             std::sort(each.begin(), each.end());
             EXPECT_EQ(std::unique(each.begin(), each.end()) - each.begin(), 12) << place;
         }
+        for (unsigned int i = 0; i < grid.Size(); ++i)
+            EXPECT_EQ(m_scene.AmbientAt({0, 0, 1}, i).r, expected[i]) << "also without a grid";
         m_scene.RemoveLight(handle);
     }
 }
