@@ -51,7 +51,8 @@ void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue
 void QxParameterSet::Reset(QxParameterHandle parameter)
 {
     const auto number = static_cast<std::size_t>(parameter);
-    if (number < m_settings.size())
-        m_settings[number].reset();
+    if (number >= m_settings.size() || !m_settings[number])
+        return;
+    m_settings[number].reset();
     m_version = QxNextVersion();
 }
