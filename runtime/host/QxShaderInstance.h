@@ -138,6 +138,7 @@ private:
         bool busy = false;
     };
     class WorkspaceScope;
+    class LastRunsScope;
 
     [[nodiscard]] const QxShader::Parameter& CheckedParameter(QxParameterHandle parameter) const;
     [[nodiscard]] const QxParameterSet& Values() const { return m_used ? *m_used : m_own; }

@@ -76,6 +76,36 @@ private:
     Workspace& m_workspace;
 };
 
+/// Keeps the results of the last runs for `Get` as long as the object exists, also if an exception
+/// is thrown.
+class QxShaderInstance::LastRunsScope {
+public:
+    explicit LastRunsScope(QxShaderInstance& instance)
+        : m_instance(instance),
+          m_last(instance.m_last)
+    {
+        // A busy workspace is not reused.
+        if (Workspace* const last = Last())
+            last->busy = true;
+    }
+    ~LastRunsScope()
+    {
+        if (Workspace* const last = Last()) {
+            last->busy = false;
+            m_instance.ReturnBuffers(*last);
+        }
+        m_instance.m_last.swap(m_last);
+    }
+    LastRunsScope(const LastRunsScope&) = delete;
+    LastRunsScope& operator=(const LastRunsScope&) = delete;
+
+private:
+    [[nodiscard]] Workspace* Last() const { return m_last.empty() ? nullptr : m_last[0]; }
+
+    QxShaderInstance& m_instance;
+    std::vector<Workspace*> m_last;
+};
+
 /// Computes in floating point, so that no sum or product of hostile numbers overflows.
 void QxShaderInstance::CheckMemory(std::size_t points) const
 {
@@ -300,15 +330,12 @@ QxShaderInstance::Workspace& QxShaderInstance::WorkspaceForAnswers(QxShaderSuppo
     FindSpaces();
     if (!m_last.empty() && m_last[0] && IsCurrent(*m_last[0]))
         return *m_last[0];
+    const LastRunsScope last(*this);
     Workspace& workspace = ChooseWorkspace(1);
-    std::vector<Workspace*> last = m_last;  // `Get` must not see this as a run
-    {
-        const WorkspaceScope scope(*this, workspace);
-        const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
-        SetFilesVersion(workspace, 0);
-        PrepareVariables(workspace, 1, context);
-    }
-    m_last.swap(last);
+    const WorkspaceScope scope(*this, workspace);
+    const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
+    SetFilesVersion(workspace, 0);
+    PrepareVariables(workspace, 1, context);
     return workspace;
 }
 

@@ -270,6 +270,30 @@ TEST_P(Host, RunsDisplacementsAndImagers)
     EXPECT_EQ(m_grid.Values<float>("alpha")[0], 0.25F);
 }
 
+TEST_P(Host, KeepsTheResultsOfTheLastRunWhenItAnswers)
+{
+    struct : QxHostScene {
+        bool fails = false;
+        float Random() override { return fails ? throw QxHostError("no number") : 0.5F; }
+    } scene;
+    Load(R"(surface test(float scale = 2; float drawn = random(); output varying float sum = 0)
+            { sum = scale * drawn + u; })");
+    m_shader->Run(m_grid, scene);
+    float answer = 0;
+    const char handled = 1;
+    const QxMessageValue value = {QxValueType::Float, false, 1, &answer, 1, &handled};
+    m_shader->Set("scale", 3);
+    for (const bool fails : {true, false}) {
+        scene.fails = fails;
+        EXPECT_EQ(ErrorOf([&] {
+                      m_shader->Answer("scale", value, scene, {0, 0, 0});
+                  }),
+                  fails ? "no number" : "");
+        EXPECT_EQ(m_shader->Get("sum").numbers, (Numbers{1, 2, 1, 2})) << fails;
+    }
+    EXPECT_EQ(answer, 3);
+}
+
 TEST_P(Host, ShadesObjectsWithSeparateParameterSets)
 {
     Load("surface test(float a = 1) { Ci = a; }");
