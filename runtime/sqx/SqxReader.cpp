@@ -57,8 +57,16 @@ std::string SqxReader::Bytes(std::istream& file)
     return bytes;
 }
 
+void SqxReader::Forget()
+{
+    m_shader = SqxShader();
+    m_message.clear();
+    m_faultLine = 0;
+}
+
 bool SqxReader::ReadFile(const std::string& path)
 {
+    Forget();
     std::ifstream file(path, std::ios::binary);
     const std::string text = Bytes(file);
     if (!file.is_open() || file.bad()) {
@@ -70,7 +78,7 @@ bool SqxReader::ReadFile(const std::string& path)
 
 bool SqxReader::Read(std::string_view text)
 {
-    m_shader = SqxShader();
+    Forget();
     SqxCursor cursor(text);
     try {
         if (text.size() > k_largestFile)

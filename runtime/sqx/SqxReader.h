@@ -18,20 +18,23 @@ public:
     /// the line, the section and the fault, and `Shader` the part before the fault. O(n log n) for
     /// n bytes.
     [[nodiscard]] bool Read(std::string_view text);
-    /// Reads a file. False also if it cannot be read; the message is then the system's.
+    /// Reads a file. False also if it cannot be read; the message is then the system's, and
+    /// `Shader` is empty.
     [[nodiscard]] bool ReadFile(const std::string& path);
     /// Reads the bytes of a file, up to just over the maximum size that `Read` accepts.
     [[nodiscard]] static std::string Bytes(std::istream& file);
 
-    /// The result of the last `Read`.
+    // The result of the last `Read` or `ReadFile`; empty before the first.
+
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
     /// Moves the result out of the reader.
     [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
-    /// The line of the fault in the message, from 1; 0 before the first fault.
+    /// The line of the fault in the message, from 1; 0 if there is no fault, or it has no line.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:
+    void Forget();
     void ReadSections(SqxCursor& cursor);
     void ReadHeader(SqxCursor& cursor);
     void ReadVariables(SqxCursor& cursor);

@@ -135,15 +135,26 @@ TEST(SqxReader, KeepsThePartBeforeAFault)
     EXPECT_TRUE(SqxDump(reader.Shader()).ends_with("  6  \"world\"  uniform string\n"));
 }
 
-TEST(SqxReader, ReportsUnreadableFiles)
+TEST(SqxReader, ReportsUnreadableFilesWithoutTheResultsOfEarlierOnes)
 {
+    const std::string good = SampleFile();
+    const auto ignoresTheFile = [](SqxReader& reader, const char* path, const char* message) {
+        EXPECT_FALSE(reader.ReadFile(path));
+        EXPECT_EQ(reader.Message(), message);
+        EXPECT_EQ(reader.FaultLine(), 0);
+        EXPECT_EQ(SqxDump(reader.Shader()), "");
+    };
     SqxReader reader;
-    EXPECT_FALSE(reader.ReadFile("/no/such/file.sqx"));
-    EXPECT_EQ(reader.Message(), "No such file or directory");
-    EXPECT_FALSE(reader.ReadFile("/"));
-    EXPECT_EQ(reader.Message(), "Is a directory");
+    ASSERT_TRUE(reader.Read(good));
+    ignoresTheFile(reader, "/no/such/file.sqx", "No such file or directory");
     EXPECT_FALSE(reader.ReadFile("/dev/null"));
     EXPECT_EQ(reader.Message(), "line 1: Not a byte-code file of version 5");
+    EXPECT_EQ(reader.FaultLine(), 1);
+    ignoresTheFile(reader, "/", "Is a directory");
+    EXPECT_FALSE(reader.Read("?"));
+    EXPECT_TRUE(reader.Read(good));
+    EXPECT_EQ(reader.Message(), "");
+    EXPECT_EQ(reader.FaultLine(), 0);
 }
 
 TEST(SqxLiteralText, KnowsTheEscapesOfC)
