@@ -23,6 +23,29 @@ enum class QxCodeStep : std::uint8_t {
     Stop,
 };
 
+/// True for the start of conditional brackets, which run only for points whose flag is true, or for
+/// `IfFalse` false.
+inline bool QxIsCondition(QxCodeStep step)
+{
+    return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
+}
+
+inline bool QxIsConditionalJump(QxCodeStep step)
+{
+    return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
+}
+
+inline bool QxIsGoto(QxCodeStep step)
+{
+    return step == QxCodeStep::Goto || QxIsConditionalJump(step);
+}
+
+/// True if the next step may be `target`: a goto, or the start or end of a loop over lights.
+inline bool QxIsJump(QxCodeStep step)
+{
+    return QxIsGoto(step) || step == QxCodeStep::BeginLights || step == QxCodeStep::EndLights;
+}
+
 /// A translated instruction: 64 bytes, which is one cache line. The step determines which fields
 /// are used. The translation fills them in, and runs only read them.
 struct QxCode {

@@ -19,6 +19,27 @@ struct QxCode;
 /// operand themselves, and the storage of discarded results.
 enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
 
+/// The number of enumerators of `QxStored`.
+constexpr std::size_t k_qxStoredKinds = static_cast<std::size_t>(QxStored::Text) + 1;
+
+/// Returns the size of one value in bytes; `Any` has room for the largest.
+[[nodiscard]] constexpr std::size_t QxBytesOf(QxStored stored)
+{
+    switch (stored) {
+    case QxStored::Any:
+    case QxStored::Matrix:
+        return 16 * sizeof(float);
+    case QxStored::Number:
+    case QxStored::Flag:
+        return sizeof(float);
+    case QxStored::Triple:
+        return 3 * sizeof(float);
+    case QxStored::Text:
+        return sizeof(const char*);
+    }
+    return 0;
+}
+
 /// An operand of a translated instruction.
 struct QxOperand {
     std::uint32_t variable = 0;  // index in the base addresses of a run

@@ -12,29 +12,11 @@ namespace qxcommon {
 using Vector = QxVector3;
 using Text = const char*;
 
-/// Returns the size in memory of one value.
-[[nodiscard]] inline std::size_t BytesOf(QxStored stored)
-{
-    switch (stored) {
-    case QxStored::Any:
-    case QxStored::Number:
-    case QxStored::Flag:
-        break;
-    case QxStored::Triple:
-        return sizeof(Vector);
-    case QxStored::Matrix:
-        return sizeof(QxMatrix44);
-    case QxStored::Text:
-        return sizeof(Text);
-    }
-    return sizeof(float);
-}
-
 /// Returns the address of the value of an operand at `place`, counted in values from its first one.
 [[nodiscard]] inline char* Address(const QxMachineState& state, const QxOperand& operand,
                                    std::size_t place)
 {
-    return static_cast<char*>(state.values[operand.variable]) + place * BytesOf(operand.stored);
+    return static_cast<char*>(state.values[operand.variable]) + place * QxBytesOf(operand.stored);
 }
 
 /// Returns the row of an instruction whose kernel examines the operands itself.

@@ -46,7 +46,7 @@ public:
     QxArguments At(unsigned int point)
     {
         for (const std::size_t k : m_varying)
-            Find(k, point * BytesOf(m_operands[k].stored));
+            Find(k, point * QxBytesOf(m_operands[k].stored));
         return m_addresses.data();
     }
     [[nodiscard]] int Count() const { return static_cast<int>(m_addresses.size()); }

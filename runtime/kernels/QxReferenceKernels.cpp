@@ -56,7 +56,7 @@ void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     const auto reference = Operand<void*>(state, code, load ? 1 : 0);
     const QxOperand& variable = code.operands[load ? 0 : 1];
-    const std::size_t bytes = BytesOf(variable.stored);
+    const std::size_t bytes = QxBytesOf(variable.stored);
     for (unsigned int i = points.first; i < points.End(); ++i) {
         if (!points(i))
             continue;
@@ -100,7 +100,7 @@ void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points
             if (to.stored == QxStored::Text)
                 QxAssignString(*static_cast<Text*>(target), *static_cast<Text*>(source));
             else
-                std::memmove(target, source, BytesOf(to.stored));
+                std::memmove(target, source, QxBytesOf(to.stored));
         }
 }
 

@@ -50,7 +50,7 @@ private:
 
     static std::size_t PlacesOf(const QxOperand& operand)
     {
-        return (operand.size * BytesOf(operand.stored) + sizeof(Place) - 1) / sizeof(Place);
+        return (operand.size * QxBytesOf(operand.stored) + sizeof(Place) - 1) / sizeof(Place);
     }
     [[nodiscard]] void* ElementOf(const QxOperand& operand, unsigned int point,
                                   std::size_t element) const
@@ -60,7 +60,7 @@ private:
     }
     void Load(const QxOperand& operand, unsigned int point, char* target) const
     {
-        const std::size_t bytes = BytesOf(operand.stored);
+        const std::size_t bytes = QxBytesOf(operand.stored);
         for (std::size_t j = 0; j < operand.size; ++j, target += bytes) {
             const void* source = ElementOf(operand, point, j);
             static constexpr Text none = "";
@@ -72,7 +72,7 @@ private:
     /// Copies the numbers of an array back; texts are not copied back.
     void Store(const QxOperand& operand, unsigned int point, const char* source) const
     {
-        const std::size_t bytes = BytesOf(operand.stored);
+        const std::size_t bytes = QxBytesOf(operand.stored);
         if (operand.stored == QxStored::Text)
             return;
         for (std::size_t j = 0; j < operand.size; ++j, source += bytes)
@@ -85,7 +85,7 @@ private:
             std::memcpy(&text, m_argv[0], sizeof text);
             QxAssignString(*static_cast<Text*>(target), text ? text : "");
         } else {
-            std::memcpy(target, m_argv[0], BytesOf(result.stored));
+            std::memcpy(target, m_argv[0], QxBytesOf(result.stored));
         }
     }
 

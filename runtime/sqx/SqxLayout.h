@@ -43,3 +43,9 @@ struct SqxLayout {
     /// Returns the minimum number of values.
     [[nodiscard]] std::size_t LeastCount() const { return types.size() - (endsInList ? 1 : 0); }
 };
+
+/// True if an instruction writes an operand with this letter.
+[[nodiscard]] inline bool SqxIsWritten(char letter)
+{
+    return letter == 'w' || letter == 'm';
+}

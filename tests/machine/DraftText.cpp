@@ -65,12 +65,6 @@ QxStorage StorageOf(const std::string& name)
     return {predefined ? Kind::Predefined : Kind::Local, stored, !uniform};
 }
 
-bool IsJump(Step step)
-{
-    return step == Step::Goto || step == Step::GotoIfTrue || step == Step::GotoIfFalse ||
-           step == Step::BeginLights || step == Step::EndLights;
-}
-
 }  // namespace
 
 DraftText::DraftText(std::string_view text)
@@ -231,7 +225,7 @@ std::string DraftText::Label(std::uint32_t target) const
 {
     std::set<std::uint32_t> targets;
     for (const QxDraft& draft : m_block.drafts)
-        if (IsJump(draft.code.step))
+        if (QxIsJump(draft.code.step))
             targets.insert(draft.code.target);
     const auto at = targets.find(target);
     return at == targets.end()
@@ -312,7 +306,7 @@ std::string DraftText::Print() const
         if (step == Step::Stop && i + 1 == drafts.size())
             break;
         text += PrintDraft(i) + ' ';
-        if (step == Step::BeginParallel || step == Step::IfTrue || step == Step::IfFalse)
+        if (step == Step::BeginParallel || QxIsCondition(step))
             open.push_back(i);
         if (step != Step::EndParallel && step != Step::EndIf)
             continue;

@@ -64,7 +64,7 @@ private:
     {
         if (letter == 'r' || letter == 'm' || letter == 'c')
             Mark(m_read, value);
-        if (letter == 'w' || letter == 'm')
+        if (SqxIsWritten(letter))
             Mark(m_written, value);
     }
 

@@ -319,7 +319,7 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
         } else if (code->step == QxCodeStep::EndIf) {
             points.mask = m_outer[--depth];
             ++code;
-        } else if (code->step == QxCodeStep::IfTrue || code->step == QxCodeStep::IfFalse) {
+        } else if (QxIsCondition(code->step)) {
             const QxCode* const inner = Enter(code, points, depth);
             depth += inner == code + 1 ? 1 : 0;
             code = inner;

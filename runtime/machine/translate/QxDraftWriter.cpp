@@ -48,14 +48,14 @@ QxDraftWriter::Argument QxDraftWriter::MakeArgument(int variable, char letter, Q
     auto number = static_cast<std::uint32_t>(variable);
     const QxStorage storage = m_variables[number];
     const bool constant = storage.kind == QxStorage::Kind::Constant;
-    if (constant && QxIsWritten(letter))  // a result that the call leaves out
+    if (constant && SqxIsWritten(letter))  // a result that the call leaves out
         return {{m_variables.Nowhere(), 0, 1, wanted}, letter};
     if (constant && storage.stored == QxStored::Number && wanted == QxStored::Triple)
         number = m_variables.AddNumberConstant(m_variables.ConstantOf(number)->numbers[0]);
     if (constant && storage.stored == QxStored::Number && wanted == QxStored::Text)
         number = m_variables.AddTextConstant(number);
     if (storage.kind == QxStorage::Kind::Reference) {
-        if (QxIsWritten(letter) && storage.stored == QxStored::Text && storage.number != 0)
+        if (SqxIsWritten(letter) && storage.stored == QxStored::Text && storage.number != 0)
             Refuse("ARRAY_REF", "lets points write one text");
         return {{0, 1, 1, storage.stored}, letter, number, true};
     }
@@ -70,7 +70,7 @@ void QxDraftWriter::Emit(const QxKernelRow& row, const std::vector<Argument>& gi
                          const SqxLayout& layout, const QxOperand& flag)
 {
     std::vector<Argument> arguments = given;
-    std::size_t used[6] = {};
+    std::size_t used[k_qxStoredKinds] = {};
     for (Argument& argument : arguments) {
         if (!argument.isReference)
             continue;
@@ -97,7 +97,7 @@ void QxDraftWriter::EmitMoves(const std::vector<Argument>& arguments, const SqxL
         if (!argument.isReference)
             continue;
         const bool text = argument.operand.stored == QxStored::Text;
-        const bool written = QxIsWritten(argument.letter);
+        const bool written = SqxIsWritten(argument.letter);
         if (load ? argument.letter == 'w' && !text : !written)
             continue;
         QxDraft& draft = Add(QxCodeStep::Kernel);

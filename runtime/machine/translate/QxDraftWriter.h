@@ -68,5 +68,5 @@ private:
     QxDraftBlock m_block;
     bool m_within = false;
     // Free temporaries for references, by storage.
-    std::vector<std::uint32_t> m_temporaries[6];
+    std::vector<std::uint32_t> m_temporaries[k_qxStoredKinds];
 };

@@ -113,7 +113,7 @@ void Joiner::EmitWithin(std::size_t index)
     condition.flag = draft.code.flag;
     condition.target = static_cast<std::uint32_t>(index + 1);
     for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-        if (QxIsWritten(m_block.letters[k]) &&
+        if (SqxIsWritten(m_block.letters[k]) &&
             m_block.operands[k].variable == condition.flag.variable)
             condition.copyFlag = true;
     m_result.push_back(draft);

@@ -92,7 +92,7 @@ void KnownJumps::ForgetWritten(const QxDraft& draft)
     if (m_known.empty())
         return;
     for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-        if (QxIsWritten(m_block.letters[k]))
+        if (SqxIsWritten(m_block.letters[k]))
             std::erase_if(m_known, [&](const Known& known) {
                 return known.flag == m_block.operands[k].variable;
             });

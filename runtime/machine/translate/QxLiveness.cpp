@@ -170,7 +170,7 @@ void QxLiveness::EndBrackets(std::size_t index)
     while (depth > 0) {
         const QxCodeStep step = m_block.drafts[--begin].code.step;
         depth += step == QxCodeStep::EndIf ? 1 : 0;
-        depth -= step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse ? 1 : 0;
+        depth -= QxIsCondition(step) ? 1 : 0;
     }
     const QxCode& guard = m_block.drafts[begin].code;
     if (guard.step != QxCodeStep::IfTrue || guard.copyFlag)

@@ -14,27 +14,6 @@ constexpr unsigned int k_qxMachineStrip = 256;
 /// The highest number that brackets may state.
 constexpr unsigned int k_qxLongestStrip = 1024;
 
-/// The number of enumerators of `QxStored`.
-constexpr std::size_t k_qxStoredKinds = static_cast<std::size_t>(QxStored::Text) + 1;
-
-/// Returns the size of one value in bytes; `Any` has room for the largest.
-[[nodiscard]] constexpr std::size_t QxBytesOf(QxStored stored)
-{
-    switch (stored) {
-    case QxStored::Any:
-    case QxStored::Matrix:
-        return 16 * sizeof(float);
-    case QxStored::Number:
-    case QxStored::Flag:
-        return sizeof(float);
-    case QxStored::Triple:
-        return 3 * sizeof(float);
-    case QxStored::Text:
-        return sizeof(const char*);
-    }
-    return 0;
-}
-
 /// The storage of a variable of a program: who owns its values, and how large they are. There is
 /// one for each variable number in code.
 struct QxStorage {

@@ -53,8 +53,8 @@ void QxDropShortBrackets(QxDraftBlock& block)
     std::vector<char> kept(block.drafts.size(), 1);
     for (std::size_t i = 0; i < block.drafts.size(); ++i) {
         const QxCode& code = block.drafts[i].code;
-        const bool begins = code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse;
-        if (begins && code.target - i <= k_shortBrackets + 2 && AllIgnoreTheMask(block, i))
+        if (QxIsCondition(code.step) && code.target - i <= k_shortBrackets + 2 &&
+            AllIgnoreTheMask(block, i))
             kept[i] = kept[code.target - 1] = 0;
     }
     block.Keep(kept);

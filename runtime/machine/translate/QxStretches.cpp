@@ -163,7 +163,7 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
         return true;
     const Span span = OperandsOf(draft);
     for (std::size_t k = 0; k < span.count; ++k)
-        if (QxIsWritten(span.letters[k]) && span.operands[k].step == 0)
+        if (SqxIsWritten(span.letters[k]) && span.operands[k].step == 0)
             return false;
     return code.step == QxCodeStep::Grid || code.step == QxCodeStep::GridIf;
 }
@@ -281,7 +281,7 @@ bool StretchFinder::MayRunBefore(const QxDraft& draft) const
     for (std::size_t k = 0; k < span.count; ++k) {
         const std::uint32_t variable = span.operands[k].variable;
         if (m_writtenBy[variable] == m_stretchNumber ||
-            (QxIsWritten(span.letters[k]) && m_readBy[variable] == m_stretchNumber))
+            (SqxIsWritten(span.letters[k]) && m_readBy[variable] == m_stretchNumber))
             return false;
     }
     return true;
@@ -292,7 +292,7 @@ void StretchFinder::RecordAccess(const QxDraft& draft)
     const Span span = OperandsOf(draft);
     m_usesLights = m_usesLights || (draft.row && draft.row->readsLights);
     for (std::size_t k = 0; k < span.count; ++k) {
-        const bool written = QxIsWritten(span.letters[k]);
+        const bool written = SqxIsWritten(span.letters[k]);
         const std::uint32_t variable = span.operands[k].variable;
         (written ? m_writtenBy : m_readBy)[variable] = m_stretchNumber;
         m_usesLights = m_usesLights || (written && MayMatterToLights(variable));

@@ -124,7 +124,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
         // `GridIf` must test its flag even for one point, so it has no kernel for one point.
         if (draft.row && code.step != QxCodeStep::GridIf)
             code.point = draft.row->point;
-        if (code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse) {
+        if (QxIsCondition(code.step)) {
             code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
             m_target.depth = std::max(m_target.depth, ++depth);
         } else if (code.step == QxCodeStep::EndIf) {
@@ -215,7 +215,7 @@ void QxTranslator::EndParallel()
         if (draft.row && draft.row->primitive == SqxPrimitive::CALL_DSO)
             ++calls;
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-            if (QxIsWritten(m_block.letters[k]) &&
+            if (SqxIsWritten(m_block.letters[k]) &&
                 m_variables.IsOneForAllPoints(m_block.operands[k]))
                 begin.pointwise = true;
     }
@@ -243,7 +243,7 @@ void QxTranslator::EndCondition()
     for (std::size_t i = begin + 1; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-            if (QxIsWritten(m_block.letters[k]) &&
+            if (SqxIsWritten(m_block.letters[k]) &&
                 m_block.operands[k].variable == code.flag.variable)
                 code.copyFlag = true;
     }

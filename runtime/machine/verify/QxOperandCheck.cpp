@@ -12,6 +12,7 @@
 #include "machine/verify/QxOperandCheck.h"
 
 #include "sqx/SqxDump.h"
+#include "sqx/SqxLayout.h"
 
 namespace {
 
@@ -81,14 +82,10 @@ bool IsVariable(char letter)
     return letter == 'r' || letter == 'w' || letter == 'm' || letter == 'c';
 }
 
-bool IsWritten(char letter)
-{
-    return letter == 'w' || letter == 'm';
-}
-
 bool IsJump(SqxPrimitive mark)
 {
-    return mark == SqxPrimitive::GOTO || mark == SqxPrimitive::IF_TRUE_GOTO || mark == SqxPrimitive::IF_FALSE_GOTO;
+    return mark == SqxPrimitive::GOTO || mark == SqxPrimitive::IF_TRUE_GOTO ||
+           mark == SqxPrimitive::IF_FALSE_GOTO;
 }
 
 bool RunsForGrid(const SqxLayout& layout)
@@ -149,7 +146,7 @@ void QxOperandCheck::CheckType(const SqxInstruction& instruction, std::size_t i)
     if (!good)
         RefuseOperand(instruction, i, std::string("is not ") + row.wanted);
     const char letter = SqxBlock::Letter(instruction, i);
-    if (IsWritten(letter) && facts.constant && facts.shape != k_integer)
+    if (SqxIsWritten(letter) && facts.constant && facts.shape != k_integer)
         RefuseOperand(instruction, i, "is a constant, but is written");
     if (letter == 'c' && facts.uniform)
         RefuseOperand(instruction, i, "is a condition, but is not varying");
@@ -204,7 +201,7 @@ QxOperandCheck::Details QxOperandCheck::DetailsOf(const SqxInstruction& instruct
         if (!IsVariable(letter))
             continue;
         const QxOperandFacts& facts = Facts(instruction, i);
-        if (IsWritten(letter) && facts.shape != k_integer)
+        if (SqxIsWritten(letter) && facts.shape != k_integer)
             (facts.uniform ? details.writesUniform : details.writesVarying) = true;
         else if (!facts.uniform)
             details.readsVarying = true;
