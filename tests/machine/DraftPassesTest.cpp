@@ -424,3 +424,20 @@ TEST(QxLiveness, FindsLiveVariables)
         EXPECT_EQ(Annotated(text, c.result), c.annotated) << c.code;
     }
 }
+
+TEST(QxLiveness, LimitsTheWorkForJumpsThatNeedManyWalks)
+{
+    // goto N;  1: read u;  stop;  2: goto 1;  3: goto 2;  ...  N: goto N - 1
+    for (const std::uint32_t jumps : {30U, 30000U}) {
+        DraftText text("goto A; A: once u = ADD_FLOAT_FLOAT u 1;");
+        std::vector<QxDraft>& drafts = text.Block().drafts;
+        for (std::uint32_t i = 0; i < jumps; ++i) {
+            const auto before = static_cast<std::uint32_t>(i == 0 ? 1 : drafts.size() - 1);
+            QxDraft& draft = text.Writer().Add(QxCodeStep::Goto);
+            draft.code.target = before;
+        }
+        drafts[0].code.target = static_cast<std::uint32_t>(drafts.size() - 1);
+        QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
+        EXPECT_EQ(liveness.Compute(), jumps < 1000) << jumps;
+    }
+}

@@ -71,7 +71,8 @@ public:
 private:
     [[nodiscard]] std::size_t Before(std::size_t index, std::size_t begin) const;
     [[nodiscard]] bool IsUseless(const QxDraft& draft) const;
-    [[nodiscard]] bool FuseWithTheOneBefore(std::size_t index, std::size_t begin);
+    void FuseWithEarlier(std::size_t index, std::size_t begin);
+    [[nodiscard]] bool Fuse(std::size_t before, std::size_t index);
     [[nodiscard]] bool ForwardCopy(std::size_t before, std::size_t index);
     [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
     [[nodiscard]] bool IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const;
@@ -94,10 +95,19 @@ void Fuser::Run()
         // So that no basic block becomes empty, its first draft stays or is fused into a later one.
         if (index > begin && IsUseless(m_block.drafts[index]))
             Drop(index);
-        while (FuseWithTheOneBefore(index, begin)) {
-        }
+        if (m_kept[index])
+            FuseWithEarlier(index, begin);
     });
     m_liveness.Renumber(m_block.Keep(m_kept));
+}
+
+/// Fuses a draft with those before it as long as that is possible. Each search begins at the draft
+/// that was dropped last, so that a long chain of copies costs linear time.
+void Fuser::FuseWithEarlier(std::size_t index, std::size_t begin)
+{
+    std::size_t before = Before(index, begin);
+    while (before != k_none && Fuse(before, index))
+        before = Before(before, begin);
 }
 
 /// Returns the previous draft in the basic block that has not been dropped.
@@ -120,14 +130,13 @@ bool Fuser::IsUseless(const QxDraft& draft) const
     return result.step != 0 && !m_liveness.IsLive(result);
 }
 
-bool Fuser::FuseWithTheOneBefore(std::size_t index, std::size_t begin)
+/// Fuses a draft with the draft before it, which is then dropped. Returns false if it cannot.
+bool Fuser::Fuse(std::size_t before, std::size_t index)
 {
     const QxDraft& user = m_block.drafts[index];
-    if (!m_kept[index] || user.code.step != QxCodeStep::Kernel || !user.row->shaped ||
-        OperandsOf(user)[0].step == 0)
+    if (user.code.step != QxCodeStep::Kernel || !user.row->shaped || OperandsOf(user)[0].step == 0)
         return false;
-    const std::size_t before = Before(index, begin);
-    if (before == k_none || m_block.drafts[before].code.step != QxCodeStep::Kernel ||
+    if (m_block.drafts[before].code.step != QxCodeStep::Kernel ||
         !m_block.drafts[before].row->perPoint || m_block.drafts[before].code.count == 0)
         return false;
     return IsCopy(user) ? ForwardCopy(before, index) : FuseProduct(before, index);

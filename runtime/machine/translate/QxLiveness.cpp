@@ -1,5 +1,6 @@
-// Backward data flow over bit sets, one bit per local. An untrusted file determines how many locals
-// and basic blocks there are, so their product is limited before the work begins.
+// Backward data flow over bit sets, one bit per local. An untrusted file determines how many
+// locals, basic blocks and conditions there are, and how many walks its jumps need, so the work is
+// limited.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and by tests/host/AgreementTest.cpp against shared
 // objects.
@@ -10,8 +11,9 @@
 
 namespace {
 
-// A file could otherwise cause more work than its size justifies.
-constexpr std::size_t k_highestWork = std::size_t{1} << 22;
+// A file could otherwise need more memory and time than its size justifies.
+constexpr std::size_t k_mostWords = std::size_t{1} << 22;  // of the sets of all basic blocks
+constexpr std::size_t k_mostWork = std::size_t{1} << 24;   // drafts and words of all walks
 
 }  // namespace
 
@@ -63,20 +65,33 @@ void QxLiveness::Number(std::uint32_t variable, const QxStorage& storage)
 bool QxLiveness::Compute()
 {
     FindBlocks();
-    if (m_blocks.size() * (m_locals.size() / 64 + 1) > k_highestWork)
+    FindConditions();
+    const std::size_t words = m_locals.size() / 64 + 1;
+    if (m_blocks.size() * words > k_mostWords)
         return false;
+    const std::size_t workOfWalk =
+        m_block.drafts.size() + (m_blocks.size() + m_conditionCount) * words;
+    std::size_t work = 0;
     for (bool changed = true; changed;) {
+        work += workOfWalk;
+        if (work > k_mostWork)
+            return false;
         changed = false;
-        for (std::size_t i = m_blocks.size(); i-- > 0;) {
-            m_live = LiveAfter(m_blocks[i]);
-            for (std::size_t j = m_blocks[i].end; j-- > m_blocks[i].begin;)
-                Step(j);
-            changed = m_blocks[i].liveIn.AddAll(m_live) || changed;
-        }
+        WalkOnce(changed);
         // Code without jumps is a single basic block, for which one walk is enough.
         changed = changed && m_blocks.size() > 1;
     }
     return true;
+}
+
+void QxLiveness::WalkOnce(bool& changed)
+{
+    for (std::size_t i = m_blocks.size(); i-- > 0;) {
+        m_live = LiveAfter(m_blocks[i]);
+        for (std::size_t j = m_blocks[i].end; j-- > m_blocks[i].begin;)
+            Step(j);
+        changed = m_blocks[i].liveIn.AddAll(m_live) || changed;
+    }
 }
 
 void QxLiveness::FindBlocks()
@@ -97,8 +112,26 @@ void QxLiveness::FindBlocks()
         m_blocks[i].end = i + 1 < m_blocks.size() ? m_blocks[i + 1].begin : m_block.drafts.size();
 }
 
+void QxLiveness::FindConditions()
+{
+    m_conditions.assign(m_block.drafts.size(), 0);
+    m_conditionCount = 0;
+    std::vector<std::uint32_t> open;
+    for (std::uint32_t i = 0; i < m_block.drafts.size(); ++i) {
+        const QxCodeStep step = m_block.drafts[i].code.step;
+        if (QxIsCondition(step)) {
+            open.push_back(i);
+            ++m_conditionCount;
+        } else if (step == QxCodeStep::EndIf) {
+            m_conditions[i] = open.back();
+            open.pop_back();
+        }
+    }
+}
+
 void QxLiveness::Renumber(const std::vector<std::uint32_t>& newIndexes)
 {
+    FindConditions();
     for (BasicBlock& block : m_blocks) {
         block.begin = newIndexes[block.begin];
         block.end = newIndexes[block.end];
@@ -157,22 +190,26 @@ void QxLiveness::Read(const QxOperand& operand)
 
 void QxLiveness::BeginBrackets()
 {
-    m_live.AddAll(m_liveOutside.back());
-    m_liveOutside.pop_back();
+    m_live.AddAll(m_outside.back().ofThis);
+    m_outside.pop_back();
 }
 
-/// `index` is that of `EndIf`. Pushes the set for points that do not enter the brackets.
+/// `index` is that of `EndIf`.
 void QxLiveness::EndBrackets(std::size_t index)
 {
-    m_liveOutside.push_back(m_live);
-    std::size_t depth = 1;
-    std::size_t begin = index;
-    while (depth > 0) {
-        const QxCodeStep step = m_block.drafts[--begin].code.step;
-        depth += step == QxCodeStep::EndIf ? 1 : 0;
-        depth -= QxIsCondition(step) ? 1 : 0;
-    }
-    const QxCode& guard = m_block.drafts[begin].code;
+    LiveSet ofThis = m_live;
+    RemoveClearedFlags(index, ofThis);
+    LiveSet ofAll = ofThis;
+    if (!m_outside.empty())
+        ofAll.AddAll(m_outside.back().ofAll);
+    m_outside.push_back({std::move(ofThis), std::move(ofAll)});
+}
+
+/// Removes the flags that an `and` after the brackets clears at the points that do not enter them.
+/// `index` is that of `EndIf`.
+void QxLiveness::RemoveClearedFlags(std::size_t index, LiveSet& live) const
+{
+    const QxCode& guard = m_block.drafts[m_conditions[index]].code;
     if (guard.step != QxCodeStep::IfTrue || guard.copyFlag)
         return;
     for (std::size_t i = index + 1; i < m_block.drafts.size(); ++i) {
@@ -184,7 +221,7 @@ void QxLiveness::EndBrackets(std::size_t index)
             operands[0].variable == guard.flag.variable)
             return;
         if (Follows(operands[0]))
-            m_liveOutside.back().Remove(m_bits[operands[0].variable]);
+            live.Remove(m_bits[operands[0].variable]);
     }
 }
 
@@ -208,9 +245,7 @@ bool QxLiveness::IsLiveElsewhere(const QxOperand& operand) const
 {
     if (!Follows(operand))
         return true;
-    const std::uint32_t bit = m_bits[operand.variable];
-    return std::any_of(m_liveOutside.begin(), m_liveOutside.end(),
-                       [bit](const LiveSet& outside) { return outside.Has(bit); });
+    return !m_outside.empty() && m_outside.back().ofAll.Has(m_bits[operand.variable]);
 }
 
 std::vector<std::uint32_t> QxLiveness::ReadFirst() const

@@ -25,8 +25,7 @@ public:
 
     /// Computes the live-in set of each basic block. Returns false if that would be too much work:
     /// then only `Locals` may be called. A walk costs O(n + (b + c) l / 64) for n drafts, b basic
-    /// blocks, c conditions and l locals, plus the lengths of all conditional brackets; loops need
-    /// a few walks.
+    /// blocks, c conditions and l locals; loops need a few walks.
     [[nodiscard]] bool Compute();
 
     /// Calls `visit(index, begin)` for each draft of one basic block after the other, from the last
@@ -64,7 +63,7 @@ public:
     /// True if points outside the open conditions may read the operand later: they need its value
     /// from before the brackets, so a write must respect the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
-    [[nodiscard]] bool IsWithinCondition() const { return !m_liveOutside.empty(); }
+    [[nodiscard]] bool IsWithinCondition() const { return !m_outside.empty(); }
 
     // After `Compute`:
 
@@ -92,6 +91,12 @@ private:
         std::vector<std::uint64_t> m_words;
     };
 
+    /// The locals that are live for the points that did not enter an open condition.
+    struct Outside {
+        LiveSet ofThis;
+        LiveSet ofAll;  // also for those that did not enter one of the conditions around it
+    };
+
     struct BasicBlock {
         std::size_t begin;
         std::size_t end;
@@ -103,12 +108,15 @@ private:
     void NumberLocals(const std::vector<QxStorage>& variables);
     void Number(std::uint32_t variable, const QxStorage& storage);
     void FindBlocks();
+    void FindConditions();
+    void WalkOnce(bool& changed);
     [[nodiscard]] LiveSet LiveAfter(const BasicBlock& block) const;
     [[nodiscard]] const BasicBlock& BlockAt(std::size_t draft) const;
     void Step(std::size_t index);
     void Read(const QxOperand& operand);
     void BeginBrackets();
     void EndBrackets(std::size_t index);
+    void RemoveClearedFlags(std::size_t index, LiveSet& live) const;
     void StepOperands(const QxDraft& draft);
 
     const QxDraftBlock& m_block;
@@ -116,6 +124,8 @@ private:
     std::vector<std::uint32_t> m_bits;            // by variable; `k_none` if it is not followed
     std::vector<std::uint32_t> m_locals;          // by bit
     std::vector<BasicBlock> m_blocks;
+    std::vector<std::uint32_t> m_conditions;  // by draft that ends a condition: its start
+    std::size_t m_conditionCount = 0;
     LiveSet m_live;
-    std::vector<LiveSet> m_liveOutside;  // outside each open condition of the walk, innermost last
+    std::vector<Outside> m_outside;  // by open condition of the walk, innermost last
 };

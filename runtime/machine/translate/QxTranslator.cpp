@@ -101,6 +101,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     for (QxDraft& draft : m_block.drafts)
         if (draft.jumps)
             draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
+    MarkWrittenFlags();
 
     QxDropKnownJumps(m_block, m_variables);
     QxJoinRuns(m_block, m_variables);
@@ -115,6 +116,12 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     } else {
         target.clears = liveness.Locals();
     }
+    Finish(target);
+}
+
+/// Moves the drafts into the program.
+void QxTranslator::Finish(QxProgramBlock& target)
+{
     target.operands = std::move(m_block.operands);
     target.codes.reserve(m_block.drafts.size());
     unsigned int depth = 0;
@@ -238,14 +245,27 @@ void QxTranslator::EndCondition()
         return;
     if (m_writer.IsWithin())
         m_writer.Add(QxCodeStep::EndIf);
-    QxCode& code = m_block.drafts[begin].code;
-    code.target = static_cast<std::uint32_t>(m_block.drafts.size());
-    for (std::size_t i = begin + 1; i < m_block.drafts.size(); ++i) {
+    m_block.drafts[begin].code.target = static_cast<std::uint32_t>(m_block.drafts.size());
+}
+
+/// Marks the conditions whose brackets write their own flag. One walk, since a file may nest them
+/// deeply.
+void QxTranslator::MarkWrittenFlags()
+{
+    std::vector<std::size_t> lastWrites(m_variables.Count(), 0);  // by variable: index of a draft
+    std::vector<std::size_t> open;                                // conditions
+    for (std::size_t i = 0; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-            if (SqxIsWritten(m_block.letters[k]) &&
-                m_block.operands[k].variable == code.flag.variable)
-                code.copyFlag = true;
+            if (SqxIsWritten(m_block.letters[k]))
+                lastWrites[m_block.operands[k].variable] = i;
+        if (QxIsCondition(draft.code.step)) {
+            open.push_back(i);
+        } else if (draft.code.step == QxCodeStep::EndIf) {
+            QxCode& begin = m_block.drafts[open.back()].code;
+            begin.copyFlag = lastWrites[begin.flag.variable] > open.back();
+            open.pop_back();
+        }
     }
 }
 
@@ -261,6 +281,8 @@ bool QxTranslator::MakeFlagOperations(std::size_t begin)
         bool value;
     };
     const QxOperand guard = m_block.drafts[begin].code.flag;
+    if (guard.step == 0)
+        return false;
     const bool ifTrue = m_block.drafts[begin].code.step == QxCodeStep::IfTrue;
     std::vector<Setting> settings;
     for (std::size_t i = begin + 1; i < m_block.drafts.size(); ++i) {
@@ -279,7 +301,7 @@ bool QxTranslator::MakeFlagOperations(std::size_t begin)
         }
         settings.push_back(setting);
     }
-    if (settings.empty() || guard.step == 0)
+    if (settings.empty())
         return false;
     m_block.operands.resize(m_block.drafts[begin].first);
     m_block.letters.resize(m_block.operands.size());

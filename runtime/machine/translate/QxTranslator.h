@@ -19,13 +19,15 @@ public:
     /// Fills the target except for its shadeops: variables, constants, and the blocks of main and
     /// of the initializers. Call it once. Throws `QxHostError` if the file uses something that the
     /// machine does not support; the target must not be used then. O(n) for n instructions, plus
-    /// the lengths of all conditional brackets and the costs of `QxJoinRuns` and `QxLiveness`.
+    /// the costs of `QxJoinRuns` and `QxLiveness`.
     void Run();
 
 private:
     /// `result` is the variable that is read after the block; main has none.
     void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
                    QxProgramBlock& target);
+    void MarkWrittenFlags();
+    void Finish(QxProgramBlock& target);
     void DropUnusedLocals();
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
     [[nodiscard]] bool TranslateMark(const SqxBlock& block, const SqxInstruction& source);
