@@ -57,7 +57,8 @@ struct QxCode {
     std::uint32_t target = 0;             // index of an instruction
     std::int32_t number = 0;  // literal: number of a space, shadeop or source line; condition: the
                               // distance to the code after its brackets; BeginParallel: points of a
-                              // strip, 0 for the usual number
+                              // strip, 0 for the usual number; goto: loops over lights around its
+                              // target
     QxOperand flag;           // the condition
     QxCodeStep step = QxCodeStep::Kernel;
     bool whole = false;      // GridIf: runs even if no flag is set, since it affects other points

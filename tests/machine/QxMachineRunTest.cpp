@@ -1,5 +1,6 @@
 // Checks what a run counts against its limit of steps: the instructions that backward jumps repeat,
-// in the strip that repeats most.
+// in the strip that repeats most. Checks also what variables of the grid contain where the compiler
+// never reads or writes them.
 
 #include <gtest/gtest.h>
 
@@ -63,11 +64,34 @@ TEST(QxMachineRun, CountsInstructionsThatJumpsRepeat)
     EXPECT_EQ(StepsOf(twice.c_str(), {4, 0, 0, 1}), 48U);
 }
 
-TEST(QxMachineRun, ForgetsLoopsOverLightsThatAJumpHasLeft)
+TEST(QxMachineRun, EndsLoopsOverLightsThatAJumpLeaves)
 {
-    constexpr const char* code =
+    // L belongs to a light only in the loop, however often the loop was left. Leaves it at once,
+    // from within another loop, and in each of five turns, and stores L.
+    for (const char* code :
+         {"EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 7 GOTO 7 END_ILLUMINANCE 3 "
+          "ASSIGN_COLOR_COLOR_SIMD Ci s",
+          "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 11 BEGIN_ILLUMINANCE 9 GOTO 11 END_ILLUMINANCE 5 "
+          "END_ILLUMINANCE 3 ASSIGN_COLOR_COLOR_SIMD Ci s",
+          "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 8 IF_TRUE_GOTO #t 8 END_ILLUMINANCE 3 "
+          "ADD_FLOAT_FLOAT uf uf #1 BOOL_LESS_THEN_FLOAT_FLOAT ub uf Kd IF_TRUE_GOTO ub 1 "
+          "ASSIGN_COLOR_COLOR_SIMD Ci s"})
+        for (const unsigned int side : {1U, 2U}) {
+            FileParts parts;
+            parts.predefined = "3\nL\nP\nCi\n";
+            parts.code = code;
+            QxHostScene scene;
+            scene.AddDistantLight({0, 0, 1}, {1, 1, 1});
+            QxShaderInstance shader(QxShader::Read(parts.Text(), "test"), scene.Spaces());
+            shader.Set("Kd", 5);
+            QxHostGrid grid(side, side);
+            grid.Set("L", QxVector3{7, 8, 9});
+            shader.Run(grid, scene);
+            EXPECT_EQ(grid.Values<QxRGBColor>("Ci")[0], (QxRGBColor{7, 8, 9})) << code;
+        }
+    constexpr const char* nested =
         "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 15 BEGIN_ILLUMINANCE 9 GOTO 9 "
         "END_ILLUMINANCE 5 ADD_FLOAT_FLOAT uf uf #1 END_ILLUMINANCE 3";
     // The outer loop jumps back over five instructions for each light.
-    EXPECT_EQ(StepsOf(code, {0, 0, 0, 0}), 10U);
+    EXPECT_EQ(StepsOf(nested, {0, 0, 0, 0}), 10U);
 }

@@ -1,9 +1,9 @@
 // Loops over lights. They are outside parallel brackets, have one iteration for each light, and may
-// be nested. While a loop runs, `L`, `Cl` and `Ol` have the values of its current light.
+// be nested. While a loop runs, `L`, `Cl` and `Ol` have the values of its current light. A jump out
+// of loops ends them.
 //
-// Tested by tests/host/AgreementTest.cpp.
-
-#include <algorithm>
+// Tested by tests/machine/QxMachineRunTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
 
 #include "machine/run/QxMachineRun.h"
 
@@ -12,21 +12,16 @@ const QxCode* QxMachineRun::BeginLights(const QxProgramBlock& block, const QxCod
     m_state.lightNumber = 0;
     if (m_state.lightCount == 0)
         return block.codes.data() + code->target;
-    m_loops.push_back({code + 1, 0});
+    m_loops.push_back(0);
     TakeLight();
     return code + 1;
 }
 
-/// Also ends inner loops that a jump has left.
 const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode* code)
 {
     const QxCode* const begin = block.codes.data() + code->target;
-    while (!m_loops.empty() && m_loops.back().begin != begin)
-        m_loops.pop_back();
-    if (m_loops.empty())
-        return code + 1;
-    CountSteps(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, code - begin)) + 1);
-    m_state.lightNumber = ++m_loops.back().light;
+    CountSteps(static_cast<std::size_t>(code - begin) + 1);
+    m_state.lightNumber = ++m_loops.back();
     const bool more = m_state.lightNumber < m_state.lightCount;
     if (!more)
         m_loops.pop_back();
@@ -34,11 +29,18 @@ const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode*
     return more ? begin : code + 1;
 }
 
+/// Ends the innermost loops until `loops` of them are open.
+void QxMachineRun::LeaveLights(std::size_t loops)
+{
+    m_loops.resize(loops);
+    TakeLight();
+}
+
 /// Binds the predefined variables of light loops to the values of the current light, or to those of
 /// the grid outside all loops.
 void QxMachineRun::TakeLight()
 {
-    m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back().light];
+    m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back()];
     for (std::size_t i = 0; i < 3; ++i)
         for (const std::uint32_t variable : m_code.lightVariables[i]) {
             void* value = m_store.Home(variable);

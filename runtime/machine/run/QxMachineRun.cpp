@@ -339,9 +339,13 @@ const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
 {
     const bool jump =
         code->step == QxCodeStep::Goto || IsTrue(*code) == (code->step == QxCodeStep::GotoIfTrue);
-    const QxCode* const next = jump ? codes + code->target : code + 1;
+    if (!jump)
+        return code + 1;
+    const QxCode* const next = codes + code->target;
     if (next <= code)
         CountSteps(static_cast<std::size_t>(code - next) + 1);
+    if (static_cast<std::size_t>(code->number) < m_loops.size())
+        LeaveLights(static_cast<std::size_t>(code->number));
     return next;
 }
 

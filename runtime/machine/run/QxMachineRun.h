@@ -48,11 +48,6 @@ public:
                   std::vector<QxLightInput>& lights);
 
 private:
-    struct LightLoop {
-        const QxCode* begin;  // the first instruction of the loop
-        unsigned int light;
-    };
-
     /// `firstDraw` is the initial value of the counters of `random`.
     void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables,
                unsigned int firstDraw);
@@ -66,6 +61,7 @@ private:
     void RunWhere(const QxCode& code);
     [[nodiscard]] const QxCode* BeginLights(const QxProgramBlock& block, const QxCode* code);
     [[nodiscard]] const QxCode* EndLights(const QxProgramBlock& block, const QxCode* code);
+    void LeaveLights(std::size_t loops);
     void TakeLight();
     void CountSteps(std::size_t steps);
     void CountWork(std::size_t work);
@@ -87,7 +83,7 @@ private:
     std::size_t m_memoryLimit = k_memoryLimit;
     std::size_t m_work = 0;                           // since the clock was last read
     std::chrono::steady_clock::time_point m_asked;    // time of the last stop test
-    std::vector<LightLoop> m_loops;                   // innermost last
+    std::vector<unsigned int> m_loops;                // lights of the open loops, innermost last
     std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
     std::vector<const QxStopAndBool*> m_outer;        // masks of the open conditions
 };

@@ -38,20 +38,11 @@ void QxMachineRun::RunBlockAtPoint(const QxProgramBlock& block)
         case QxCodeStep::GridIf:
             RunWhere(*code++);
             break;
+        case QxCodeStep::Goto:
         case QxCodeStep::GotoIfTrue:
         case QxCodeStep::GotoIfFalse:
-            if (IsTrue(*code) != (code->step == QxCodeStep::GotoIfTrue)) {
-                ++code;
-                break;
-            }
-            [[fallthrough]];
-        case QxCodeStep::Goto: {
-            const QxCode* const next = codes + code->target;
-            if (next <= code)
-                CountSteps(static_cast<std::size_t>(code - next) + 1);
-            code = next;
+            code = Jump(codes, code);
             break;
-        }
         case QxCodeStep::BeginLights:
             code = BeginLights(block, code);
             break;

@@ -124,6 +124,7 @@ void QxTranslator::Finish(QxProgramBlock& target)
 {
     target.operands = std::move(m_block.operands);
     target.codes.reserve(m_block.drafts.size());
+    const std::vector<std::int32_t> loops = LoopsOverLights();
     unsigned int depth = 0;
     for (const QxDraft& draft : m_block.drafts) {
         QxCode& code = target.codes.emplace_back(draft.code);
@@ -131,13 +132,32 @@ void QxTranslator::Finish(QxProgramBlock& target)
         // `GridIf` must test its flag even for one point, so it has no kernel for one point.
         if (draft.row && code.step != QxCodeStep::GridIf)
             code.point = draft.row->point;
-        if (QxIsCondition(code.step)) {
+        if (QxIsGoto(code.step)) {
+            code.number = loops[code.target];
+        } else if (QxIsCondition(code.step)) {
             code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
             m_target.depth = std::max(m_target.depth, ++depth);
         } else if (code.step == QxCodeStep::EndIf) {
             --depth;
         }
     }
+}
+
+/// Returns for each draft the number of loops over lights around it. The start of a loop is outside
+/// of it, the end inside.
+std::vector<std::int32_t> QxTranslator::LoopsOverLights() const
+{
+    std::vector<std::int32_t> loops;
+    loops.reserve(m_block.drafts.size());
+    std::int32_t open = 0;
+    for (const QxDraft& draft : m_block.drafts) {
+        loops.push_back(open);
+        if (draft.code.step == QxCodeStep::BeginLights)
+            ++open;
+        else if (draft.code.step == QxCodeStep::EndLights)
+            --open;
+    }
+    return loops;
 }
 
 void QxTranslator::TranslateInstruction(const SqxBlock& block, const SqxInstruction& source)

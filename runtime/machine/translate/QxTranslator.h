@@ -28,6 +28,7 @@ private:
                    QxProgramBlock& target);
     void MarkWrittenFlags();
     void Finish(QxProgramBlock& target);
+    [[nodiscard]] std::vector<std::int32_t> LoopsOverLights() const;
     void DropUnusedLocals();
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
     [[nodiscard]] bool TranslateMark(const SqxBlock& block, const SqxInstruction& source);
