@@ -1,6 +1,6 @@
-// Checks what a run counts against its limit of steps: the instructions that backward jumps repeat,
-// in the strip that repeats most. Checks also what variables of the grid contain where the compiler
-// never reads or writes them.
+// Checks what a run counts against its limits: the instructions that backward jumps repeat, in the
+// strip that repeats most, and the memory of its variables. Checks also what variables of the grid
+// contain where the compiler never reads or writes them.
 
 #include <gtest/gtest.h>
 
@@ -62,6 +62,67 @@ TEST(QxMachineRun, CountsInstructionsThatJumpsRepeat)
                               "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
                               "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 22";
     EXPECT_EQ(StepsOf(twice.c_str(), {4, 0, 0, 1}), 48U);
+}
+
+TEST(QxMachineRun, CountsTheMemoryOfVariables)
+{
+    static const struct {
+        const char* predefined;
+        const char* code;
+        std::size_t bytesOfPoint;
+    } cases[] = {
+        // An array of three numbers; the address and the dummy element of a reference.
+        {"P\nCi\nE\n", "BEGIN_PARALLEL ARRAY_REF ve va uf END_PARALLEL", 12 + 4 + sizeof(void*)},
+        // Zeros in place of L, which is written, and of Cl, and the dummy element.
+        {"L\nCl\nCi\n",
+         "BEGIN_PARALLEL ASSIGN_COLOR_FLOAT s #1 ASSIGN_COLOR_COLOR Ci P END_PARALLEL",
+         12 + 12 + 4},
+    };
+    for (const auto& c : cases) {
+        FileParts parts;
+        parts.predefined = std::string("3\n") + c.predefined;
+        parts.parameters = "2\n\"Kd\" \"uniform float\" \"\" 2 1 1\n"
+                           "\"w\" \"uniform color\" \"\" 2 3 1\n";
+        parts.code = c.code;
+        const auto shader = QxShader::Read(parts.Text(), "test");
+        const auto smallestLimit = [&](unsigned int points) {
+            QxHostScene scene;
+            std::vector<QxRGBColor> colors(points);
+            QxHostPoints given = {{points, 1}, {}, {0, 0, 0}};
+            given.variables.Ci = colors.data();
+            given.variables.P = reinterpret_cast<QxVector3*>(colors.data());
+            std::size_t limit = 1 << 20;
+            for (std::size_t step = limit / 2; step > 0; step /= 2) {
+                QxShaderInstance instance(shader, scene.Spaces());
+                instance.SetMemoryLimit(limit - step);
+                try {
+                    instance.Run(given, scene);
+                    limit -= step;
+                } catch (const QxHostError&) {
+                }
+            }
+            return limit;
+        };
+        EXPECT_EQ(smallestLimit(2048) - smallestLimit(1024), 1024 * c.bytesOfPoint) << c.code;
+    }
+}
+
+TEST(QxMachineRun, KeepsMissingVariablesApart)
+{
+    FileParts parts;
+    parts.predefined = "3\nL\nCl\nCi\n";
+    // Ci = L + Cl;  L = 1;  Ci += Cl
+    parts.code = "BEGIN_PARALLEL ADD_COLOR_COLOR Ci s P ASSIGN_COLOR_FLOAT s #1 "
+                 "ADD_COLOR_COLOR Ci Ci P END_PARALLEL";
+    QxHostScene scene;
+    QxShaderInstance shader(QxShader::Read(parts.Text(), "test"), scene.Spaces());
+    QxRGBColor colors[2] = {};
+    QxHostPoints points = {{2, 1}, {}, {0, 0, 0}};
+    points.variables.Ci = colors;
+    for (int run = 0; run < 2; ++run) {
+        shader.Run(points, scene);
+        EXPECT_EQ(colors[1], (QxRGBColor{0, 0, 0})) << run;
+    }
 }
 
 TEST(QxMachineRun, EndsLoopsOverLightsThatAJumpLeaves)

@@ -112,7 +112,7 @@ void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar
         return;
     // The memory for grids is kept: these blocks are uniform, and work with any number of points.
     Start({m_store.Points(), 1}, context, variables, QxDraws::k_ofDefaults);
-    m_store.Bind({}, *context.Eye());
+    m_store.BindWithoutGrid(*context.Eye());
     for (const QxMachineCode::Initializer& initializer : m_code.once) {
         QxVar& variable = variables[initializer.parameter];
         if (!isWanted(initializer))

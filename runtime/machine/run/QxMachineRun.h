@@ -41,8 +41,9 @@ public:
     /// that depend on shading data.
     void Initialize(const QxShadingContext& context, std::vector<QxVar>& variables);
     /// Shades a grid: reads and writes the values of `hidden` and of the variables. Computes the
-    /// remaining default values first. Arrays missing from `hidden` read as zero. `lights` has room
-    /// for the values of each light at each point, which the context's support fills on request.
+    /// remaining default values first. Arrays missing from `hidden` are zero at first. `lights` has
+    /// room for the values of each light at each point, which the context's support fills on
+    /// request.
     void Evaluate(const QxGrid& grid, const QxShadingContext& context,
                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                   std::vector<QxLightInput>& lights);

@@ -55,6 +55,21 @@ std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
     return storage.kind == Kind::Strip ? std::min<std::size_t>(points, k_qxLongestStrip) : points;
 }
 
+/// Returns the bytes of the block that a variable takes. They fit into 64 bits: the verifier limits
+/// the variables of a file, and a grid has less than 2^32 points.
+std::uint64_t BytesOf(const QxStorage& storage, std::size_t points)
+{
+    if (!IsOwn(storage.kind))
+        return 0;
+    // A reference also has a dummy element, for use before it is bound.
+    const std::uint64_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
+    const std::uint64_t bytes =
+        PlacesOf(storage, points) *
+            (std::uint64_t{storage.size} * QxBytesOf(storage.stored) + pointer) +
+        k_gap;
+    return (bytes + k_alignment - 1) / k_alignment * k_alignment;
+}
+
 }  // namespace
 
 void QxMachineStore::Memory::operator()(void* block) const
@@ -97,67 +112,53 @@ QxMachineStore::~QxMachineStore()
     FreeTexts();
 }
 
-std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points)
-{
-    // A reference also has a dummy element, for use before it is bound.
-    const std::size_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
-    return PlacesOf(storage, points) * (storage.size * QxBytesOf(storage.stored) + pointer) + k_gap;
-}
-
 void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
                            std::size_t memoryLimit)
 {
     FreeTexts();
+    m_memoryLimit = memoryLimit;
     if (points != m_points)
-        Allocate(points, memoryLimit);
+        Allocate(points);
     for (const std::uint32_t i : m_parameters)
         m_values[i] = m_homes[i] = variables[m_code.variables[i].number].Value();
     ResetReferences();
     Clear(m_arrays);
 }
 
-/// Computes in floating point, where sums and products of hostile numbers cannot wrap around.
-void QxMachineStore::CheckMemory(std::size_t points, std::size_t memoryLimit) const
+void QxMachineStore::CheckMemory(std::size_t points, std::uint64_t bytes) const
 {
-    double bytes =
-        static_cast<double>(m_code.depth) * k_qxMachineStrip * sizeof(QxStopAndBool);  // masks
-    for (const QxStorage& storage : m_code.variables)
-        if (IsOwn(storage.kind))
-            bytes += static_cast<double>(PlacesOf(storage, points)) * storage.size *
-                         static_cast<double>(QxBytesOf(storage.stored)) +
-                     k_gap;
-    if (bytes > static_cast<double>(memoryLimit))
+    const std::uint64_t masks =
+        std::uint64_t{m_code.depth} * k_qxMachineStrip * sizeof(QxStopAndBool);
+    if (bytes + masks > m_memoryLimit)
         throw QxHostError("The variables of a grid of " + std::to_string(points) +
                           " points need more memory than the limit of " +
-                          std::to_string(memoryLimit) + " bytes");
+                          std::to_string(m_memoryLimit) + " bytes");
 }
 
-void QxMachineStore::Allocate(std::size_t points, std::size_t memoryLimit)
+void QxMachineStore::Allocate(std::size_t points)
 {
-    CheckMemory(points, memoryLimit);
+    std::uint64_t bytes = 0;
+    for (const QxStorage& storage : m_code.variables)
+        bytes += BytesOf(storage, points);
+    CheckMemory(points, bytes);
     m_points = 0;
     m_texts.clear();
     m_zeros.clear();
-    std::size_t bytes = 0;
-    const auto padded = [&](const QxStorage& storage) {
-        return (BytesOf(storage, points) + k_alignment - 1) / k_alignment * k_alignment;
-    };
-    for (const QxStorage& storage : m_code.variables)
-        bytes += IsOwn(storage.kind) ? padded(storage) : 0;
-    bytes = std::max(bytes, k_alignment);
+    m_bytes = std::max<std::uint64_t>(bytes, k_alignment);
     m_block.reset();
-    m_block.reset(static_cast<char*>(std::aligned_alloc(k_alignment, bytes)));
+    m_block.reset(
+        static_cast<char*>(std::aligned_alloc(k_alignment, static_cast<std::size_t>(m_bytes))));
     if (!m_block)
         throw QxHostError("There is no memory for the variables of a grid of " +
                           std::to_string(points) + " points");
-    std::memset(m_block.get(), 0, bytes);
+    std::memset(m_block.get(), 0, static_cast<std::size_t>(m_bytes));
     char* place = m_block.get();
     for (std::uint32_t i = 0; i < m_values.size(); ++i) {
         const QxStorage& storage = m_code.variables[i];
         if (!IsOwn(storage.kind))
             continue;
         m_values[i] = m_homes[i] = place;
-        place += padded(storage);
+        place += BytesOf(storage, points);
         if (storage.kind == Kind::Local && storage.stored == QxStored::Text)
             m_texts.emplace_back(i, storage.size * (storage.varying ? points : 1));
     }
@@ -207,20 +208,37 @@ void QxMachineStore::BindStrip(const QxCode& brackets, unsigned int first)
     }
 }
 
-void* QxMachineStore::Zeros()
+void* QxMachineStore::Zeros(std::size_t array)
 {
-    if (m_zeros.empty())
-        m_zeros.assign(m_points, {0, 0, 0});
-    return m_zeros.data();
+    if (array >= m_zeros.size()) {
+        CheckMemory(m_points, m_bytes + std::uint64_t{array + 1} * m_points * sizeof(QxVector3));
+        m_zeros.resize(array + 1);
+    }
+    if (array != k_onlyRead || m_zeros[array].empty())
+        m_zeros[array].assign(m_points, {0, 0, 0});
+    return m_zeros[array].data();
 }
 
 void QxMachineStore::Bind(const QxHiddenVariables& h, const QxVector3& eye)
 {
     m_eye = eye;
+    std::size_t array = k_onlyRead;
     for (const auto& [variable, offset] : m_predefined) {
         void* member = &m_eye;
         if (offset != k_eye)
             std::memcpy(&member, reinterpret_cast<const char*>(&h) + offset, sizeof(member));
-        m_values[variable] = m_homes[variable] = member ? member : Zeros();
+        if (!member)
+            member = Zeros(m_code.variables[variable].written ? ++array : k_onlyRead);
+        m_values[variable] = m_homes[variable] = member;
+    }
+}
+
+void QxMachineStore::BindWithoutGrid(const QxVector3& eye)
+{
+    m_eye = eye;
+    m_single.assign(m_predefined.size(), {0, 0, 0});
+    for (std::size_t i = 0; i < m_predefined.size(); ++i) {
+        const auto [variable, offset] = m_predefined[i];
+        m_values[variable] = m_homes[variable] = offset == k_eye ? &m_eye : &m_single[i];
     }
 }

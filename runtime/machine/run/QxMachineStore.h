@@ -36,8 +36,12 @@ public:
     /// `memoryLimit` bytes would be needed; it may be called again afterwards.
     void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
     /// Binds the predefined variables; call it after `Start`. Variables that the host did not set
-    /// read as zero. `eye` is copied; the arrays of `h` must live while code runs.
+    /// are zero at first. `eye` is copied; the arrays of `h` must live while code runs. Throws like
+    /// `Start`.
     void Bind(const QxHiddenVariables& h, const QxVector3& eye);
+    /// Binds the predefined variables for code without varying operands: all except the eye are
+    /// zero at first.
+    void BindWithoutGrid(const QxVector3& eye);
     /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
@@ -52,18 +56,20 @@ public:
     }
     /// The address of the values of each variable, by number; kernels re-bind some of them.
     [[nodiscard]] void** Values() { return m_values.data(); }
-    /// Returns an array with a zero for each point, for variables that the host did not set. Made
-    /// on first use, and valid until the next `Start`.
-    [[nodiscard]] void* Zeros();
+    /// Returns an array with a zero for each point, for variables that the host did not set and
+    /// nothing writes. Made on first use, and valid until the next `Start`. Throws like `Start`.
+    [[nodiscard]] void* Zeros() { return Zeros(k_onlyRead); }
     /// The address of a predefined variable of the grid, as set by `Bind`.
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }
 
 private:
-    void Allocate(std::size_t points, std::size_t memoryLimit);
-    void CheckMemory(std::size_t points, std::size_t memoryLimit) const;
+    void Allocate(std::size_t points);
+    void CheckMemory(std::size_t points, std::uint64_t bytes) const;
+    [[nodiscard]] void* Zeros(std::size_t array);
     void FreeTexts();
     void ResetReferences();
-    [[nodiscard]] static std::size_t BytesOf(const QxStorage& storage, std::size_t points);
+
+    static constexpr std::size_t k_onlyRead = 0;
 
     struct Memory {
         void operator()(void* block) const;
@@ -75,6 +81,8 @@ private:
     };
 
     const QxMachineCode& m_code;
+    std::size_t m_memoryLimit = 0;
+    std::uint64_t m_bytes = 0;  // of the block
     std::size_t m_points = 0;
     std::vector<void*> m_values;            // by variable
     std::vector<void*> m_homes;             // their addresses at the start of a run
@@ -86,6 +94,8 @@ private:
     std::vector<std::uint32_t> m_arrays;                         // local ones, except of texts
     std::vector<std::uint32_t> m_parameters;
     std::vector<Binding> m_predefined;
-    std::vector<QxVector3> m_zeros;
+    std::vector<std::vector<QxVector3>> m_zeros;  // in place of variables that the host did not
+                                                  // set: the first for those that are only read
+    std::vector<QxVector3> m_single;              // by index in `m_predefined`, without a grid
     QxVector3 m_eye = {0, 0, 0};
 };

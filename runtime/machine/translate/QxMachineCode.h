@@ -34,6 +34,7 @@ struct QxStorage {
     bool varying = false;
     std::uint32_t size = 1;
     std::uint32_t number = 0;
+    bool written = false;  // an instruction writes it
 };
 
 /// The value of a constant in each form in which it may be read. A number is the first of

@@ -55,11 +55,12 @@ void QxTranslator::Run()
         group.back().result = static_cast<std::uint32_t>(initializer.result);
         Translate(initializer.code, group.back().result, group.back().code);
     }
-    DropUnusedLocals();
+    DropUnusedVariables();
 }
 
-/// Locals that other variables have replaced everywhere need no storage for a grid.
-void QxTranslator::DropUnusedLocals()
+/// Locals that other variables have replaced everywhere need no storage for a grid, and neither
+/// does the geometric normal if nothing reads it.
+void QxTranslator::DropUnusedVariables()
 {
     std::vector<char> used(m_target.variables.size(), 0);
     const auto mark = [&used](const QxProgramBlock& block) {
@@ -79,7 +80,8 @@ void QxTranslator::DropUnusedLocals()
         }
     for (std::size_t i = 0; i < used.size(); ++i) {
         QxStorage& storage = m_target.variables[i];
-        if (!used[i] && storage.kind == QxStorage::Kind::Local)
+        if (!used[i] &&
+            (storage.kind == QxStorage::Kind::Local || storage.kind == QxStorage::Kind::Ng))
             storage = {QxStorage::Kind::Nowhere, QxStored::Number, false, 1, 0};
     }
 }
@@ -129,6 +131,9 @@ void QxTranslator::Finish(QxProgramBlock& target)
     for (const QxDraft& draft : m_block.drafts) {
         QxCode& code = target.codes.emplace_back(draft.code);
         code.operands = target.operands.data() + draft.first;
+        for (std::uint32_t k = 0; k < code.count; ++k)
+            if (SqxIsWritten(m_block.letters[draft.first + k]))
+                m_target.variables[code.operands[k].variable].written = true;
         // `GridIf` must test its flag even for one point, so it has no kernel for one point.
         if (draft.row && code.step != QxCodeStep::GridIf)
             code.point = draft.row->point;

@@ -29,7 +29,7 @@ private:
     void MarkWrittenFlags();
     void Finish(QxProgramBlock& target);
     [[nodiscard]] std::vector<std::int32_t> LoopsOverLights() const;
-    void DropUnusedLocals();
+    void DropUnusedVariables();
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
     [[nodiscard]] bool TranslateMark(const SqxBlock& block, const SqxInstruction& source);
     void BeginCondition(QxCodeStep step, int flag);
