@@ -76,7 +76,7 @@ public:
     /// if the set belongs to another shader.
     void Use(const QxParameterSet* set);
 
-    /// Limits the steps of a run; one that takes more throws `QxHostError`. Unlimited by default.
+    /// Limits the steps of a run, 10 million by default; one that takes more throws `QxHostError`.
     /// No effect on a shared object.
     void SetStepLimit(std::size_t limit);
     /// Limits the memory of a run, in bytes; 4 GiB by default, or 2 GiB if pointers have 32 bits. A
