@@ -80,7 +80,8 @@ void SqxViewPainter::Guard(const std::stop_token& end)
 {
     const auto isOvertaken = [this] { return m_next && m_current; };
     std::unique_lock lock(m_mutex);
-    while (m_changed.wait(lock, end, isOvertaken)) {
+    // After a request to stop, a wait returns the value of its condition and keeps the mutex locked.
+    while (m_changed.wait(lock, end, isOvertaken) && !end.stop_requested()) {
         const auto start = m_start;
         const auto isSettled = [&] { return !m_current || m_hasShown || m_start != start; };
         m_changed.wait_until(lock, end, start + k_moment, isSettled);

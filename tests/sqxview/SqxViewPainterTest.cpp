@@ -1,0 +1,46 @@
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <unistd.h>
+
+#include "helpers/TemporaryFolder.h"
+#include "sqxview/SqxViewPainter.h"
+#include "sqxview/SqxViewSource.h"
+
+namespace {
+
+TEST(SqxViewPainter, EndsWhileAPictureIsOutdated)
+{
+    const TemporaryFolder folder;
+    TemporaryFolder::Write("a.sl", "surface a() { Ci = 1; Oi = 1; }\n");
+    SqxPictureSettings settings;
+    settings.width = settings.height = 16;
+    settings.shaders = {
+        {SqxViewSource("a.sl", {}).Compile([] { return false; }).value().shader, {}}};
+    std::mutex mutex;
+    std::condition_variable shown;
+    bool isShown = false;
+    std::optional<SqxViewPainter> painter;
+    painter.emplace(std::chrono::seconds(60), [&](const SqxViewPainting&) {
+        {
+            const std::lock_guard lock(mutex);
+            isShown = true;
+        }
+        shown.notify_all();
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));  // until the painter ends
+    });
+    painter->Paint(settings, 1);
+    {
+        std::unique_lock lock(mutex);
+        shown.wait(lock, [&] { return isShown; });
+    }
+    painter->Paint(settings, 2);
+    alarm(60);  // ends the test program if the painter does not end
+    painter.reset();
+    alarm(0);
+}
+
+}  // namespace
