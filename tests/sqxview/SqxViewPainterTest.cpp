@@ -8,6 +8,7 @@
 
 #include "helpers/TemporaryFolder.h"
 #include "sqxview/SqxViewPainter.h"
+#include "sqxview/SqxViewShorten.h"
 #include "sqxview/SqxViewSource.h"
 
 namespace {
@@ -41,6 +42,27 @@ TEST(SqxViewPainter, EndsWhileAPictureIsOutdated)
     alarm(60);  // ends the test program if the painter does not end
     painter.reset();
     alarm(0);
+}
+
+TEST(SqxViewShorten, CutsBetweenCharacters)
+{
+    struct {
+        const char* text;
+        std::size_t most;
+        const char* shortened;
+    } static const cases[] = {
+        {"abc", 3, "abc"},
+        {"abcd", 3, "abc\n... and more\n"},
+        {"ab\xC3\xA4", 3, "ab\n... and more\n"},
+        {"\xC3\xA4\xC3\xA4", 2, "\xC3\xA4\n... and more\n"},
+        {"a\xF0\x9F\x98\x80", 4, "a\n... and more\n"},
+        {"\x80\x80\x80\x80\x80\x80", 5, "\x80\x80\x80\x80\x80\n... and more\n"},
+    };
+    for (const auto& one : cases) {
+        std::string text = one.text;
+        SqxViewShorten(text, one.most);
+        EXPECT_EQ(text, one.shortened);
+    }
 }
 
 }  // namespace

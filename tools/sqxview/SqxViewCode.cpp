@@ -11,12 +11,13 @@
 #include "process/SqxScratchFolder.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
+#include "sqxview/SqxViewShorten.h"
 #include "json/SqxOrderedJson.h"
 
 namespace {
 
 constexpr auto k_longest = std::chrono::seconds(20);  // for all levels together
-constexpr std::size_t k_mostText = 2'000'000;         // largest text that is sent to a page
+constexpr std::size_t k_mostText = 2'000'000;         // bytes of text that are sent to a page
 
 [[nodiscard]] std::size_t CountParallelRuns(const SqxBlock& block)
 {
@@ -56,10 +57,7 @@ SqxViewCode::Block SqxViewCode::Compile(int level, const std::function<bool()>& 
     const SqxShader& shader = reader.Shader();
     Block block = {SqxDumpSection(shader, "main"), shader.main.instructions.size(),
                    CountParallelRuns(shader.main), CountLocals(shader)};
-    if (block.text.size() > k_mostText) {
-        block.text.resize(k_mostText);
-        block.text += "\n... and more\n";
-    }
+    SqxViewShorten(block.text, k_mostText);
     return block;
 }
 

@@ -6,10 +6,12 @@
 
 #include "sqxview/SqxViewPainter.h"
 
+#include "sqxview/SqxViewShorten.h"
+
 namespace {
 
 constexpr auto k_moment = std::chrono::milliseconds(100);  // for an outdated picture
-constexpr std::size_t k_mostNotes = 20'000;                // characters
+constexpr std::size_t k_mostNotes = 20'000;                // bytes
 
 void AddNote(std::string& notes, const SqxNote& note)
 {
@@ -18,10 +20,7 @@ void AddNote(std::string& notes, const SqxNote& note)
     notes += note.text;
     if (note.isReport)
         notes += '\n';
-    if (notes.size() > k_mostNotes) {
-        notes.resize(k_mostNotes);
-        notes += "\n... and more\n";
-    }
+    SqxViewShorten(notes, k_mostNotes);
 }
 
 [[nodiscard]] std::string OutOfTimeText(std::chrono::seconds limit)
@@ -80,7 +79,8 @@ void SqxViewPainter::Guard(const std::stop_token& end)
 {
     const auto isOvertaken = [this] { return m_next && m_current; };
     std::unique_lock lock(m_mutex);
-    // After a request to stop, a wait returns the value of its condition and keeps the mutex locked.
+    // After a request to stop, a wait returns the value of its condition and keeps the mutex
+    // locked.
     while (m_changed.wait(lock, end, isOvertaken) && !end.stop_requested()) {
         const auto start = m_start;
         const auto isSettled = [&] { return !m_current || m_hasShown || m_start != start; };
