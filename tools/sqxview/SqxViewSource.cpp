@@ -1,6 +1,11 @@
 // A compile lists the files that it has read and the paths at which it found no header. Both are
-// watched from then on. If a file was already watched before, a change during the compile is
-// noticed too, since the watch compares with the state before the compile.
+// watched from then on. A change during the compile is noticed, too: if a file was already watched
+// before, the watch compares with the state before the compile, and a new file must not have
+// changed since the compile has started. The start is the time of the compile's folder, since the
+// times of files lag behind the clock.
+//
+// All compiles use one temporary folder: the folder of the source may be the one for temporary
+// files, and it changes whenever a folder is created or removed in it.
 //
 // Tested by tests/sqxview.
 
@@ -42,7 +47,8 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 
 /// Watches the files; if the source has errors, the folders too, since it may lack a file that is
 /// created later.
-void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files)
+void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files,
+                             const SqxViewWatch::Time& start)
 {
     files.insert(m_path);
     if (!compiled.shader) {
@@ -51,12 +57,24 @@ void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::stri
         for (const std::string& folder : m_options.folders)
             files.insert(folder);
     }
-    m_watch.Replace(files);
+    m_watch.Replace(files, start);
+}
+
+/// Returns an empty folder.
+std::filesystem::path SqxViewSource::WorkFolder()
+{
+    if (!m_scratch)
+        m_scratch = std::make_unique<SqxScratchFolder>("sqxview");
+    const std::filesystem::path work = m_scratch->Path() / "compile";
+    std::filesystem::remove_all(work);
+    std::filesystem::create_directory(work);
+    return work;
 }
 
 std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()>& isOver)
 {
-    const SqxScratchFolder folder("sqxview");
+    const std::filesystem::path work = WorkFolder();
+    const SqxViewWatch::Time start = SqxViewWatch::TimeOf(work);
     m_watch.Refresh();
     m_isCompiled = false;
     SqxViewCompiled compiled;
@@ -64,7 +82,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
     std::set<std::string> missing;
     bool isEnded = false;
     try {
-        SqxSourceCompile compile(m_path, m_options.words, folder.Path());
+        SqxSourceCompile compile(m_path, m_options.words, work);
         const bool isBuilt =
             compile.RunApart([&] { return isEnded = isEnded || isOver() || m_watch.HasChanged(); });
         if (isEnded)
@@ -85,7 +103,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
             return true;
         });
     files.merge(std::move(missing));
-    WatchFor(compiled, std::move(files));
+    WatchFor(compiled, std::move(files), start);
     m_isCompiled = true;
     return compiled;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "host/QxShader.h"
+#include "process/SqxScratchFolder.h"
 #include "sqxview/SqxViewReport.h"
 #include "sqxview/SqxViewWatch.h"
 
@@ -41,10 +43,13 @@ public:
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:
-    void WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files);
+    [[nodiscard]] std::filesystem::path WorkFolder();
+    void WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files,
+                  const SqxViewWatch::Time& start);
 
     std::string m_path;
     SqxViewCompileOptions m_options;
     SqxViewWatch m_watch;
+    std::unique_ptr<SqxScratchFolder> m_scratch;  // null before the first compile
     bool m_isCompiled = false;
 };

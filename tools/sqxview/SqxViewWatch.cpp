@@ -1,6 +1,6 @@
 // A file has changed if its time, size or inode differs: editors either write to a file or replace
-// it. Checking a few dozen files from time to time costs less than notifications of the
-// system.
+// it. The time is that of the inode, since a renamed file keeps the time of its contents. Checking
+// a few dozen files from time to time costs less than notifications of the system.
 //
 // Tested by tests/sqxview.
 
@@ -13,19 +13,22 @@ SqxViewWatch::Stamp SqxViewWatch::StampOf(const std::string& path)
     struct stat status = {};
     if (stat(path.c_str(), &status) != 0)
         return {};
-    return {true, status.st_mtim.tv_sec, status.st_mtim.tv_nsec,
+    return {true,
+            std::chrono::seconds(status.st_ctim.tv_sec) +
+                std::chrono::nanoseconds(status.st_ctim.tv_nsec),
             static_cast<unsigned long long>(status.st_size), status.st_ino};
 }
 
 SqxViewWatch::SqxViewWatch(const std::set<std::string>& paths)
 {
-    Replace(paths);
+    for (const std::string& path : paths)
+        m_stamps.emplace(path, StampOf(path));
 }
 
 bool SqxViewWatch::HasChanged() const
 {
     for (const auto& [path, stamp] : m_stamps)
-        if (StampOf(path) != stamp)
+        if (stamp != StampOf(path))
             return true;
     return false;
 }
@@ -36,12 +39,16 @@ void SqxViewWatch::Refresh()
         stamp = StampOf(path);
 }
 
-void SqxViewWatch::Replace(const std::set<std::string>& paths)
+void SqxViewWatch::Replace(const std::set<std::string>& paths, const Time& start)
 {
-    std::map<std::string, Stamp> stamps;
+    std::map<std::string, std::optional<Stamp>> stamps;
     for (const std::string& path : paths) {
         const auto found = m_stamps.find(path);
-        stamps.emplace(path, found != m_stamps.end() ? found->second : StampOf(path));
+        std::optional<Stamp>& stamp = stamps[path];
+        if (found != m_stamps.end())
+            stamp = found->second;
+        else if (const Stamp now = StampOf(path); now.time < start)
+            stamp = now;
     }
     m_stamps = std::move(stamps);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <filesystem>
+#include <chrono>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -12,21 +13,26 @@ public:
     /// Records the current state of each path; later changes are compared with it.
     explicit SqxViewWatch(const std::set<std::string>& paths);
 
+    /// When a file or folder was last written, renamed or given other properties, since 1970.
+    using Time = std::chrono::nanoseconds;
+    /// Returns the time of a file or folder; 0 if it does not exist.
+    [[nodiscard]] static Time TimeOf(const std::string& path) { return StampOf(path).time; }
+
     /// True if any path differs from its recorded state. Checks each path.
     [[nodiscard]] bool HasChanged() const;
     /// Records the current state of each path again.
     void Refresh();
-    /// Watches these paths instead. Paths that were watched before keep their recorded state, so
-    /// that changes in the meantime are noticed.
-    void Replace(const std::set<std::string>& paths);
+    /// Watches these paths instead, for a caller who has read them since `start`. Paths that were
+    /// watched before keep their recorded state. New paths that have changed since `start` count as
+    /// changed until `Refresh`, since they may have been read before the change.
+    void Replace(const std::set<std::string>& paths, const Time& start);
 
 private:
     /// Properties of a file or folder. Whenever it is written or replaced, at least one of them
     /// changes.
     struct Stamp {
         bool exists = false;
-        long long seconds = 0;  // of the last change
-        long long nanoseconds = 0;
+        Time time = {};
         unsigned long long size = 0;
         unsigned long long file = 0;  // number of the inode
 
@@ -34,5 +40,5 @@ private:
     };
     [[nodiscard]] static Stamp StampOf(const std::string& path);
 
-    std::map<std::string, Stamp> m_stamps;
+    std::map<std::string, std::optional<Stamp>> m_stamps;  // nothing: counts as changed
 };
