@@ -1,6 +1,8 @@
 // A program is started by fork and exec without a shell, so that paths need no quoting. Between the
-// two, except for setenv, the child makes only calls that are allowed there in a process with
-// several threads. If a call fails, the child exits like a command that was not found.
+// two, the child makes only calls that are safe there in a process with several threads: another
+// thread may have held the lock of the heap or of the environment, which the child would wait for
+// forever. So words and environment are complete before. If a call fails, the child exits like a
+// command that was not found.
 //
 // Waiting with a test first checks the child without reaping it: the process number of a reaped
 // child may belong to another process, which must not be killed.
@@ -17,6 +19,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <string_view>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -25,8 +28,38 @@ namespace {
 
 constexpr int k_notStarted = 127;
 
-/// Runs in the child and never returns. Apart from setenv, allocations were made before the fork.
-[[noreturn]] void Become(const SqxCommand& command, char* const* words, int output)
+/// Returns the environment of this process with the variables of the command: `NAME=VALUE` each.
+[[nodiscard]] std::vector<std::string> EnvironmentFor(const SqxCommand& command)
+{
+    std::vector<std::string> environment;
+    for (const auto& [name, value] : command.variables)
+        environment.push_back(name + '=' + value);
+    const auto isReplaced = [&](std::string_view own) {
+        return std::any_of(
+            command.variables.begin(), command.variables.end(),
+            [&](const auto& set) { return own.substr(0, own.find('=')) == set.first; });
+    };
+    for (char** own = environ; *own; ++own)
+        if (!isReplaced(*own))
+            environment.emplace_back(*own);
+    return environment;
+}
+
+/// Returns the texts in the form of exec: pointers, and null at the end. They are valid as long as
+/// `texts` does not change.
+[[nodiscard]] std::vector<char*> Pointers(const std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// Runs in the child and never returns.
+[[noreturn]] void Become(const SqxCommand& command, char* const* words, char* const* environment,
+                         int output)
 {
     // The child must not inherit how this program handles signals.
     sigset_t none;
@@ -35,9 +68,6 @@ constexpr int k_notStarted = 127;
     signal(SIGPIPE, SIG_DFL);
     if (command.isOver && setpgid(0, 0) != 0)
         _exit(k_notStarted);
-    for (const auto& [name, value] : command.variables)
-        if (setenv(name.c_str(), value.c_str(), 1) != 0)
-            _exit(k_notStarted);
     if (!command.output.empty())
         output = open(command.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if ((!command.output.empty() || command.onLine) &&
@@ -45,7 +75,7 @@ constexpr int k_notStarted = 127;
         _exit(k_notStarted);
     if (!command.folder.empty() && chdir(command.folder.c_str()) != 0)
         _exit(k_notStarted);
-    execvp(words[0], words);
+    execvpe(words[0], words, environment);
     _exit(k_notStarted);
 }
 
@@ -117,18 +147,15 @@ void WaitWatching(pid_t child, const std::function<bool()>& isOver)
 
 int SqxRunCommand(const SqxCommand& command)
 {
-    std::vector<char*> words;
-    words.reserve(command.words.size() + 1);
-    for (const std::string& word : command.words)
-        words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-
+    const std::vector<std::string> environment = EnvironmentFor(command);
+    const std::vector<char*> words = Pointers(command.words);
+    const std::vector<char*> variables = Pointers(environment);
     std::array<int, 2> pipe = {-1, -1};
     if (command.onLine && pipe2(pipe.data(), O_CLOEXEC) != 0)
         return k_notStarted;
     const pid_t child = fork();
     if (child == 0)
-        Become(command, words.data(), pipe[1]);
+        Become(command, words.data(), variables.data(), pipe[1]);
     if (command.onLine) {
         close(pipe[1]);
         if (child > 0)
