@@ -16,6 +16,28 @@
 #include "QxHostError.h"
 #include "sqx/SqxReader.h"
 
+namespace {
+
+/// Returns the descriptor of an unnamed file in memory with these bytes.
+[[nodiscard]] int CopyInMemory(const std::string& bytes)
+{
+    const int copy = memfd_create("shader", MFD_CLOEXEC);
+    if (copy < 0)
+        throw QxHostError(std::strerror(errno));
+    for (std::size_t written = 0; written < bytes.size();) {
+        const ssize_t part = write(copy, bytes.data() + written, bytes.size() - written);
+        if (part < 0) {
+            const int reason = errno;
+            close(copy);
+            throw QxHostError(std::strerror(reason));
+        }
+        written += static_cast<std::size_t>(part);
+    }
+    return copy;
+}
+
+}  // namespace
+
 SqxCompiledFile::SqxCompiledFile(const std::string& file) : m_file(file)
 {
     std::ifstream named;
@@ -48,14 +70,7 @@ std::string SqxCompiledFile::PathToLoad()
 {
     if (!IsStandardInput())
         return m_file;
-    m_copy = memfd_create("shader", MFD_CLOEXEC);
     if (m_copy < 0)
-        throw QxHostError(std::strerror(errno));
-    for (std::size_t written = 0; written < m_bytes.size();) {
-        const ssize_t part = write(m_copy, m_bytes.data() + written, m_bytes.size() - written);
-        if (part < 0)
-            throw QxHostError(std::strerror(errno));
-        written += static_cast<std::size_t>(part);
-    }
+        m_copy = CopyInMemory(m_bytes);
     return "/proc/self/fd/" + std::to_string(m_copy);
 }
