@@ -217,6 +217,77 @@ make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
 
+# Headers and sources whose names ninja must escape, or cannot read in a dependency file at all: a
+# change of a header is noticed, and nothing else is compiled.
+mkdir odd
+odd_names=('a b' 'a#b' 'a$b' 'a:b' 'a%b' 'a\b' 'a\ b' 'a\#b' 'a\' "a'b" 'a*b' 'a;b' 'a|b' 'a&b' $'a\tb')
+for i in "${!odd_names[@]}"; do
+    echo '#define ODD 1' >"odd/${odd_names[i]}.h"
+    printf '#include <%s.h>\nsurface odd%s() { Ci = ODD; }\n' "${odd_names[i]}" "$i" >"odd/${odd_names[i]}.sl"
+done
+make_is 0 -Iodd odd
+make_is 0 -Iodd odd
+says "0 compiled, ${#odd_names[@]} up to date"
+for name in "${odd_names[@]}"; do
+    sleep 0.01
+    touch "odd/$name.h"
+    make_is 0 -Iodd odd
+    says "1 compiled, $((${#odd_names[@]} - 1)) up to date"
+done
+sed -i 's/surface odd/surface other/' "odd/a'b.sl"
+make_is 0 -Iodd odd
+sleep 0.01
+touch "odd/a'b.h"
+make_is 0 -Iodd odd
+says '1 compiled'
+
+# Rules for make: `make -q` fails if a header is newer than the target.
+if command -v make >/dev/null; then
+    rm odd/*[\;\|\*]*  # no escape of make names them
+    for header in odd/*.h; do
+        echo "#include <${header#odd/}>"
+    done >every.sl
+    target='a %:#$ \b'
+    "$bin/sqxcpp" -M -MF rule -MQ "$target" -Iodd every.sl
+    printf '\t:\n' >>rule
+    touch "$target"
+    make -q -f rule "$target" 2>messages || fail 'make reads another rule'
+    for header in odd/*.h; do
+        sleep 0.01
+        touch "$header"
+        ! make -q -f rule "$target" 2>messages || fail "make does not see $header"
+        touch -d '1 hour ago' "$header"
+    done
+fi
+
+# The dependency file of a single step, as another build reads it.
+printf 'rule compile\n command = exec "%s" --state state -o . -Iodd --step $out $in\n depfile = $out.d\nbuild %s: compile step.sl\n' \
+    "$bin/sqxmake" 'step$ a$:b' >build.ninja
+printf '#include <a b.h>\n#include <a:b.h>\nsurface step() { Ci = ODD; }\n' >step.sl
+ninja >messages
+for header in 'a b' 'a:b'; do
+    ninja | grep -q 'no work' || fail 'A step is not up to date'
+    sleep 0.01
+    touch "odd/$header.h"
+    ! ninja -n | grep -q 'no work' || fail "A step does not depend on '$header'"
+    ninja >messages
+done
+
+# Options reach the compiler unchanged.
+mkdir "it's \$1"
+echo '#define SEEN TEXT' >"it's \$1/seen.h"
+odd_options=("-Iit's \$1" $'-DTEXT="\\"it\'s $HOME `x`\t\\\\ %"\n\n$n\r\n' -DEMPTY= $'-I\n')
+printf '#include <seen.h>\nsurface seen() { printf(SEEN); }\n' >seen.sl
+make_is 0 "${odd_options[@]}" seen.sl
+# shellcheck disable=SC2016
+grep -qaF -- "\"it's \$HOME \`x\`" "$output/seen.sqx" || fail 'A macro has another value'
+make_is 0 "${odd_options[@]}" seen.sl
+says '0 compiled, 1 up to date'
+export SLC_CPP_COMMAND=$'eval "set -- $cpp_arguments"; printf "%s\\0" "$@" >arguments; echo "surface seen() { }" >"$cpp_result"\n: \r'
+make_is 0 "${odd_options[@]}" seen.sl
+printf '%s\0' "${odd_options[@]}" | cmp - arguments || fail 'The options are not those of the command'
+unset SLC_CPP_COMMAND
+
 # Folders of examples need only the options that their page names.
 make_is 0 "$examples/rows"
 make_is 0 --dso "$examples/dso"

@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The kinds of lines in the text.
+// The kinds of entries in the text. A null character ends each, since paths may have line breaks.
 constexpr std::string_view k_missing = "missing ";
 constexpr std::string_view k_folder = "folder ";
 constexpr std::string_view k_library = "library ";
@@ -39,13 +39,18 @@ constexpr std::string_view k_library = "library ";
     return file.starts_with(start) ? file.substr(start.size()) : "";
 }
 
-/// Returns the libraries in a folder, except those whose path contains a line break.
+/// True if the preprocessor would read the file. It passes over folders and devices.
+[[nodiscard]] bool IsThere(const fs::path& header)
+{
+    std::error_code ignored;
+    const fs::file_status status = fs::status(header, ignored);
+    return fs::is_regular_file(status) || fs::is_fifo(status);
+}
+
 [[nodiscard]] std::vector<std::string> LibrariesIn(const std::string& folder)
 {
     std::vector<std::string> paths;
     QxSystem::ScanDir(folder.c_str(), CheckDSO, &paths, false);
-    std::erase_if(paths,
-                  [](const std::string& path) { return path.find('\n') != std::string::npos; });
     return paths;
 }
 
@@ -53,13 +58,15 @@ constexpr std::string_view k_library = "library ";
 
 void SqxSearchedPlaces::AddMissing(const fs::path& header)
 {
-    std::error_code ignored;
-    if (!fs::exists(header, ignored))
-        m_missing.insert(fs::absolute(header).string());
+    m_missing.insert(fs::absolute(header).string());
 }
 
 void SqxSearchedPlaces::AddHeaders(std::istream& preprocessed, const Folders& folders)
 {
+    const auto addUnlessThere = [&](const fs::path& header) {
+        if (!IsThere(header))  // a preprocessor may search in another order
+            AddMissing(header);
+    };
     std::vector<fs::path> including;
     for (std::string line; std::getline(preprocessed, line);) {
         const auto marker = SqxReadLineMarker(line);
@@ -72,9 +79,9 @@ void SqxSearchedPlaces::AddHeaders(std::istream& preprocessed, const Folders& fo
                 const std::string name = NameBelow(*folder, marker->file);
                 if (name.empty())
                     continue;
-                AddMissing(including.back().parent_path() / name);
+                addUnlessThere(including.back().parent_path() / name);
                 for (auto front = folders.begin(); front != folder; ++front)
-                    AddMissing(*front / name);
+                    addUnlessThere(*front / name);
             }
         if (marker->enters || including.empty())
             including.emplace_back(marker->file);
@@ -99,11 +106,7 @@ void SqxSearchedPlaces::AddLibraries(const std::set<std::string>& taken, const F
 
 bool SqxSearchedPlaces::HasNewFiles() const
 {
-    const auto isThere = [](const std::string& path) {
-        std::error_code ignored;
-        return fs::exists(path, ignored);
-    };
-    if (std::any_of(m_missing.begin(), m_missing.end(), isThere))
+    if (std::any_of(m_missing.begin(), m_missing.end(), IsThere))
         return true;
     return std::any_of(m_folders.begin(), m_folders.end(), [&](const std::string& folder) {
         const auto libraries = LibrariesIn(folder);
@@ -118,7 +121,7 @@ std::string SqxSearchedPlaces::Text() const
     std::string text;
     const auto add = [&](std::string_view word, const std::set<std::string>& paths) {
         for (const std::string& path : paths)
-            text += std::string(word) + path + '\n';
+            text += std::string(word) + path + '\0';
     };
     add(k_missing, m_missing);
     add(k_folder, m_folders);
@@ -129,10 +132,10 @@ std::string SqxSearchedPlaces::Text() const
 SqxSearchedPlaces SqxSearchedPlaces::Read(std::istream& text)
 {
     SqxSearchedPlaces places;
-    for (std::string line; std::getline(text, line);) {
+    for (std::string entry; std::getline(text, entry, '\0');) {
         const auto take = [&](std::string_view word, std::set<std::string>& paths) {
-            if (line.starts_with(word))
-                paths.insert(line.substr(word.size()));
+            if (entry.starts_with(word))
+                paths.insert(entry.substr(word.size()));
         };
         take(k_missing, places.m_missing);
         take(k_folder, places.m_folders);

@@ -15,7 +15,8 @@ public:
     /// Adds the paths for the headers of a preprocessed text, according to its line markers.
     /// `folders` are those of `-I`, in order; relative ones refer to the working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
-    /// Adds a path at which a header was not found, unless the file exists now.
+    /// Adds a path at which a header was not found. A file that has appeared there meanwhile counts
+    /// as new.
     void AddMissing(const std::filesystem::path& header);
     /// Adds the places of shadeop libraries. `taken` are the libraries that the shader calls, and
     /// `folders` are searched in this order: of those up to the last one that contains such a

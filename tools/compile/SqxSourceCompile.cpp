@@ -21,7 +21,6 @@
 #include "compile/SqxLineMarker.h"
 #include "driver/SlcDefaultCommands.h"
 #include "driver/SlcOptionRows.h"
-#include "make/SqxMakeWord.h"
 #include "process/SqxProcess.h"
 
 namespace {
@@ -210,7 +209,7 @@ bool SqxSourceCompile::RunForAnother()
     const bool isBuilt = Run();
     std::string files;
     for (const std::string& file : m_files)
-        files += file + "\n";
+        files += file + '\0';
     WriteFile(m_work / k_files, files);
     WriteFile(m_work / k_searched, m_places.Text());
     std::cerr << m_messages << std::flush;
@@ -230,16 +229,11 @@ bool SqxSourceCompile::RunApart(const std::function<bool()>& isOver)
         throw SqxCompileError("There is no compiler '" + command.words.front() + "'");
     m_messages = ReadFile(m_work / k_messages);
     std::istringstream files(ReadFile(m_work / k_files));
-    for (std::string file; std::getline(files, file);)
+    for (std::string file; std::getline(files, file, '\0');)
         m_files.insert(file);
     std::istringstream searched(ReadFile(m_work / k_searched));
     m_places = SqxSearchedPlaces::Read(searched);
     return status == 0;
-}
-
-void SqxSourceCompile::WriteDependencies(const fs::path& file, const std::string& target) const
-{
-    WriteFile(file, SqxMakeRule({SqxMakeWord(target)}, {m_files.begin(), m_files.end()}));
 }
 
 fs::path SqxSourceCompile::Output() const

@@ -52,9 +52,6 @@ public:
     [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
     /// The paths that were searched before these files were found.
     [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }
-    /// Writes a rule for makefiles to `file`: `target` depends on the files that were read. Throws
-    /// `SqxCompileError` if `file` cannot be written.
-    void WriteDependencies(const std::filesystem::path& file, const std::string& target) const;
 
 private:
     [[nodiscard]] SlcCommandLine CommandLine() const;

@@ -1,30 +1,76 @@
 //     matte.sqx: matte.sl include/noise.h
 //
+// A backslash escapes a blank. The backslashes before a blank, and those that end a name, must be
+// doubled, and others must not:
+//
+//     a b -> a\ b        a\ b -> a\\\ b        a\b -> a\b
+//
+// Make reads the backslashes before a `#` and a `:` in the same way, while ninja reads all but the
+// last of them as they are. In a target, make takes an unescaped `%` for a pattern.
+//
 // Tested by tests/make/run.sh and tests/preprocessor.
 
 #include "make/SqxMakeWord.h"
 
-std::string SqxMakeWord(const std::string& path)
+#include <algorithm>
+#include <cctype>
+
+namespace {
+
+constexpr std::string_view k_blanks = " \t";
+
+/// Returns the path with a backslash before each character of `special`.
+std::string Escaped(const std::string& path, std::string_view special, SqxRuleReader reader)
 {
-    std::string escaped;
+    std::string word;
+    std::size_t backslashes = 0;  // right before the character
     for (const char c : path) {
-        if (c == ' ' || c == '#')
-            escaped += '\\';
+        const bool doubles =
+            reader == SqxRuleReader::Make || k_blanks.find(c) != std::string_view::npos;
+        if (special.find(c) != std::string_view::npos)
+            word.append((doubles ? backslashes : 0) + 1, '\\');
         if (c == '$')
-            escaped += '$';
-        escaped += c;
+            word += '$';
+        word += c;
+        backslashes = c == '\\' ? backslashes + 1 : 0;
     }
-    return escaped;
+    return word.append(backslashes, '\\');  // a blank or a ':' follows in the rule
+}
+
+}  // namespace
+
+std::string SqxMakeWord(const std::string& path, SqxRuleReader reader)
+{
+    return Escaped(path, reader == SqxRuleReader::Make ? " \t#:" : " \t#", reader);
+}
+
+std::string SqxMakeTarget(const std::string& path, SqxRuleReader reader)
+{
+    return Escaped(path, reader == SqxRuleReader::Make ? " \t#:%" : " \t#", reader);
+}
+
+bool SqxHasLineBreak(std::string_view path)
+{
+    return path.find_first_of("\n\r") != std::string_view::npos;
+}
+
+bool SqxNinjaReads(std::string_view path)
+{
+    constexpr std::string_view k_signs = " $+,/_.~-@=(){}!";
+    return std::all_of(path.begin(), path.end(), [&](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte >= 0x80 || std::isalnum(byte) != 0 || k_signs.find(c) != std::string_view::npos;
+    });
 }
 
 std::string SqxMakeRule(const std::vector<std::string>& targets,
-                        const std::vector<std::string>& files)
+                        const std::vector<std::string>& files, SqxRuleReader reader)
 {
     std::string rule;
     for (const std::string& target : targets)
         rule += (rule.empty() ? "" : " ") + target;
     rule += ":";
     for (const std::string& file : files)
-        rule += (file == files.front() ? " " : " \\\n ") + SqxMakeWord(file);
+        rule += (file == files.front() ? " " : " \\\n ") + SqxMakeWord(file, reader);
     return rule + "\n";
 }

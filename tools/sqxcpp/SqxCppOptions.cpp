@@ -65,7 +65,7 @@ bool ReadRuleOption(SqxOptionWords& words, SqxCppOptions& options)
     else if (const auto target = words.Value("-MT", "a target"))
         options.targets.push_back(*target);
     else if (const auto quoted = words.Value("-MQ", "a target"))
-        options.targets.push_back(SqxMakeWord(*quoted));
+        options.targets.push_back(SqxMakeTarget(*quoted, SqxRuleReader::Make));
     else
         return false;
     return true;

@@ -35,8 +35,20 @@ std::string RuleText(const SqxCppOptions& options, const SlcPreprocessed& result
 {
     std::vector<std::string> targets = options.targets;
     if (targets.empty())
-        targets = {SqxMakeWord(std::filesystem::path(options.source).stem().string() + ".sqx")};
-    return SqxMakeRule(targets, result.files);
+        targets = {SqxMakeTarget(std::filesystem::path(options.source).stem().string() + ".sqx",
+                                 SqxRuleReader::Make)};
+    return SqxMakeRule(targets, result.files, SqxRuleReader::Make);
+}
+
+/// Returns false, after a report, if the rule cannot be written.
+bool WriteRule(const std::string& path, const SqxCppOptions& options, const SlcPreprocessed& result)
+{
+    for (const std::string& file : result.files)
+        if (SqxHasLineBreak(file)) {
+            std::cerr << "sqxcpp: No rule can name a file with a line break: '" << file << "'\n";
+            return false;
+        }
+    return Write(path, RuleText(options, result));
 }
 
 SlcPreprocessed Preprocess(const SqxCppOptions& options)
@@ -56,13 +68,13 @@ bool Run(const SqxCppOptions& options)
     const SlcPreprocessed result = Preprocess(options);
     if (options.rule == Rule::Alone) {
         const std::string& file = options.ruleFile.empty() ? options.output : options.ruleFile;
-        return result.succeeded && Write(file, RuleText(options, result));
+        return result.succeeded && WriteRule(file, options, result);
     }
     const bool isWritten = Write(options.output, result.text);
     if (!isWritten || !result.succeeded || options.rule == Rule::None)
         return isWritten && result.succeeded;
     const std::string besides = std::filesystem::path(options.source).stem().string() + ".d";
-    return Write(options.ruleFile.empty() ? besides : options.ruleFile, RuleText(options, result));
+    return WriteRule(options.ruleFile.empty() ? besides : options.ruleFile, options, result);
 }
 
 }  // namespace

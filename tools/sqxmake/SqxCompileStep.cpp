@@ -11,6 +11,7 @@
 
 #include "sqxmake/SqxCompileStep.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <system_error>
@@ -41,8 +42,6 @@ public:
             return EndWithoutStamp();
         Prepare();
         const bool isBuilt = m_compile.Run();
-        if (isBuilt)
-            m_compile.WriteDependencies(m_options.stamp.string() + ".d", m_options.stamp.string());
         std::string reports = m_compile.Messages();
         const bool taken = isBuilt && TakeOutput(reports);
         fs::remove_all(m_work);
@@ -58,11 +57,32 @@ private:
     /// had errors. The step must not fail because of them, or ninja would print its command.
     [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
 
+    /// Writes the files that were read. In a build, those whose names ninja would misread are
+    /// written to the state instead, for `MarkStale` of the next build. Other build systems compile
+    /// such a source each time, since they find no file of the misread name.
+    void WriteDependencies() const
+    {
+        std::vector<std::string> files;
+        std::vector<std::string> unnamed;
+        for (const std::string& file : m_compile.FilesRead())
+            (IsMember() && !SqxNinjaReads(file) ? unnamed : files).push_back(file);
+        if (std::any_of(files.begin(), files.end(), SqxHasLineBreak))
+            throw SqxMakeError("No rule can name a file with a line break in its path");
+        m_state.WriteUnnamed(m_id, unnamed);
+        WriteRule(files);
+    }
+
+    void WriteRule(const std::vector<std::string>& files) const
+    {
+        const std::string stamp = m_options.stamp.string();
+        SqxWriteText(stamp + ".d", SqxMakeRule({SqxMakeTarget(stamp, SqxRuleReader::Ninja)}, files,
+                                               SqxRuleReader::Ninja));
+    }
+
     /// Writes no stamp, so that ninja runs the step again the next time.
     [[nodiscard]] int EndWithoutStamp() const
     {
-        SqxWriteText(m_options.stamp.string() + ".d",
-                     SqxMakeWord(m_options.stamp.string()) + ":\n");
+        WriteRule({});
         return 0;
     }
 
@@ -79,8 +99,8 @@ private:
             throw SqxMakeError("Cannot work in '" + m_work.string() + "': " + failed.message());
     }
 
-    /// Moves the output into place and writes the stamp. If the output belongs to another source,
-    /// adds a report and returns false instead.
+    /// Moves the output into place, and writes the dependencies and the stamp. If the output
+    /// belongs to another source, adds a report and returns false instead.
     [[nodiscard]] bool TakeOutput(std::string& reports) const
     {
         const fs::path compiled = m_compile.Output();
@@ -95,6 +115,7 @@ private:
         const auto known = SqxMakeState::ReadStamp(m_options.stamp);
         if (known && known->output != name)
             m_state.Discard(m_options.stamp, m_options.outputFolder);
+        WriteDependencies();
         const fs::path target = m_options.outputFolder / name;
         fs::create_directories(target.parent_path());
         const auto before = SqxReadText(target);

@@ -57,14 +57,15 @@ void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
     }
 }
 
-/// If files have appeared at paths that the last compile of a source searched, makes its stamp
-/// older than the source, so that ninja compiles the source again.
+/// If files have appeared at paths that the last compile of a source searched, or files that ninja
+/// cannot name have changed, makes the stamp older than the source, so that ninja compiles the
+/// source again.
 void MarkStale(const SqxMakeState& state, const SourceList& sources)
 {
     for (const auto& [source, folder] : sources) {
         const std::string id = SqxMakeState::IdOf(source);
         std::ifstream searched(state.SearchedOf(id));
-        if (!SqxSearchedPlaces::Read(searched).HasNewFiles())
+        if (!SqxSearchedPlaces::Read(searched).HasNewFiles() && !state.HasChangedUnnamed(id))
             continue;
         std::error_code isGone;
         const auto time = fs::last_write_time(source, isGone);

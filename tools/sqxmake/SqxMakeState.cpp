@@ -5,9 +5,12 @@
 //     owners/OUTPUT  source of an output, so that two shaders with the same name are noticed
 //     failed/ID      reports of the last compile, if it had errors
 //     searched/ID    paths that were searched before the files were found
+//     unnamed/ID     files that were read and that ninja cannot name, if there are any
 //     work/ID        folder in which a source is compiled
-//     options        folder and options of the last build, one per line
+//     options        folder and options of the last build
 //     stopped        exists while the steps of a build must do nothing
+//
+// A null character ends each text in `unnamed` and `options`, since it may contain line breaks.
 //
 // The owner of an output is read and written under a lock: if two sources claim the output at the
 // same time, only one of them gets it.
@@ -16,6 +19,7 @@
 
 #include "sqxmake/SqxMakeState.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <fstream>
@@ -30,7 +34,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "work"};
+constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "unnamed", "work"};
 
 constexpr const char* k_stopped = "stopped";
 constexpr const char* k_optionsFile = "options";
@@ -45,6 +49,23 @@ constexpr const char* k_optionsFile = "options";
     for (int shift = 60; shift >= 0; shift -= 4)
         digits += "0123456789abcdef"[(hash >> shift) & 15U];
     return digits;
+}
+
+[[nodiscard]] std::vector<std::string> ReadTexts(const fs::path& path)
+{
+    std::vector<std::string> texts;
+    std::ifstream file(path, std::ios::binary);
+    for (std::string text; std::getline(file, text, '\0');)
+        texts.push_back(text);
+    return texts;
+}
+
+void WriteTexts(const fs::path& path, const std::vector<std::string>& texts)
+{
+    std::string all;
+    for (const std::string& text : texts)
+        all += text + '\0';
+    SqxWriteText(path, all);
 }
 
 }  // namespace
@@ -96,6 +117,10 @@ fs::path SqxMakeState::SearchedOf(const std::string& id) const
 {
     return m_folder / "searched" / id;
 }
+fs::path SqxMakeState::UnnamedOf(const std::string& id) const
+{
+    return m_folder / "unnamed" / id;
+}
 fs::path SqxMakeState::WorkOf(const std::string& id) const
 {
     return m_folder / "work" / id;
@@ -132,24 +157,42 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
     return std::nullopt;
 }
 
+void SqxMakeState::WriteUnnamed(const std::string& id, const std::vector<std::string>& files) const
+{
+    std::error_code ignored;
+    fs::remove(UnnamedOf(id), ignored);
+    if (files.empty())
+        return;
+    std::vector<std::string> paths = files;
+    for (std::string& path : paths)
+        path = fs::absolute(path).string();
+    WriteTexts(UnnamedOf(id), paths);
+}
+
+bool SqxMakeState::HasChangedUnnamed(const std::string& id) const
+{
+    std::error_code isGone;
+    const auto stamp = fs::last_write_time(StampOf(id), isGone);
+    const std::vector<std::string> files = ReadTexts(UnnamedOf(id));
+    return std::any_of(files.begin(), files.end(), [&](const std::string& file) {
+        const auto time = fs::last_write_time(file, isGone);
+        return isGone || time > stamp;
+    });
+}
+
 void SqxMakeState::WriteOptions(const Options& options) const
 {
-    std::string text = options.folder.string() + "\n";
-    for (const std::string& word : options.words)
-        text += word + "\n";
-    SqxWriteText(m_folder / k_optionsFile, text);
+    std::vector<std::string> texts = {options.folder.string()};
+    texts.insert(texts.end(), options.words.begin(), options.words.end());
+    WriteTexts(m_folder / k_optionsFile, texts);
 }
 
 SqxMakeState::Options SqxMakeState::ReadOptions() const
 {
-    Options options;
-    std::ifstream file(m_folder / k_optionsFile);
-    std::string line;
-    if (std::getline(file, line))
-        options.folder = line;
-    while (std::getline(file, line))
-        options.words.push_back(line);
-    return options;
+    const std::vector<std::string> texts = ReadTexts(m_folder / k_optionsFile);
+    if (texts.empty())
+        return {};
+    return {texts.front(), {texts.begin() + 1, texts.end()}};
 }
 
 void SqxMakeState::Stop() const
@@ -182,4 +225,5 @@ void SqxMakeState::Discard(const fs::path& stamp, const fs::path& outputFolder) 
     }
     fs::remove(stamp, ignored);
     fs::remove(SearchedOf(stamp.filename()), ignored);
+    fs::remove(UnnamedOf(stamp.filename()), ignored);
 }

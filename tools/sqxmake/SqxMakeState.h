@@ -9,7 +9,8 @@
 /// compiled source (its path, and the name of its output), `owners/SHADER.sqx` for each output (the
 /// path of its source), `failed/ID` for each source that had errors in its last compile (the
 /// reports), `searched/ID` for the paths at which the last successful compile did not find a file,
-/// `work/ID` while a source is being compiled, and `options` of the last build, for editors.
+/// `unnamed/ID` for files that it has read but ninja cannot name, `work/ID` while a source is being
+/// compiled, and `options` of the last build, for editors.
 class SqxMakeState {
 public:
     struct Stamp {
@@ -31,6 +32,7 @@ public:
     [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path SearchedOf(const std::string& id) const;
+    [[nodiscard]] std::filesystem::path UnnamedOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path WorkOf(const std::string& id) const;
 
     /// Reads a stamp. Returns nothing if it does not exist or is incomplete.
@@ -44,6 +46,11 @@ public:
     /// absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
+    /// Stores the files that a compile has read and that ninja cannot name. Throws `SqxMakeError`.
+    void WriteUnnamed(const std::string& id, const std::vector<std::string>& files) const;
+    /// True if one of these files is gone or newer than the stamp of the source.
+    [[nodiscard]] bool HasChangedUnnamed(const std::string& id) const;
+
     /// Options of the compiler, and the folder that relative paths in them refer to.
     struct Options {
         std::filesystem::path folder;
@@ -59,8 +66,8 @@ public:
     void Resume() const;
     [[nodiscard]] bool IsStopped() const;
 
-    /// Removes a stamp and its list of searched paths. Also removes its output, unless the output
-    /// belongs to another source now. Missing files are ignored.
+    /// Removes a stamp and its lists of paths. Also removes its output, unless the output belongs
+    /// to another source now. Missing files are ignored.
     void Discard(const std::filesystem::path& stamp,
                  const std::filesystem::path& outputFolder) const;
 

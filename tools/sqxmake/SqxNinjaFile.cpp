@@ -6,26 +6,35 @@
 // compiler knows. Environment variables are written to a response file: ninja compares its content
 // like a command, but does not print it.
 //
+// Ninja's values cannot contain line breaks. Where an option does, the command takes them from
+// variables of the shell:
+//
+//     n=$(printf '\nx'); n=${n%x}; ... exec sqxmake ... '-DA=1'"$n"'2'
+//
 // Tested by tests/make/run.sh.
 
 #include "sqxmake/SqxNinjaFile.h"
 
+#include <algorithm>
 #include <cstdlib>
 
+#include "make/SqxMakeWord.h"
 #include "process/SqxProcess.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// Escapes a path for a `build` line.
+const std::string k_setLineBreaks = "n=$(printf '\\nx'); n=${n%x}; r=$(printf '\\r'); ";
+
+/// Escapes a path for a `build` line. A bar can only be the value of a variable.
 [[nodiscard]] std::string NinjaPath(const fs::path& path)
 {
     std::string escaped;
     for (const char c : path.string()) {
         if (c == '$' || c == ' ' || c == ':')
             escaped += '$';
-        escaped += c;
+        escaped += c == '|' ? std::string("${bar}") : std::string(1, c);
     }
     return escaped;
 }
@@ -39,16 +48,16 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
-/// Escapes line breaks, which ninja's values cannot contain. Different texts stay different.
-[[nodiscard]] std::string OnOneLine(const std::string& text)
+/// Returns a word of the shell. Line breaks in it are variables, see `k_setLineBreaks`.
+[[nodiscard]] std::string WordOnOneLine(const std::string& text)
 {
-    std::string line;
-    for (const char c : text)
-        if (c == '\n')
-            line += "\\n";
+    std::string word;
+    for (const char c : SqxShellWord(text))
+        if (c == '\n' || c == '\r')
+            word += c == '\n' ? "'\"$n\"'" : "'\"$r\"'";
         else
-            line += c == '\\' ? std::string("\\\\") : std::string(1, c);
-    return line;
+            word += c;
+    return word;
 }
 
 /// Returns the environment variables that change compiled shaders.
@@ -58,7 +67,7 @@ namespace fs = std::filesystem;
     for (const char* name : {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS",
                              "SLC_CC_PROCESSOR", "SLC_CC_INCLUDE"})
         if (const char* value = std::getenv(name))
-            text += " " + OnOneLine(SqxShellWord(std::string(name) + "=" + value));
+            text += " " + WordOnOneLine(std::string(name) + "=" + value);
     return text;
 }
 
@@ -66,8 +75,14 @@ namespace fs = std::filesystem;
 {
     std::string text;
     for (const std::string& option : options.compilerOptions)
-        text += (text.empty() ? "" : " ") + SqxShellWord(option);
+        text += (text.empty() ? "" : " ") + WordOnOneLine(option);
     return text;
+}
+
+[[nodiscard]] bool HasLineBreaks(const SqxMakeOptions& options)
+{
+    return std::any_of(options.compilerOptions.begin(), options.compilerOptions.end(),
+                       SqxHasLineBreak);
 }
 
 }  // namespace
@@ -76,18 +91,19 @@ std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSou
                          const SqxMakeState& state, const fs::path& program)
 {
     // With `exec` the step replaces the shell that ninja starts.
-    const std::string step = "exec " + SqxShellWord(program.string()) + " --state " +
+    const std::string step = (HasLineBreaks(options) ? k_setLineBreaks + "exec " : "exec ") +
+                             SqxShellWord(program.string()) + " --state " +
                              SqxShellWord(state.Folder().string()) + " -o " +
                              SqxShellWord(options.outputFolder.string());
-    std::string compilerOptions = OptionsText(options);
     std::string text = "ninja_required_version = 1.7\n"
                        "builddir = " +
                        NinjaText(state.Folder().string()) +
                        "\n"
+                       "bar = |\n"
                        "rule compile\n"
                        "  command = " +
                        NinjaText(step) + (options.tree ? " --below $below" : "") + " --step $out " +
-                       NinjaText(compilerOptions) +
+                       NinjaText(OptionsText(options)) +
                        " -- $in\n"
                        "  description = $in\n"
                        "  depfile = $out.d\n"
