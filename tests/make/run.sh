@@ -310,6 +310,12 @@ says '3 compiled, 0 up to date'
 [ -s "$output/deep/oak.sqx" ] && [ -s "$output/oak.sqx" ] || fail 'The tree is not mirrored'
 make_is 0 --tree tree
 says '0 compiled, 3 up to date'
+# A named file is mirrored with its folder below the working directory, however it is named.
+mkdir -p ..tree
+echo 'surface dotted() { Ci = 2; }' >..tree/dotted.sl
+make_is 0 --tree ..tree/dotted.sl "$PWD/tree/single.sl" tree/deep/../single.sl
+says '2 compiled, 0 up to date'
+[ -s "$output/..tree/dotted.sqx" ] && [ -s "$output/tree/single.sqx" ] || fail 'A named file is not mirrored'
 # If the preprocessor makes the name, the conflict is found after compiling.
 echo '#define MY_NAME hidden
 surface MY_NAME() { Ci = 1; }' >hidden1.sl

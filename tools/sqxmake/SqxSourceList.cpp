@@ -9,6 +9,7 @@
 #include <map>
 #include <system_error>
 
+#include "make/SqxMakeWord.h"
 #include "sqxmake/SqxMakeOptions.h"
 
 namespace {
@@ -19,14 +20,15 @@ constexpr const char* k_extension = ".sl";
 
 class Sources {
 public:
-    /// `root` is the folder that was named; empty for a file that was named.
+    /// `root` is the folder that was named, or the working directory for a file that was named.
     void AddFile(const fs::path& path, const fs::path& root)
     {
         if (path.extension() != k_extension)
             throw SqxMakeError("'" + path.string() + "' does not end with '.sl'");
-        if (path.string().find('\n') != std::string::npos)
+        if (SqxHasLineBreak(path.string()))
             throw SqxMakeError("A name with a line break cannot be built: '" + path.string() + "'");
-        m_folders.emplace(path.lexically_normal(), FolderBelow(path.lexically_normal(), root));
+        const fs::path whole = fs::absolute(path).lexically_normal();
+        m_sources.try_emplace(whole, SqxSource{path.lexically_normal(), FolderBelow(whole, root)});
     }
 
     void AddFolder(const fs::path& folder)
@@ -54,23 +56,21 @@ public:
     [[nodiscard]] std::vector<SqxSource> All() const
     {
         std::vector<SqxSource> sources;
-        for (const auto& [path, folder] : m_folders)
-            sources.push_back({path, folder});
+        for (const auto& [path, source] : m_sources)
+            sources.push_back(source);
         return sources;
     }
 
 private:
-    /// Returns the folder to mirror; "." for a named file outside the working directory.
-    [[nodiscard]] static fs::path FolderBelow(const fs::path& path, const fs::path& root)
+    /// Returns the folder to mirror; "." for a named file that is not below the working directory.
+    [[nodiscard]] static fs::path FolderBelow(const fs::path& whole, const fs::path& root)
     {
-        const fs::path folder = path.parent_path();
-        if (root.empty())
-            return folder.is_absolute() || folder.string().starts_with("..") ? "." : folder;
-        const fs::path below = folder.lexically_relative((root / "").lexically_normal());
-        return below;
+        const fs::path from = (fs::absolute(root) / "").lexically_normal();
+        const fs::path below = whole.parent_path().lexically_relative(from);
+        return *below.begin() == ".." ? "." : below;
     }
 
-    std::map<fs::path, fs::path> m_folders;  // by path
+    std::map<fs::path, SqxSource> m_sources;  // by absolute path
 };
 
 }  // namespace
@@ -85,7 +85,7 @@ std::vector<SqxSource> SqxListSources(const std::vector<std::string>& inputs)
         if (fs::is_directory(input, failed))
             sources.AddFolder(input);
         else
-            sources.AddFile(input, "");
+            sources.AddFile(input, ".");
     }
     return sources.All();
 }
