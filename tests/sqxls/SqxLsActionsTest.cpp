@@ -56,6 +56,13 @@ TEST(SqxLsActions, ApplyUnambiguousAdvice)
         EXPECT_TRUE(editor.Diagnostics("a.sl").empty()) << one.after;
     }
     EXPECT_EQ(Fixed(editor, "light a() { Ci = 1; }", ""), "") << "what another kind of shader has";
+    // An edit of a declaration concerns all of its variables.
+    EXPECT_EQ(
+        Fixed(editor, "surface a(float k = 1) { float f = k, g[2]; g[0] = s; Ci = g[0]; }", ""),
+        "");
+    EXPECT_EQ(Fixed(editor, "surface a() { uniform float f = s, g = 1; Ci = f + g; }", ""), "");
+    EXPECT_EQ(Fixed(editor, "surface a(float k = 1) { float f = mod(k, 2); Ci = f; }", ""),
+              "Declare 'f' uniform\n");
 }
 
 TEST(SqxLsColors, AreShownAndWritten)

@@ -146,6 +146,17 @@ std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, con
     return tokens.size();
 }
 
+/// True if the declaration of a variable, given by its token, declares no other one.
+bool IsDeclaredAlone(const std::vector<SqxLsToken>& tokens,
+                     const std::vector<std::size_t>& partners, std::size_t variable)
+{
+    for (std::size_t i = variable; i < tokens.size() && tokens[i].text != ";";
+         i = std::max(i, partners[i]) + 1)
+        if (tokens[i].text == ",")
+            return false;
+    return true;
+}
+
 bool IsPredefined(std::string_view name)
 {
     for (const char* kind : {"surface", "light", "displacement", "volume", "imager"})
@@ -163,7 +174,8 @@ std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& te
         QuotedBetween(report.text, "The expression initializing '", "' must be uniform");
     const std::size_t variable = TokenNamed(report, name, text, tokens);
     if (name.empty() || variable == tokens.size() || variable < 2 ||
-        tokens[variable - 2].text != "uniform")
+        tokens[variable - 2].text != "uniform" ||
+        !IsDeclaredAlone(tokens, SqxLsPartnersOf(tokens), variable))
         return std::nullopt;
     return Fix{"Declare '" + name + "' varying", tokens[variable - 2].span, "varying"};
 }
@@ -224,6 +236,7 @@ SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
 void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLsSpan& range,
                 const std::vector<SqxLsToken>& tokens, SqxJson& actions)
 {
+    const auto partners = SqxLsPartnersOf(tokens);
     for (const QxIndexedName& name : indexed.index->names) {
         const std::string detail = SqxLsDetailWord(name.inferred);
         if (name.kind != QxNameKind::Local || name.declaresDetail || detail.empty() ||
@@ -237,7 +250,8 @@ void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLs
             type < tokens.size() ? TokenBefore(tokens, tokens[type].span.begin) : tokens.size();
         const bool isAlone =
             before < tokens.size() && tokens[type].kind == Kind::Keyword &&
-            std::string_view("{};").find(tokens[before].text) != std::string_view::npos;
+            std::string_view("{};").find(tokens[before].text) != std::string_view::npos &&
+            IsDeclaredAlone(tokens, partners, TokenBefore(tokens, word.end));
         if (!isAlone)
             continue;  // several variables of one declaration share its detail
         const std::size_t at = tokens[type].span.begin;
