@@ -143,6 +143,34 @@ TEST_F(SqxLsNames, RenameChangesAllPlacesOrRefuses)
     EXPECT_TRUE(editor.AskAt("textDocument/prepareRename", "a.sl", "diff|use").is_null());
 }
 
+TEST_F(SqxLsNames, RefusalsOfANameStateTheNewErrorAndItsPlace)
+{
+    editor.Open("b.sl", "surface b()\n{\n    float x = nothing;\n    float y = 2;\n"
+                        "    Ci = x + missing;\n}\n");
+    editor.Open("half.h", "float half(float x)\n{\n    float y = 2;\n    return x / y;\n}\n");
+    editor.Open("c.sl", "#include \"half.h\"\nsurface c()\n{\n    float f = half(s);\n"
+                        "    Ci = half(s) + f;\n}\n");
+    const std::string source = (std::filesystem::current_path() / "c.sl").string();
+    struct {
+        const char* file;
+        const char* mark;
+        const char* word;
+        std::string reason;
+    } const cases[] = {
+        {"b.sl", "|y = 2", "x", "With that name: Illegal redefinition of variable: x"},
+        {"half.h", "|y = 2", "x", "The name in line 4 would mean another 'x'"},
+        {"half.h", "ha|lf(", "noise",
+         "The name in line 5 of '" + source + "' would mean another 'noise'"},
+    };
+    for (const auto& one : cases) {
+        SqxJson params = SqxJson::object();
+        params["textDocument"]["uri"] = LsEditor::Uri(one.file);
+        params["position"] = editor.PositionOf(one.file, one.mark);
+        params["newName"] = one.word;
+        EXPECT_EQ(editor.Refused("textDocument/rename", params)["message"], one.reason);
+    }
+}
+
 TEST_F(SqxLsNames, SymbolsOfAFileAndOfTheWorkspace)
 {
     std::string names;

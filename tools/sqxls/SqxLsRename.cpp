@@ -11,6 +11,7 @@
 #include <map>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "compiler/QxLanguage.h"
 #include "sqxls/SqxLsCursor.h"
@@ -70,19 +71,20 @@ std::string Renamed(const SqxLsText& text, const std::set<std::size_t>& places, 
     return renamed.Bytes();
 }
 
-std::string PlaceText(const QxSourceIndex& index, const QxSourcePlace& place)
+/// Describes a place in the files of a cursor; names the file unless it is that of the cursor.
+std::string PlaceText(const SqxLsCursor& cursor, const QxSourcePlace& place)
 {
     if (place.file < 0)
         return "";
+    const std::string& path = cursor.index->files[static_cast<std::size_t>(place.file)];
     return " in line " + std::to_string(place.line) +
-           (place.file == 0 ? ""
-                            : " of '" + index.files[static_cast<std::size_t>(place.file)] + "'");
+           (place.file == cursor.file ? "" : " of '" + path + "'");
 }
 
 /// Refuses the new name if any name in the renamed source refers to a different definition.
-void CompareMeanings(const QxSourceIndex& before, const QxSourceIndex& after,
-                     const std::string& word)
+void CompareMeanings(const SqxLsCursor& cursor, const QxSourceIndex& after, const std::string& word)
 {
+    const QxSourceIndex& before = *cursor.index;
     std::map<int, int> nameBefore;  // by the number in `after`
     std::map<int, int> nameAfter;
     const std::size_t count = std::min(before.uses.size(), after.uses.size());
@@ -93,19 +95,36 @@ void CompareMeanings(const QxSourceIndex& before, const QxSourceIndex& after,
                             nameBefore.emplace(now, old).first->second == old &&
                             before.uses[i].place.line == after.uses[i].place.line;
         if (!isSame)
-            Refuse("The name" + PlaceText(before, before.uses[i].place) + " would mean another '" +
+            Refuse("The name" + PlaceText(cursor, before.uses[i].place) + " would mean another '" +
                    word + "'");
     }
     if (before.uses.size() != after.uses.size())
         Refuse("There is another '" + word + "' that it would be mistaken for");
 }
 
-std::size_t ErrorsIn(const QxCompileResult& result)
+std::vector<const QxCompileReport*> ErrorsIn(const QxCompileResult& result)
 {
-    return static_cast<std::size_t>(std::count_if(
-        result.reports.begin(), result.reports.end(), [](const QxCompileReport& report) {
-            return report.severity == QxCompileReport::Severity::Error;
-        }));
+    std::vector<const QxCompileReport*> errors;
+    for (const QxCompileReport& report : result.reports)
+        if (report.severity == QxCompileReport::Severity::Error)
+            errors.push_back(&report);
+    return errors;
+}
+
+/// Refuses the new name if the renamed source has more errors, and reports the first that is new.
+/// The texts of the others may contain the name, so only their lines are compared.
+void CompareErrors(const QxCompileResult& before, const QxCompileResult& after)
+{
+    const auto errorsBefore = ErrorsIn(before);
+    const auto errorsAfter = ErrorsIn(after);
+    if (errorsAfter.size() <= errorsBefore.size())
+        return;
+    std::map<std::pair<std::string, int>, int> counts;  // by line
+    for (const QxCompileReport* error : errorsBefore)
+        ++counts[{error->file, error->line}];
+    for (const QxCompileReport* error : errorsAfter)
+        if (--counts[{error->file, error->line}] < 0)
+            Refuse("With that name: " + error->text);
 }
 
 }  // namespace
@@ -144,8 +163,7 @@ SqxJson SqxLsRename(SqxLsWorkspace& workspace, const SqxJson& params)
         texts[path] = Renamed(text, places, name->name.size(), word);
     }
     const auto renamed = workspace.Analyse(cursor.analysis->path, texts);
-    CompareMeanings(*cursor.index, *renamed->result.index, word);
-    if (ErrorsIn(renamed->result) > ErrorsIn(cursor.analysis->result))
-        Refuse("With that name: " + renamed->result.reports.back().text);
+    CompareMeanings(cursor, *renamed->result.index, word);
+    CompareErrors(cursor.analysis->result, renamed->result);
     return {{"changes", changes}};
 }
