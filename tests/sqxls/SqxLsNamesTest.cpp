@@ -228,6 +228,10 @@ TEST_F(SqxLsNames, HintsShowDetailsAndArguments)
     params["range"]["end"]["line"] = 4;
     params["range"]["end"]["character"] = 0;
     EXPECT_EQ(hints(), "3:14 : varying\n");
+    editor.Open("b.sl", "#define COUNT float n = s; n += 1;\n"
+                        "surface b() { if (s > 0.5) { COUNT } else { COUNT } }\n");
+    EXPECT_EQ(editor.AskAt("textDocument/inlayHint", "b.sl", "", params).size(), 1U)
+        << "one for all expansions of a macro";
     editor.Notify(
         "workspace/didChangeConfiguration",
         SqxJson::parse(R"({"settings": {"shaderqx": {"inlayHints": {"details": false}}}})"));

@@ -2,6 +2,8 @@
 
 #include "sqxls/SqxLsInlayHints.h"
 
+#include <set>
+
 #include "sqxls/SqxLsCursor.h"
 #include "sqxls/SqxLsHover.h"
 
@@ -10,13 +12,14 @@ namespace {
 void AddDetails(const SqxLsIndexed& indexed, const SqxLsSpan& range, SqxJson& hints)
 {
     constexpr int k_type = 1;
+    std::set<std::size_t> seen;  // each expansion of a macro declares the variables of its body
     for (const QxIndexedName& name : indexed.index->names) {
         const std::string detail = SqxLsDetailWord(name.inferred);
         if (name.kind != QxNameKind::Local || name.declaresDetail || detail.empty() ||
             name.place.file != indexed.file)
             continue;
         const std::size_t end = SqxLsIndexed::SpanOf(*indexed.text, name.place).end;
-        if (end >= range.begin && end <= range.end)
+        if (end >= range.begin && end <= range.end && seen.insert(end).second)
             hints.push_back({{"position", SqxLsWritePosition(indexed.text->PositionOf(end))},
                              {"label", ": " + detail},
                              {"kind", k_type}});
