@@ -121,12 +121,20 @@ TEST(SqxLsSettings, AreThoseOfTheLastBuildForItsSources)
     LsEditor editor;
     TemporaryFolder::Write("a.sl", "surface a() { Ci = GAIN; }\n");
     TemporaryFolder::Write("inc/b.h", "\n");
-    ASSERT_EQ(std::system(SLC_SQXMAKE " -o . -DGAIN=2 -Iinc a.sl > log 2>&1"), 0)
+    ASSERT_EQ(std::system(SLC_SQXMAKE " -o . '-DGAIN=2\n-DGAIN=(' -Iinc a.sl > log 2>&1"), 0)
         << TemporaryFolder::Read("log");
     editor.Open("a.sl", "#include \"b.h\"\nsurface a() { Ci = GAIN; }\n");
     EXPECT_THAT(editor.Diagnostics("a.sl"), IsEmpty());
     editor.Open("b.sl", "surface b() { Ci = GAIN; }\n");
     EXPECT_EQ(editor.Diagnostics("b.sl").size(), 1U) << "not built there";
+    // The state in the working directory of the server does not count for sources elsewhere.
+    const std::string elsewhere = (std::filesystem::current_path() / "sources/c.sl").string();
+    TemporaryFolder::Write(elsewhere, "surface c() { Ci = LOSS; }\n");
+    ASSERT_EQ(std::system(SLC_SQXMAKE " -o out -DLOSS=2 sources/c.sl > log 2>&1"), 0)
+        << TemporaryFolder::Read("log");
+    std::filesystem::current_path("out");
+    editor.Open(elsewhere, "surface c() { Ci = LOSS; }\n");
+    EXPECT_EQ(editor.Diagnostics(elsewhere).size(), 1U);
 }
 
 }  // namespace

@@ -87,10 +87,13 @@ void AddMakeOptions(const std::string& path, const SqxLsSettings& settings,
         return Exists(state.StampOf(id)) || Exists(state.FailureOf(id));
     };
     fs::path folder = settings.stateFolder;
-    if (folder.empty())
-        folder = NearestFolder(path, [&](const fs::path& at) { return builds(at / ".sqxmake"); }) /
-                 ".sqxmake";
-    if (!builds(folder))
+    if (folder.empty()) {
+        static constexpr const char* k_name = ".sqxmake";
+        folder = NearestFolder(path, [&](const fs::path& at) { return builds(at / k_name); });
+        if (!folder.empty())
+            folder /= k_name;
+    }
+    if (folder.empty() || !builds(folder))
         return;
     const SqxMakeState::Options known = SqxMakeState(folder).ReadOptions();
     AddOptions(known.words, known.folder, options);
