@@ -204,11 +204,8 @@ void Layout::Enter(std::size_t i)
         if (token.text == "else" || token.text == "if" || token.text == "for" ||
             token.text == "while" || token.text == "illuminance" || token.text == "illuminate" ||
             token.text == "solar") {
-            const bool isElseIf =
-                token.text == "if" && i > 0 && m_tokens[i - 1].text == "else" &&
-                m_state.heads > 0 &&
-                m_source.Part({m_tokens[i - 1].span.end, token.span.begin}).find('\n') ==
-                    std::string_view::npos;
+            const bool isElseIf = token.text == "if" && i > 0 && m_tokens[i - 1].text == "else" &&
+                                  m_state.heads > 0 && !EndsLine(i - 1);
             m_state.heads += isElseIf ? 0 : 1;
             const bool hasParenthesis = token.text != "else";
             m_state.headParenthesis = hasParenthesis ? m_state.open.size() + 1 : 0;

@@ -22,11 +22,9 @@ SqxJson SqxLsReferences(SqxLsWorkspace& workspace, const SqxJson& params)
     if (!cursor.Name())
         return locations;
     const bool withDefinition = SqxLsFlag(params, "context/includeDeclaration");
-    QxSourcePlace last;  // the index repeats a use in a macro for each expansion
     for (const QxIndexedUse* use : cursor.index->UsesOf(cursor.use->name)) {
-        if ((use->role == QxUseRole::Definition && !withDefinition) || use->place == last)
+        if (use->role == QxUseRole::Definition && !withDefinition)
             continue;
-        last = use->place;
         if (SqxJson location = cursor.LocationOf(workspace, use->place); !location.is_null())
             locations.push_back(std::move(location));
     }

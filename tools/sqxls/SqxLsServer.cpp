@@ -140,8 +140,7 @@ SqxJson SqxLsServer::Initialize(const SqxJson& params)
     if (m_phase != Phase::New)
         throw SqxLsError(SqxLsErrorCode::InvalidRequest, "The server is initialized already");
     m_phase = Phase::Initialized;
-    m_client = ClientOf(SqxLsMember(params, "capabilities"));
-    m_workspace.SetClient(m_client);
+    m_workspace.SetClient(ClientOf(SqxLsMember(params, "capabilities")));
     m_workspace.SetFolders(FoldersOf(params));
     m_root = m_workspace.Folders().empty() ? std::filesystem::current_path().string()
                                            : m_workspace.Folders().front();
@@ -153,9 +152,9 @@ SqxJson SqxLsServer::Initialize(const SqxJson& params)
 
 void SqxLsServer::Initialized()
 {
-    if (m_client.answersConfiguration)
+    if (m_workspace.Client().answersConfiguration)
         AskForConfiguration();
-    if (!m_client.watchesFiles)
+    if (!m_workspace.Client().watchesFiles)
         return;
     const SqxJson watchers = {{{"globPattern", "**/*.{sl,h,slh,sli,inc}"}},
                               {{"globPattern", "**/compile_flags.txt"}}};
@@ -214,7 +213,7 @@ void SqxLsServer::Notification(const std::string& method, const SqxJson& params)
         } else if (method == "workspace/didChangeConfiguration") {
             if (SqxLsMember(params, "settings").is_object())
                 ChangeConfiguration(params["settings"]);
-            else if (m_client.answersConfiguration)
+            else if (m_workspace.Client().answersConfiguration)
                 AskForConfiguration();
         }
     } catch (const std::exception& error) {
@@ -242,7 +241,7 @@ void SqxLsServer::PublishOf(SqxLsDocument& document)
 {
     std::map<std::string, SqxJson> diagnostics;
     if (SqxLsIsSource(document.path))  // others are compiled with the sources that include them
-        diagnostics = SqxLsDiagnosticsOf(*m_workspace.AnalysisOf(document), m_client);
+        diagnostics = SqxLsDiagnosticsOf(*m_workspace.AnalysisOf(document), m_workspace.Client());
     for (const SqxJson& message :
          m_publisher.Publish(m_workspace, document.uri, std::move(diagnostics)))
         m_send(message);

@@ -50,7 +50,6 @@ private:
     Send m_send;
     Phase m_phase = Phase::New;
     std::optional<int> m_exitStatus;
-    SqxLsClient m_client;
     SqxLsWorkspace m_workspace;
     SqxLsPublisher m_publisher;
     std::string m_root;  // folder that relative paths of settings refer to

@@ -202,11 +202,6 @@ SqxLsDocument* SqxLsWorkspace::Includer(const std::string& path)
     return nullptr;
 }
 
-bool SqxLsWorkspace::IsIncluded(const SqxLsDocument& document)
-{
-    return Includer(document.path) != nullptr;
-}
-
 std::shared_ptr<const SqxLsAnalysis> SqxLsWorkspace::AnalysisOf(SqxLsDocument& document)
 {
     SqxLsDocument* includer = Includer(document.path);

@@ -71,8 +71,6 @@ public:
     /// Returns the analysis of a document or, if it is an included file, of an open source that
     /// includes it. Compiles at most once for each change of a file that the analysis depends on.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis> AnalysisOf(SqxLsDocument& document);
-    /// True if an open source includes this document. Compiles the sources that have changed.
-    [[nodiscard]] bool IsIncluded(const SqxLsDocument& document);
     /// Compiles a file, which need not be open, and does not store the result. `texts`, by path,
     /// replace the contents of files. Returns null if the file cannot be read.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis>
