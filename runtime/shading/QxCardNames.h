@@ -1,8 +1,8 @@
 #pragma once
 
-// The macros of generated C++ that follow from cards. `cmake --build ... --target reference`
-// makes this file of runtime/sqx/SqxCards.def: change the card. QxBuiltInNames.h explains the forms,
-// and has the names that do not follow from a card.
+// The macros of generated C++ that are derived from the cards in runtime/sqx/SqxCards.def. To
+// change one, change its card and run `cmake --build ... --target reference`. QxBuiltInNames.h
+// explains the forms, and contains the names that are not derived from a card.
 
 // clang-format off
 #define CALL_PRIM_RADIANS(result, x) ((result) = QxRadians(QxNumber(x)))

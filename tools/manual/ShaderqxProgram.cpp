@@ -22,7 +22,7 @@ constexpr SqxEntry k_environment[] = {
     {"SLC_CC_PROCESSOR",
      "the processor that the default C++ command builds for, by default -march=native"},
     {"SLC_ADVICE", "with the value 1, advice follows errors at every level of warnings, not at '-w2' alone"},
-    {"SLC_SHADEOP_LIBRARIES", "a file for the paths of the shadeop libraries that the shader calls into, one a line, for build systems"},
+    {"SLC_SHADEOP_LIBRARIES", "a file for the paths of the shadeop libraries that the shader calls, one per line, for build systems"},
 };
 
 constexpr SqxEntry k_files[] = {

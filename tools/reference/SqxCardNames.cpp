@@ -21,11 +21,12 @@ namespace {
 
 constexpr std::string_view k_head = "#pragma once\n"
                                     "\n"
-                                    "// The macros of generated C++ that follow from cards. `cmake "
-                                    "--build ... --target reference`\n"
-                                    "// makes this file of runtime/sqx/SqxCards.def: change the "
-                                    "card. QxBuiltInNames.h explains the forms,\n"
-                                    "// and has the names that do not follow from a card.\n"
+                                    "// The macros of generated C++ that are derived from the "
+                                    "cards in runtime/sqx/SqxCards.def. To\n"
+                                    "// change one, change its card and run `cmake --build ... "
+                                    "--target reference`. QxBuiltInNames.h\n"
+                                    "// explains the forms, and contains the names that are not "
+                                    "derived from a card.\n"
                                     "\n"
                                     "// clang-format off\n";
 constexpr std::string_view k_tail = "// clang-format on\n";

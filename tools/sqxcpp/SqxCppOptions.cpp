@@ -43,7 +43,7 @@ constexpr SqxEntry k_files[] = {
 constexpr SqxEntry k_statuses[] = {
     {"0", "the source is preprocessed"},
     {"1", "the source is at fault, or a file cannot be read or written"},
-    {"2", "the command line makes no sense"},
+    {"2", "an option or an argument is invalid"},
 };
 
 constexpr SqxEntry k_examples[] = {

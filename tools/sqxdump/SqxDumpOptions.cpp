@@ -10,7 +10,7 @@ namespace {
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Prints byte-code as text: its sections, then one instruction a line. With '--params' or '--json' it prints the interface of each shader: its parameters with their default values, and what it does with lights, rays and predefined variables.",
+    "Prints byte-code as text: its sections, then one instruction per line. With '--params' or '--json' it prints the interface of each shader: its parameters with their default values, and what it does with lights, rays and predefined variables.",
     "Default values are computed, in a scene that knows nothing. No native code runs, unless '--load' allows it: for shadeop libraries whose functions default values call, and shared objects that do not say what they hold. Name only what you trust then.",
     "Of a damaged file it prints the part before the fault.",
 };
@@ -18,7 +18,7 @@ constexpr std::string_view k_description[] = {
 //   word             argument  effect
 constexpr SqxOption k_options[] = {
     {"--params",      "",       "prints a table of the parameters and facts of each shader, also of shared objects"},
-    {"--json",        "",       "prints the same as one JSON object a line, for each file"},
+    {"--json",        "",       "prints the same as one JSON object per file, each on one line"},
     {"--param",       "NAME",   "lists only this parameter; can be repeated"},
     {"--section",     "NAME",   "prints only the code of 'main' or of a parameter's initializer"},
     {"-I",            "DIR",    "searches DIR for the shadeop libraries that '--load' loads"},
@@ -35,7 +35,7 @@ constexpr SqxEntry k_files[] = {
 constexpr SqxEntry k_statuses[] = {
     {"0", "all was printed"},
     {"1", "a file is damaged or cannot be read, or what was asked for is not in it"},
-    {"2", "the command line makes no sense"},
+    {"2", "an option or an argument is invalid"},
 };
 
 constexpr SqxEntry k_examples[] = {

@@ -6,14 +6,14 @@ using namespace std::string_view_literals;
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Answers questions of editors about shaders while they are written: it speaks the Language Server Protocol 3.17 on its standard input and output. An editor starts it; docs/editors.md has the lines for several of them.",
-    "Sources are compiled with the options of the sqxmake(1) that builds them, those in the nearest 'compile_flags.txt' beside or above them, one a line, and those of the editor's settings, where later ones overrule earlier ones.",
+    "Answers questions of editors about shaders while they are written: it implements the Language Server Protocol 3.17 on its standard input and output. An editor starts it; docs/editors.md shows how to set up several of them.",
+    "A source is compiled with the options of the last run of sqxmake(1) that compiled it, then those of the nearest 'compile_flags.txt' in its folder or above, which has one option per line, then those of the editor's settings. Later options override earlier ones.",
     "The program runs until the editor ends it or closes its input.",
 };
 
 //   word                       argument               effect
 constexpr SqxOption k_options[] = {
-    {"--stdio"sv,               ""sv,                  "speaks on the standard streams, as it always does"sv},
+    {"--stdio"sv,               ""sv,                  "uses the standard streams, as it always does"sv},
     {"-h, --help"sv,            ""sv,                  "prints this text"sv},
     {"--version"sv,             ""sv,                  "prints the version"sv},
 };
@@ -23,13 +23,13 @@ constexpr SqxEntry k_files[] = {
 };
 
 constexpr SqxEntry k_statuses[] = {
-    {"0"sv, "the editor has ended the program as the protocol wants it"sv},
+    {"0"sv, "the editor has ended the program as the protocol requires"sv},
     {"1"sv, "the input ended, or the output was closed, before that"sv},
-    {"2"sv, "the command line makes no sense"sv},
+    {"2"sv, "an option or an argument is invalid"sv},
 };
 
 constexpr SqxEntry k_examples[] = {
-    {"nvim --cmd \"au FileType sl lua vim.lsp.start_client{cmd={'sqxls'}}\""sv, "has an editor start it, in the least way that there is"sv},
+    {"nvim --cmd \"au FileType sl lua vim.lsp.start_client{cmd={'sqxls'}}\""sv, "starts Neovim, which starts sqxls when a shader is opened"sv},
 };
 // clang-format on
 

@@ -14,18 +14,18 @@ constexpr int k_maxJobs = 1024;
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, one of either that is new and comes first, the options, or the compiler itself. Each '.sqx' file is named for its shader and written to the output folder.",
-    "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file, not even its earlier one. Its reports come again only when they or the source have changed.",
-    "Shaders of one name would overwrite each other. That is reported before anything is built; '--tree' keeps them apart.",
+    "Compiles shaders: the files that are named, and all '.sl' files in the folders that are named and in their subfolders. A source is compiled only if it, a file that it includes, a shadeop library that it calls, the options or the compiler have changed since the last run, or if there is a new file or library that is found before one of those. Each '.sqx' file is named after its shader and written to the output folder.",
+    "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file, not even its earlier one. Its reports are printed again only when they or the source have changed.",
+    "Shaders with the same name would overwrite each other. This is reported before anything is built; '--tree' writes them to different folders.",
     "The work is done by ninja, which must be installed. State between runs is kept in the folder '.sqxmake' of the output folder, which may be removed at any time.",
 };
 
 //   word                      argument  effect
 constexpr SqxOption k_options[] = {
-    {"-o",                     "DIR",    "folder for the compiled shaders, made if it is missing; the default is the working directory"},
+    {"-o",                     "DIR",    "folder for the compiled shaders, created if it is missing; the default is the working directory"},
     {"-j",                     "N",      "compiles N shaders at a time"},
-    {"-k",                     "",       "goes on after faults"},
-    {"--tree",                 "",       "mirrors the folders of the sources in the output folder, so that shaders of one name do not meet"},
+    {"-k",                     "",       "continues after errors"},
+    {"--tree",                 "",       "mirrors the folders of the sources in the output folder, so that shaders with the same name do not conflict"},
     {"--dso",                  "",       "builds shared objects in place of byte-code"},
     {"-O0, -O1, -O2, -O3",     "",       "level of optimization"},
     {"-w0, -w1, -w2",          "",       "level of warnings"},
@@ -34,7 +34,7 @@ constexpr SqxOption k_options[] = {
     {"--strict",               "",       "a function body does not see the variables around it"},
     {"--no-array-check",       "",       "no checks of array indices"},
     {"--dont-use-shadeops",    "",       "does not look for unknown functions in shadeop libraries"},
-    {"--step",                 "STAMP",  "for build systems: compiles one source whether it changed or not, and writes STAMP and its dependencies, STAMP.d; with '--state DIR' before it, keeps what it knows in DIR"},
+    {"--step",                 "STAMP",  "for build systems: compiles one source even if it has not changed, and writes STAMP and the dependency file STAMP.d; '--state DIR' before it keeps the state in DIR"},
     {"-h, --help",             "",       "prints this text"},
     {"--version",              "",       "prints the version"},
 };
@@ -47,18 +47,18 @@ constexpr SqxEntry k_environment[] = {
 
 constexpr SqxEntry k_files[] = {
     {"DIR/SHADER.sqx", "a compiled shader"},
-    {"DIR/.sqxmake",   "what is known from one run to the next"},
+    {"DIR/.sqxmake",   "the state between runs"},
 };
 
 constexpr SqxEntry k_statuses[] = {
     {"0", "all shaders are compiled"},
     {"1", "a shader is refused, or the build could not be done"},
-    {"2", "the command line makes no sense"},
+    {"2", "an option or an argument is invalid"},
 };
 
 constexpr SqxEntry k_examples[] = {
     {"sqxmake -o compiled shaders", "compiles the library in the folder 'shaders'"},
-    {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders", "the same as shared objects, eight at a time, to the last one"},
+    {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders", "builds shared objects, eight at a time, and continues after errors"},
 };
 
 // Options that are passed to the compiler unchanged.

@@ -198,7 +198,7 @@ constexpr SqxEntry k_files[] = {
 constexpr SqxEntry k_statuses[] = {
     {"0", "the picture is written"},
     {"1", "a shader is refused, or the picture could not be made or written"},
-    {"2", "the command line makes no sense"},
+    {"2", "an option or an argument is invalid"},
 };
 
 constexpr SqxEntry k_examples[] = {

@@ -40,7 +40,7 @@ constexpr SqxEntry k_environment[] = {
 constexpr SqxEntry k_statuses[] = {
     {"0"sv, "the program was ended"sv},
     {"1"sv, "a file is missing, or the page cannot be served"sv},
-    {"2"sv, "the command line makes no sense"sv},
+    {"2"sv, "an option or an argument is invalid"sv},
 };
 
 constexpr SqxEntry k_examples[] = {
