@@ -4,7 +4,6 @@
 #include <cmath>
 #include <ctime>
 #include <memory>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -80,7 +79,8 @@ public:
     {
         for (const std::string& name : m_shader->SpaceNames())
             m_spaces.push_back(stage.Spaces().Find(name));
-        m_context.emplace(&stage, &stage.Spaces(), m_spaces.data(), QxVector3{0, 0, 0});
+        m_context = std::make_unique<QxShadingContext>(&stage, &stage.Spaces(), m_spaces.data(),
+                                                       QxVector3{0, 0, 0});
         m_shader->Declare(m_variables);
         for (QxVar& variable : m_variables)
             variable.Resize(stage.Grid().Size());
@@ -99,7 +99,7 @@ private:
     const QxHostPoints m_points;
     std::unique_ptr<QxShaderRun> m_run;
     std::vector<const QxFrame3D*> m_spaces;
-    std::optional<QxShadingContext> m_context;
+    std::unique_ptr<QxShadingContext> m_context;
     std::vector<QxVar> m_variables;
 };
 
