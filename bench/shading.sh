@@ -2,7 +2,7 @@
 # Compares shared objects with hand-written loops for the same arithmetic, compiled by the same
 # command. A shader that only computes may be at most 1.5 times slower. The second table compares
 # with loops over strips of points, which are as fast as vector instructions allow, and shows how
-# much faster shaders could become. The third table compares the byte-code machine with them.
+# much faster shaders could become. The third table compares byte-code with these loops.
 # usage: shading.sh BIN_DIRECTORY [SECONDS [SHADER...]]
 # OPTIONS in the environment: more options of the C++ compiler, such as -march=native.
 set -euo pipefail

@@ -36,7 +36,7 @@ void Compare(const std::string& name, const Shader& shader, const Loop& loop, do
                 points / best[1] / 1e6, best[0] / best[1]);
 }
 
-/// Ends the program if the two results differ.
+/// Ends the program if the two results differ by more than rounding errors.
 void CheckAlike(const std::string& name, BenchStage& byShader, BenchStage& byLoop)
 {
     for (const char* variable : {"Ci", "Oi", "P"}) {

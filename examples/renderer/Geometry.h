@@ -14,16 +14,16 @@
 constexpr float k_endless = std::numeric_limits<float>::infinity();
 constexpr unsigned int k_noObject = RTC_INVALID_GEOMETRY_ID;
 
-/// A ray in world space. Its direction has length 1, so that all lengths are distances.
+/// A ray in world space. Its direction has length 1, so `near`, `far` and `bias` are distances.
 struct Ray {
     QxVector3 origin;
     QxVector3 direction;
     float near = 0;  // hits before `near` and after `far` are ignored
     float far = k_endless;
-    // Near hits on the surface that the ray starts on are rounding errors. Other objects may be at
-    // any distance, such as a wall that meets a mirror.
-    unsigned int start = k_noObject;
-    float bias = 0;  // hits on the object `start` before this distance are ignored
+    // Hits near the origin on the surface that the ray starts on are rounding errors. Hits on other
+    // objects may be at any distance, for example where a wall meets a mirror.
+    unsigned int start = k_noObject;  // the object that the ray starts on
+    float bias = 0;                   // hits on the object `start` before this distance are ignored
 };
 
 /// The first hit of a ray.
@@ -65,7 +65,7 @@ public:
     void Commit();
     /// Returns the first hit that the ray does not ignore; nothing if there is none.
     [[nodiscard]] std::optional<Hit> Intersect(const Ray& ray) const;
-    /// Sets P, N, Ng, s, t, u, v and the derivatives of one shading point.
+    /// Sets P, N, Ng, s, t, u, v, dPdu and dPdv of one shading point.
     void FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const;
 
 private:

@@ -160,15 +160,16 @@ bool RayScene::FindHits(std::vector<Path>& paths) const
     return found;
 }
 
-/// Shades all hits on one object, adds the results to their paths, and lets these rays continue
-/// after the object.
+/// Shades all hits on one object, adds the results to their paths, and lets the rays of these paths
+/// continue after the hits.
 void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object)
 {
     const Part part(layout, level.paths, object);
     level.grid.Resize(part.columns, part.rows);
     std::size_t nearest = 0;  // path whose point is repeated in gaps
     for (std::size_t point = 0; point < level.grid.Size(); ++point) {
-        // A gap at the start of a row repeats its first hit, or the previous row's last one.
+        // A gap at the start of a row repeats the row's first hit, or if there is none, the last
+        // hit of the rows before.
         const std::size_t end = point % part.columns == 0 ? point + part.columns : point + 1;
         for (std::size_t other = point; other < end; ++other)
             if (level.paths[part.PathOf(other)].Hits(object)) {
@@ -222,7 +223,7 @@ Ray RayScene::RayOf(const QxRayQuery& query, const QxVector3& direction)
     return ray;
 }
 
-/// Returns black for rays that are nested deeper than the limit.
+/// Returns black for rays that are nested deeper than the limit, or that have no direction.
 QxRGBColor RayScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;

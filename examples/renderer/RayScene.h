@@ -9,8 +9,8 @@
 
 /// A ray and the result of following it.
 struct Path {
-    Ray ray;                         // the rest of it, after the transparent surfaces passed so far
-    std::optional<Hit> hit = {};     // not shaded yet
+    Ray ray;                         // starts after the transparent surfaces passed so far
+    std::optional<Hit> hit = {};     // the next hit, until it is shaded
     QxRGBColor through = {1, 1, 1};  // product of the transparencies passed so far
     QxRGBColor color = {0, 0, 0};    // sum of the light so far
     float distance = -1;             // of the first hit; below 0: none
@@ -38,7 +38,7 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float RayHit(const QxRayQuery& query) override;
     QxRGBColor Transmission(const QxRayQuery& query) override;
-    /// Computes the shadow of an area light with four corners; there are no shadow maps.
+    /// Traces the shadow of an area light that is given by four corners. There are no shadow maps.
     QxRGBColor Shadow(const QxPointsQuery& query) override;
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     bool IsShadowRay() override { return LevelAt(OuterGrids()).isShadowRay; }

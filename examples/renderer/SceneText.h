@@ -7,5 +7,5 @@
 
 /// Reads a scene, whose format `README.md` explains, and all files that it names: compiled shaders
 /// in `folder`, pictures and meshes there or in the folder of the scene. Throws
-/// `std::runtime_error`, whose text starts with file and line.
+/// `std::runtime_error`; if a line is at fault, its text starts with file and line.
 [[nodiscard]] std::unique_ptr<World> ReadScene(const std::string& path, const std::string& folder);

@@ -16,8 +16,8 @@
 
 namespace {
 
-/// Adds the triangles of a polygon, whose vertices are those of the mesh from `first` on. Vertices
-/// without a normal get the normal of the first triangle.
+/// Adds the triangles of a polygon. Its vertices are those of the mesh from `first` on. Vertices
+/// without a normal get that of the first triangle.
 void AddPolygon(Mesh& mesh, std::size_t first)
 {
     std::vector<Vertex>& vertices = mesh.vertices;

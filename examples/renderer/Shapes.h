@@ -8,6 +8,8 @@
 class QxHostScene;
 class QxShaderInstance;
 
+// `toWorld` transforms all meshes to world space.
+
 /// Returns a square of side 2 around the origin that faces up: s grows along x, t against z.
 [[nodiscard]] Mesh MakePlane(const QxMatrix44& toWorld);
 

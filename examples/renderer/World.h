@@ -21,7 +21,7 @@ struct ShaderSetting {
 enum class ShadowKind {
     Opaque,  // blocks all light, whatever its shader computes
     Shader,  // runs its shader, whose opacity counts
-    None,
+    None,    // blocks no light
 };
 
 struct PlacedObject {

@@ -1,6 +1,6 @@
 // A small renderer: reads a scene and writes a picture of it. Each thread repeatedly takes the next
-// tile of the picture. Each has its own `RayScene` with instances of all shaders; all share the
-// world.
+// tile of the picture. Each thread has its own `RayScene` with instances of all shaders; all
+// threads share the world.
 
 #include <algorithm>
 #include <atomic>
@@ -62,8 +62,8 @@ void RenderTile(const World& world, RayScene& scene, unsigned int number,
     }
 }
 
-/// Returns linear colors, rows from the top, which do not depend on the number of threads. Throws
-/// what a shader throws.
+/// Returns linear colors, rows from the top. The colors do not depend on the number of threads.
+/// Throws what a shader throws.
 std::vector<QxRGBColor> Render(const World& world, unsigned int threads)
 {
     const unsigned int tiles = ((world.width + k_tileEdge - 1) / k_tileEdge) *

@@ -1,7 +1,7 @@
 // Adapts a program of the machine to `QxShader`: the interface is copied once, and runs are
 // forwarded.
 //
-// Tested by tests/host/HostTest.cpp, where every case runs both byte-code and shared objects.
+// Tested by tests/host/HostTest.cpp, where most tests run with byte-code and with shared objects.
 
 #include "host/QxByteCodeShader.h"
 

@@ -1,7 +1,7 @@
-// Each function specifies which function of the host is called, and which answer the shader gets
+// Each override specifies which function of the host is called, and which answer the shader gets
 // after an error.
 //
-// Tested by tests/host/HostTest.cpp.
+// Tested by tests/host/HostFilesTest.cpp.
 
 #include "host/QxErrorHolder.h"
 

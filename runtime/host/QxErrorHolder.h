@@ -11,8 +11,9 @@
 /// exception that passed through it would leak them.
 ///
 /// After an error the shader gets neutral answers. A shader that keeps asking may never return, so
-/// after some more questions the error is thrown through it. Questions for one point are forwarded
-/// as questions for a grid, so that a host needs to override only one of the two forms.
+/// after very many more questions the error is thrown through it. Questions about files and rays
+/// for one point are forwarded as questions for a grid, so that a host needs to override only one
+/// of the two forms.
 class QxErrorHolder : public QxShaderSupport {
 public:
     /// `answers` and `files` must outlive the object. `firstDraw` is the initial value of the count

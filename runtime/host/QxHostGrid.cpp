@@ -1,6 +1,6 @@
 // One table for each type of value describes the predefined variables: the name, the member through
 // which shaders access it, whether the grid has one value or one for each point, and the initial
-// value. Storage, look-up by name and access by shaders are loops over these rows.
+// value. Storage, look-up by name and access by shaders are loops over the rows of these tables.
 //
 // `E` has no such member: shaders read it from the context.
 //
@@ -129,7 +129,7 @@ QxHostValue ToHostValue(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
-/// The bit of the first variable of a type; those of the other rows of its table follow in order.
+/// Number of the bit of the first row in the table of a type; the bits of its other rows follow.
 template <class Value>
 constexpr int k_firstBit = 0;
 template <>

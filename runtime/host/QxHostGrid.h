@@ -45,8 +45,9 @@ public:
 
     /// Changes the layout, and reuses the memory of the grid where it is large enough. A point
     /// keeps the values of its number, which may now be in another column and row; added points
-    /// have P = (0, 0, 1). So the host must set all positions. Throws like the constructor; the
-    /// grid is then unchanged.
+    /// have P = (0, 0, 1). Uniform variables keep their values, also the steps `du` and `dv`. So
+    /// the host must set all positions and the steps. Throws like the constructor; the grid is then
+    /// unchanged.
     void Resize(unsigned int columns, unsigned int rows);
 
     /// Changes the layout and sets all values to those of a new grid, and reuses the memory of the

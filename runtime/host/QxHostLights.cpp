@@ -1,7 +1,7 @@
-// The list of lights of a scene, in the order in which they were added. Each grid selects the
-// lights that light its object when it begins, so the list cannot change while a grid is shaded.
+// The list of lights of a scene, in the order in which they were added. When a grid begins, it
+// selects the lights that light its object, so the list cannot change while a grid is shaded.
 //
-// Tested by tests/host/HostTest.cpp.
+// Tested by tests/host/HostSceneTest.cpp.
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
 // Answers to messages: first from the instance that the message is for, which belongs to the object
-// or to a light, then from the values that the host has set.
+// or to a light or shades the grid, then from the values that the host has set.
 //
 // After a grid has asked for light, a nested grid may run the same light shader again and so
-// replace the values of its parameters. The light is then run once more before it answers the outer
-// grid.
+// replace the values of its parameters. In this case the light shader runs once more for the outer
+// grid before it answers a message of that grid.
 //
-// Tested by tests/host/HostTest.cpp.
+// Tested by tests/host/HostSceneTest.cpp.
 
 #include <algorithm>
 #include <tuple>

@@ -9,7 +9,7 @@
 // answers use the top level. Levels are kept when their grids end, so that following rays allocates
 // nothing once each depth has been reached.
 //
-// Tested by tests/host/HostTest.cpp and tests/host/RecursionTest.cpp.
+// Tested by tests/host/HostSceneTest.cpp and tests/host/RecursionTest.cpp.
 
 #include "host/QxHostScene.h"
 
@@ -130,7 +130,7 @@ public:
             m_grid->Reset(layout.columns, layout.rows);
         return *m_grid;
     }
-    /// Returns the grid as the last run left it. The level must have had one.
+    /// Returns the grid as the last run left it. The level must have had a grid.
     [[nodiscard]] QxHostGrid& Grid() { return *m_grid; }
 
 private:
@@ -141,8 +141,8 @@ private:
     const bool m_wasInAmbient;
 };
 
-/// Runs a light shader for `positions`, in its `LightScope`. Its `P` is the origin of its "shader"
-/// space.
+/// Runs a light shader for `positions`. Called within the `LightScope` of the light. In the shader,
+/// `P` is the origin of its "shader" space.
 void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                            const QxVector3* positions)
 {
@@ -202,7 +202,7 @@ void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
     level.runs[number] = light.shader->m_runs;
 }
 
-/// Runs a light shader once more at the points of the last run of a light.
+/// Runs a light shader again, at the points at which the last light shader of the level has run.
 void QxHostScene::RunLightAgain(SceneLevel& level, unsigned int number)
 {
     const SceneLight& light = *level.lights[number];

@@ -16,8 +16,9 @@ class QxShaderInstance;
 /// Identifies a light of a scene; never reused.
 enum class QxLightHandle : std::uint32_t {};
 
-/// Describes the object that a grid is part of: the instances that receive messages from its
-/// shaders, or null where there is none, and categories, by which lights can be limited to objects.
+/// Describes the object that a grid is part of: the instances that receive messages from the
+/// shaders of the object, each null if there is none, and the categories of the object, by which
+/// lights can be limited to objects.
 struct QxHostObject {
     QxShaderInstance* surface = nullptr;
     QxShaderInstance* displacement = nullptr;
@@ -27,8 +28,8 @@ struct QxHostObject {
     std::vector<std::string> categories;
 };
 
-/// What the shaders of a host share: coordinate spaces, lights, and answers to their questions. All
-/// questions that this class does not answer get the neutral answers of `QxShaderSupport`. A host
+/// What the shaders of a host share: coordinate spaces, lights, and answers to their questions.
+/// Questions that this class does not answer get the neutral answers of `QxShaderSupport`. A host
 /// derives a class from this one and overrides the questions that it can answer.
 ///
 /// A scene is used by one thread at a time, since it stores the state of the grids that are being
@@ -81,10 +82,10 @@ public:
     /// nothing if no light shader is running.
     [[nodiscard]] std::optional<QxLightHandle> RunningLight() const;
 
-    /// Sets the object of all grids that begin from now on; null if nothing is known about it. The
-    /// object must stay unchanged until these grids have ended and another object has been set. An
-    /// answer may set the object that its ray hit: when the nested grid ends, the object of the
-    /// outer grid is restored.
+    /// Sets the object of all grids that begin from now on; null for an unknown object. The object
+    /// must stay unchanged until these grids have ended and another object has been set. An answer
+    /// may set the object that its ray hit: when the nested grid ends, the object of the outer grid
+    /// is restored.
     void SetObject(const QxHostObject* object) { m_object = object; }
 
     /// Sets the seed of `random`, 0 by default. A random number depends on this seed, the run
@@ -98,7 +99,8 @@ public:
     void SetRun(unsigned int run) { m_run = run; }
 
     /// Sets the answer to a message such as `attribute("name", ...)`, in place of an earlier one. A
-    /// shader that asks for a different type or number of array elements gets no answer.
+    /// shader that asks for a type that does not fit, see `QxFitsType`, or for another number of
+    /// array elements gets no answer.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
     /// Removes an answer. No effect if there is none.
     void ClearAnswer(QxMessage message, const std::string& name);
@@ -116,8 +118,9 @@ public:
     /// For instances: a number that differs for each scene and changes with each `ForgetFiles`.
     [[nodiscard]] unsigned long FilesVersion() const { return m_files; }
 
-    /// Marks points as being shaded as long as this object exists: light shaders run on grids of
-    /// the same layout, with the same eye and time. `QxShaderInstance::Run` creates one if it is
+    /// Marks points as being shaded as long as this object exists: light shaders get the same eye
+    /// and time, and those that are not ambient run on a grid of the same layout if they are asked
+    /// for light at as many points. `QxShaderInstance::Run` creates one if it is
     /// called with a scene; a host that shades in another way must create one itself. These objects
     /// must be destroyed in reverse order of creation.
     class GridScope {
@@ -134,27 +137,29 @@ public:
         QxHostScene& m_scene;
     };
 
-    // Answers, see `QxShaderSupport`. Each throws `QxHostError` if a light shader cannot be run.
+    // Answers, see `QxShaderSupport`. If an answer has to run a light shader, it throws what that
+    // run throws, such as `QxHostError`.
 
-    /// Fills the values of all lights except ambient ones, in the order in which they were added.
+    /// Fills the values of at most `count` lights: those that light the object of the grid, except
+    /// ambient ones, in the order in which they were added.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     /// Returns the sum of the ambient lights at a position. An ambient light shader that asks for
-    /// ambient light gets only the sum of those without a shader.
+    /// ambient light gets only the sum of the ambient lights that have no shader.
     QxRGBColor Ambient(const QxVector3& position) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
     void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                          QxRGBColor* results) override;
     /// Returns how many outer grids the current grid is nested in; 0 if no grid is being shaded.
     float RayLevel() override { return m_depth > 1 ? static_cast<float>(m_depth - 1) : 0; }
-    /// Stores the answer in `value` and returns true, or returns false if there is none. First the
-    /// instance of the object that receives the message answers, with a parameter of that name. In
-    /// place of a missing surface, displacement or atmosphere, the shader that shades the grid
-    /// answers if it has that type. Answers of `SetAnswer` come last.
+    /// Stores the answer in `value` and returns true, or returns false if there is none. First
+    /// answers the instance in `QxHostObject` that receives the message, with a parameter of that
+    /// name. If the object has no surface, displacement or atmosphere, the instance that shades the
+    /// grid answers instead if it has that type. Answers that the host has set come last.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
-    /// Answers with a parameter of the light shader, with its value in the run for this grid; if
-    /// there is none, like `Message` with `QxMessage::LightSource`.
+    /// Answers with the value of a parameter of the light shader in its run for this grid; without
+    /// a shader or such a parameter, answers like `Message` with `QxMessage::LightSource`.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
     /// Returns the number that `SetRandomSeed` describes, or that of an overridden `Random`. A
     /// default value that is computed once for several runs gets a number that does not depend on
@@ -202,13 +207,13 @@ private:
         QxShaderInstance* shader = nullptr;
         std::vector<const SceneLight*> lights;  // those that light the object, except ambient ones
         std::vector<AmbientSource> ambientLights;  // those that light the object
-        std::vector<unsigned long> runs;          // by light: `m_runs` of its last run for the grid
+        std::vector<unsigned long> runs;          // by light: `m_runs` of its instance after it ran
         std::unique_ptr<QxHostGrid> lightGrid;    // null until a light shader has been run
-        std::unique_ptr<QxHostGrid> ambientGrid;  // one point; null until an ambient one has been
+        std::unique_ptr<QxHostGrid> ambientGrid;  // the same for ambient light shaders; one point
         std::optional<QxRGBColor> uniformAmbient;  // sum of the uniform ambient lights
         const SceneLight* running = nullptr;
         bool inAmbient = false;         // an ambient light shader is running
-        bool hasDrawn = false;          // the last run of one drew a random number
+        bool hasDrawn = false;          // the last run of an ambient light shader drew a number
         unsigned int ambientPoint = 0;  // number of the point whose ambient light is computed
     };
 

@@ -1,7 +1,7 @@
 // Frames are allocated one by one, so that they never move: shared objects store their addresses. A
 // name can be reserved before it is defined, and then keeps its frame.
 //
-// Tested by tests/host/HostTest.cpp.
+// Tested by tests/host/HostSceneTest.cpp.
 
 #include "host/QxHostSpaces.h"
 

@@ -30,7 +30,7 @@ public:
     /// Returns the name of a frame by its address; null if the frame is not in this registry. O(n).
     [[nodiscard]] const std::string* NameOf(const QxFrame3D* frame) const;
     /// Returns a count that grows with each definition, here and in the outer registries. A caller
-    /// that caches values computed from frames compares it to see whether they are out of date.
+    /// that caches values computed from frames must recompute them if the count has changed.
     [[nodiscard]] unsigned long Changes() const;
 
 private:
@@ -44,7 +44,7 @@ private:
     /// Inserts a frame that is equal to the current space.
     QxFrame3D& Make(std::string_view name);
 
-    std::vector<std::unique_ptr<NamedFrame>> m_frames;  // by name
+    std::vector<std::unique_ptr<NamedFrame>> m_frames;  // sorted by name
     QxHostSpaces* m_outer = nullptr;
     unsigned long m_changes = 0;
 };

@@ -1,12 +1,13 @@
 // The calls in the order that a shared object requires: load, register, version, interrogate, then
-// any number of initialize and evaluate by instances, and destroy when its last user releases it.
+// any number of calls of initialize and evaluate by instances, and destroy when its last user
+// releases it.
 //
 // A shared object has one copy of its descriptions, variables and shadeops for the whole process;
-// instances use separate variables. It allocates a list of frames for each call of interrogate.
-// One call with an empty registry therefore yields the names of its spaces, and each instance looks
-// these up in its own registry.
+// instances use separate variables. Interrogate looks the spaces of the shader up in a registry and
+// allocates a list of their frames. It is called once, with a registry without spaces of the host,
+// to get their names; each instance then looks these names up in its own registry.
 //
-// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are not shaders.
+// Tested by tests/host/HostFilesTest.cpp; tests/host/fakes are shared objects, but not shaders.
 
 #include "host/QxLoadedObject.h"
 
@@ -41,7 +42,7 @@ OpenLibrary Load(const std::string& path, const SqxElfFile& file)
     return library;
 }
 
-/// Searches folders for files, and records the names that were searched for.
+/// Searches folders for files, and records the name of each file that was searched for.
 class ShadeopFolders : public QxSearchPath {
 public:
     explicit ShadeopFolders(const std::vector<std::string>& folders) : m_folders(folders) {}

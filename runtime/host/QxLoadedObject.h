@@ -11,8 +11,8 @@
 #include "sqx/SqxElfFile.h"
 #include "sqx/SqxObjectFacts.h"
 
-/// A shader in a shared object, from loading to unloading. There is one object for each loaded
-/// file, which all users of the file share.
+/// A shader in a shared object, from loading to unloading. All users of a loaded file share one
+/// instance of this class.
 class QxLoadedObject {
 public:
     using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
@@ -20,10 +20,14 @@ public:
     /// A counted reference; the last one unloads the file.
     using Use = std::unique_ptr<const QxLoadedObject, void (*)(const QxLoadedObject*)>;
     /// Loads the file, or shares it if it is loaded. May be called in any thread. Throws
-    /// `QxHostError` if the file is not a shader of this interface version or lacks shadeops.
+    /// `QxHostError` if the file is not a library for this machine or cannot be loaded, if it lacks
+    /// an entry point of shaders, if its interface has another major or a later minor version, if a
+    /// shadeop library is missing or lacks a function that the shader calls, or if the system did
+    /// not unload the file after its last use.
     [[nodiscard]] static Use Acquire(const std::string& path,
                                      const std::vector<std::string>& shadeopFolders);
 
+    /// For `Acquire`: finds the entry points. Throws `QxHostError` if one is missing.
     QxLoadedObject(std::string path, OpenLibrary library, const SqxElfFile& file);
     ~QxLoadedObject();
     QxLoadedObject(const QxLoadedObject&) = delete;
@@ -42,7 +46,9 @@ public:
 
     SqxObjectFacts facts;  // from the section that the compiler wrote
 
-    // The interface that the entry point QxInterrogate returns. The arrays belong to the shader.
+    // The interface, from one call of the entry point QxInterrogate. It returns the type and the
+    // pointers, whose data belong to the shader. The names are those of the spaces and of the files
+    // that it looks up in the registry and the search path of the call.
     QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
     const QxVar* variables = nullptr;
     const unsigned char* needsObjectSpace = nullptr;  // by parameter
@@ -53,7 +59,7 @@ public:
     std::vector<std::string> shadeopLibraries;
 
     Initialize initialize = nullptr;
-    void* evaluate = nullptr;  // one of the above, by the shader's type
+    void* evaluate = nullptr;  // an `Evaluate...`, by the shader's type
     int (*useRayTracing)() = nullptr;
     int (*modifyPoint)() = nullptr;
     bool hasLightStatement = false;  // false also if an older compiler did not record it

@@ -4,7 +4,7 @@
 // Default values are computed with every space equal to the current space, so that they are not
 // transformed and come out as the source gives them.
 //
-// Tested by tests/host/HostTest.cpp.
+// Tested by tests/host/HostTest.cpp and tests/host/HostFilesTest.cpp.
 
 #include "host/QxShader.h"
 

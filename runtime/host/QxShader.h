@@ -21,23 +21,25 @@ class QxShaderRun {
 public:
     virtual ~QxShaderRun() = default;
 
-    /// Computes the default values of all variables that the host has not set. `spaces` is the list
-    /// of spaces of the context. Throws `QxHostError`.
+    /// Computes the default values of all variables that the host has not set, except those that
+    /// depend on the shading point. `spaces` is the list of spaces of the context. Throws
+    /// `QxHostError`, and any exception that an answer throws.
     virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                             std::vector<QxVar>& variables) = 0;
     /// Shades the points of a grid: reads and writes the predefined variables of `hidden` and the
-    /// parameters in `variables`. The parameters must have room for all points and must be set; the
-    /// run computes only the default values that depend on the shading point. `lights` is memory
-    /// for the values of each light, initialized or not: the run asks the support of the context
-    /// to fill it. Throws `QxHostError`, and any exception that an answer throws.
+    /// parameters in `variables`. The parameters must have room for all points and must be set or
+    /// initialized; the run computes only the default values that depend on the shading point.
+    /// `lights` is memory for the values of each light, initialized or not: the run asks the
+    /// support of the context to fill it. Throws `QxHostError`, and any exception that an answer
+    /// throws.
     virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                           const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                           std::vector<QxLightInput>& lights) = 0;
-    /// Limits the steps of an evaluation; one that takes more throws `QxHostError`. No effect on a
+    /// Limits the steps of an evaluation; if it takes more, it throws `QxHostError`. No effect on a
     /// run that cannot count steps.
     virtual void SetStepLimit(std::size_t) {}
-    /// Limits the memory of an evaluation for its variables, in bytes; one that needs more throws
-    /// `QxHostError`. No effect on a run that does not allocate them.
+    /// Limits the memory of an evaluation for its variables, in bytes; if it needs more, it throws
+    /// `QxHostError`. No effect on a run that does not allocate the variables itself.
     virtual void SetMemoryLimit(std::size_t) {}
     /// Sets a test that an evaluation calls every few milliseconds; if it returns true, the
     /// evaluation throws `QxHostStopped`. No effect on a run that cannot be stopped.
@@ -82,7 +84,7 @@ public:
     [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
     /// Names of the predefined variables that the shader reads or writes, such as "dPdu".
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_info.predefined; }
-    /// True if `predefined` is one of these. O(n).
+    /// True if `Predefined` contains this name. O(n).
     [[nodiscard]] bool Uses(std::string_view predefined) const;
     /// True if the default value of some parameter needs the "object" space.
     [[nodiscard]] bool NeedsObjectSpace() const;
@@ -106,9 +108,9 @@ public:
 
     /// Names of the spaces that the shader uses, in the order of the list of spaces of a context.
     [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_info.spaces; }
-    /// Declares one variable for each parameter. The shader must outlive them.
+    /// Declares one variable for each parameter. The shader must outlive the variables.
     void Declare(std::vector<QxVar>& variables) const { m_info.Declare(variables); }
-    /// Creates the run of one instance. The shader must outlive it. May be called in any thread.
+    /// Creates the run of an instance. The shader must outlive it. May be called in any thread.
     [[nodiscard]] virtual std::unique_ptr<QxShaderRun> NewRun() const = 0;
 
 protected:

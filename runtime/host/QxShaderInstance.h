@@ -72,11 +72,11 @@ public:
     void Reset(const std::string& name) { Reset(m_shader->Handle(name)); }
     /// Makes later runs use the values of `set`, or of this instance again if `set` is null. An
     /// input parameter with a buffer keeps it. The set must outlive its use. Switching between up
-    /// to four sets costs nothing, since the instance keeps memory for each. Throws `QxHostError`
-    /// if the set belongs to another shader.
+    /// to four sets for grids of one size costs nothing, since the instance keeps memory for each.
+    /// Throws `QxHostError` if the set belongs to another shader.
     void Use(const QxParameterSet* set);
 
-    /// Limits the steps of a run, 10 million by default; one that takes more throws `QxHostError`.
+    /// Limits the steps of a run, 10 million by default; a run of more steps throws `QxHostError`.
     /// No effect on a shared object.
     void SetStepLimit(std::size_t limit);
     /// Limits the memory of a run, in bytes; 4 GiB by default, or 2 GiB if pointers have 32 bits. A
@@ -130,7 +130,7 @@ private:
         std::vector<std::size_t> buffered;  // parameters that are stored in buffers
         std::vector<LightValues> lights;
         std::vector<QxLightInput> lightInputs;
-        std::size_t points = 0;     // number that variables are prepared for; 0: not prepared
+        std::size_t points = 0;     // for which variables are prepared; 0: not prepared
         unsigned long changes = 0;  // `m_changes` at that time
         unsigned long values = 0;   // version of the parameter set at that time
         unsigned long files = 0;    // version of the file handles; 0: valid for one run only
@@ -174,7 +174,7 @@ private:
     QxStopTest m_stopTest;
     std::vector<std::unique_ptr<Workspace>> m_workspaces;
     std::vector<Workspace*> m_running;  // outermost first
-    std::vector<Workspace*> m_last;     // that of the last run at each depth
+    std::vector<Workspace*> m_last;     // workspace of the last run at each depth
     unsigned int m_depth = 0;           // number of runs at the moment
     unsigned long m_runs = 0;           // counts all runs
 };

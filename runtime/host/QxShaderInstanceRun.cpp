@@ -106,7 +106,8 @@ private:
     std::vector<Workspace*> m_last;
 };
 
-/// Computes in floating point, so that no sum or product of hostile numbers overflows.
+/// Throws if the parameters need more memory than the limit. Computes in floating point, so that no
+/// sum or product of numbers from an untrusted file overflows.
 void QxShaderInstance::CheckMemory(std::size_t points) const
 {
     double bytes = 0;

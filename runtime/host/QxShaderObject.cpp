@@ -1,7 +1,7 @@
 // Runs a shader in a shared object, and collects its interface from two sources: its entry points,
-// and the section of facts that the compiler wrote.
+// and the section of facts that the compiler has written into the file.
 //
-// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are not shaders.
+// Tested by tests/host/HostFilesTest.cpp; tests/host/fakes are shared objects, but not shaders.
 
 #include "host/QxShaderObject.h"
 
@@ -121,8 +121,8 @@ void QxShaderObject::ReadInterface()
                        !m_object->hasLightStatement && (isKnown || ClearsDirection());
 }
 
-/// Compares the facts with the entry points: in an edited file they may belong to another shader,
-/// and values would be stored in the wrong places.
+/// Compares the facts with what the entry points return, and throws if they differ: in an edited
+/// file the facts may belong to another shader, and values would be stored in the wrong places.
 void QxShaderObject::ReadFacts()
 {
     const SqxShader& shader = m_object->facts.Shader();
@@ -165,7 +165,7 @@ bool QxShaderObject::ClearsDirection() const
     return probe.Values<QxVector3>("L")[0] == QxVector3{0, 0, 0};
 }
 
-/// Computing the default values also yields the spaces that they are given in.
+/// Computing the default values also stores the spaces in which the source specifies them.
 void QxShaderObject::ReadDefaultSpaces()
 {
     std::vector<QxVar> variables(m_info.parameters.size());

@@ -9,20 +9,21 @@ class QxLoadedObject;
 /// A loaded shared object that `shaderqx --dso` built.
 ///
 /// Opening a file again while it is loaded shares the loaded code and the shadeop libraries that
-/// were found at that time. The file is unloaded when its last shader is destroyed, which may
+/// were found when it was loaded. The file is unloaded when its last shader is destroyed, which may
 /// happen in any thread.
 class QxShaderObject : public QxShader {
 public:
-    /// Loads the file. Its code runs in this process with all its rights, so it must be trusted
-    /// like a program. Throws `QxHostError` if it is not a shader of this interface version.
+    /// Loads the file. Its code runs in this process with all rights of the process, so it must be
+    /// trusted like a program. Throws `QxHostError` like `QxLoadedObject::Acquire`, and if the file
+    /// contains the facts of a shader with other parameters.
     QxShaderObject(const std::string& path, const std::vector<std::string>& shadeopFolders);
     ~QxShaderObject() override;
 
     [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
-    /// False for all parameters of an object that an older compiler built: older compilers do not
-    /// record this, and their objects initialize such parameters to zero.
+    /// False for all parameters of an object without facts: older compilers do not record which
+    /// default values depend on the point, and `QxInitialize` sets these parameters to zero.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const override
     {
         return m_perPoint.contains(parameter);

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Returns a number that no earlier call in this process returned; never 0. All objects with a
-/// version get it here, so two objects never have the same one. May be called in any thread.
+/// Returns a number that no earlier call in this process returned; never 0. All versions come from
+/// here, so two objects with the same version are copies. May be called in any thread.
 [[nodiscard]] unsigned long QxNextVersion();

@@ -3,12 +3,12 @@
 // Computes expensive functions for batches of points.
 //
 // A loop that branches on a mask at each point cannot be vectorized. So the active points are
-// collected first, and the arguments of a batch of them are stored number by number. Then one
-// vectorized loop computes each component of the result:
+// collected first, and the arguments of a batch of active points are stored component by component.
+// Then one vectorized loop computes each component of the result:
 //
 //     operands p, t        numbers  x x x x ..  y y y y ..  z z z z ..  t t t t ..
 //
-// No vectors are computed for inactive points.
+// Nothing is computed for inactive points.
 
 #include "kernels/QxBlocks.h"
 
@@ -17,8 +17,8 @@ namespace QX_KERNEL_SET {
 /// This number of points is a multiple of the vector length of every instruction set.
 constexpr unsigned int k_lanes = 8;
 
-/// For fewer points, calling the function for each point is faster than a vector that is mostly
-/// unused.
+/// For fewer points, calling the function for each point is faster than computing vectors that are
+/// mostly unused.
 constexpr unsigned int k_fewestPoints = 3;
 
 /// The active points that are computed together.
@@ -68,7 +68,7 @@ inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Ba
         Put(numbers, j, QxAt(operand, batch.points[batch.count - 1]));
 }
 
-/// Fills the next batch, starting at point `next`. Returns the start of the batch after it.
+/// Fills a batch, starting at point `next`. Returns the point at which the following batch starts.
 inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next)
 {
     for (batch.count = 0; next < points.End() && batch.count < k_block; ++next) {
@@ -78,9 +78,9 @@ inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next
     return next;
 }
 
-/// Computes a function for the points of a mask. `Loops` computes the numbers of the results from
-/// those of the operands, for a count that is a multiple of `k_lanes`; `Function` computes the same
-/// for one point.
+/// Computes a function for the active points. `Loops` computes the components of the results from
+/// the components of the operands, for a count that is a multiple of `k_lanes`; `Function` computes
+/// the same for one point.
 template <class Loops, class Function, class Result, class... Types, std::size_t... k>
 QX_KERNEL_CODE void RunPickedPoints(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points, std::index_sequence<k...>)
@@ -113,10 +113,10 @@ void PickedPoints(QxMachineState& state, const QxCode& code, const QxPoints& poi
                                                        std::index_sequence_for<Types...>());
 }
 
-// Without a mask, vectorized loops read the operands in place, so batches are not needed.
+// Without a mask, vectorized loops can read the operands in place, so batches are not needed.
 
-/// The loops over all points for each combination of varying arguments, without the first
-/// combination, in which none is varying.
+/// The loops over all points for each combination of uniform and varying arguments, except the
+/// combination in which all are uniform.
 template <class Shapes, class Function, class Result, class... Types>
 struct VaryingShapes;
 
@@ -126,7 +126,8 @@ struct VaryingShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i + 1, false, Result, Types...>::Run...};
 };
 
-/// Computes all points with the loop for the shape of the operands: which of them are varying.
+/// Computes all points with the loop for this combination of uniform and varying arguments, or with
+/// the loop for any combination if the result or all arguments are uniform.
 template <class Function, class Result, class... Types>
 void AllPoints(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

@@ -6,7 +6,7 @@
 // combination. Instead its operands are copied into small arrays on the stack, one block of points
 // after the other. Then all loops have the same form, nothing can alias, triples are stored
 // component by component, and all data stay in the first-level cache. The result of a block is
-// written after the last read of its operands.
+// written after its operands have been copied.
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ constexpr unsigned int k_block = k_qxStrip;
 using Numbers = QxNumbers;
 using Triples = QxTriples;
 
-/// A block: some consecutive points of an instruction.
+/// At most `k_block` consecutive points, for which an instruction is computed together.
 struct Block {
     unsigned int first;
     unsigned int count;
@@ -82,7 +82,7 @@ inline void Store(const GridOperand<QxRGBColor>& result, const Triples& triples,
                 QxAt(result, block.first + j) = color(j);
 }
 
-/// Calls `work` for one block after the other, except for those without active points.
+/// Calls `work` for one block after the other, except for blocks without active points.
 template <class Work>
 inline void ForBlocks(const QxPoints& points, const Work& work)
 {

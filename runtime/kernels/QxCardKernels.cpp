@@ -1,5 +1,6 @@
-// The kernels of operators, and of built-ins whose card names a function of the shading headers.
-// Their rows are generated from the cards, see QxCardRows.h.
+// Rows of the table of kernels for operators, and for built-ins whose card names a function of the
+// shading headers. They are generated from the cards, see QxCardRows.h; cards that need a
+// hand-written kernel have no row here.
 
 #include <algorithm>
 #include <array>

@@ -4,16 +4,17 @@
 #include "sqx/SqxCardReader.h"
 
 // Generates rows of the table of kernels from cards: the types of the operands, and the function
-// that computes the result. The kernel kind of a card selects the form in QxKernelForms.h.
+// that computes the result. The kernel kind of a card selects the form of the row: `Cheap` or
+// `Each` in QxKernelForms.h, or `Elementary` below.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 namespace QX_KERNEL_SET {
 
 // Elementary functions are too expensive to be computed for inactive points. Without a mask, a
-// vectorized loop reads the operands in place; with a mask, it reads batches.
+// vectorized loop reads the operands in place; with a mask, it reads batches, see QxBatches.h.
 
-/// Computes one number of the result for all points of a batch.
+/// Computes a function whose result is a float for all points of a batch.
 template <class Function, std::size_t... k>
 inline void ComputeNumbers(Numbers& results, const Numbers* operands, unsigned int count,
                            std::index_sequence<k...>)
@@ -45,7 +46,7 @@ constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
 
 // Generation from cards
 
-/// The C++ type of a type of cards; void for one that needs a hand-written kernel.
+/// The C++ type of a type of cards; void for a type that only hand-written kernels support.
 template <SqxCardType type>
 struct OperandType {
     using Type = void;
@@ -76,7 +77,7 @@ requires(type == SqxCardType::Point || type == SqxCardType::Vector || type == Sq
     using Type = QxVector3;
 };
 
-/// The C++ type of a parameter; a reference for an output.
+/// The C++ type of a parameter; a reference if the parameter is written.
 template <class Card, std::size_t i>
 struct ParameterType {
     static constexpr SqxParameter parameter = Card::card.Carried()[i];
@@ -86,8 +87,8 @@ struct ParameterType {
     using Type = std::conditional_t<parameter.isOutput || parameter.isAssigned, Value&, Value>;
 };
 
-/// Returns a row in the form of this kernel kind. If the first type is a reference, it is the
-/// result.
+/// Returns a row in the form of this kernel kind. `First` is the type of the first operand; for a
+/// result it is a reference.
 template <SqxKernelKind kind, class First, class... Types, class Function>
 constexpr QxKernelRow RowOfKind(SqxPrimitive primitive, Function function)
 {
@@ -99,7 +100,8 @@ constexpr QxKernelRow RowOfKind(SqxPrimitive primitive, Function function)
         return Each<First, Types...>(primitive, function);
 }
 
-/// Returns the row for a card. `Card::card` is a card with a function, and `Card::Call` calls it.
+/// Returns the row for a card. `Card::card` is a card with a function or an expression, which
+/// `Card::Call` computes.
 template <class Card, std::size_t... i>
 constexpr QxKernelRow RowOfCard(std::index_sequence<i...>)
 {

@@ -23,8 +23,8 @@ enum class QxCodeStep : std::uint8_t {
     Stop,
 };
 
-/// True for the start of conditional brackets, which run only for points whose flag is true, or for
-/// `IfFalse` false.
+/// True for the start of conditional brackets. The code in them runs only for points whose flag is
+/// true (`IfTrue`) or false (`IfFalse`).
 inline bool QxIsCondition(QxCodeStep step)
 {
     return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
@@ -40,7 +40,8 @@ inline bool QxIsGoto(QxCodeStep step)
     return step == QxCodeStep::Goto || QxIsConditionalJump(step);
 }
 
-/// True if the next step may be `target`: a goto, or the start or end of a loop over lights.
+/// True if the instruction at `target` may run next: for a goto, and for the start and the end of a
+/// loop over lights.
 inline bool QxIsJump(QxCodeStep step)
 {
     return QxIsGoto(step) || step == QxCodeStep::BeginLights || step == QxCodeStep::EndLights;
@@ -55,14 +56,15 @@ struct QxCode {
     const QxOperand* operands = nullptr;  // without counts and the condition
     std::uint32_t count = 0;              // number of these operands
     std::uint32_t target = 0;             // index of an instruction
-    std::int32_t number = 0;  // literal: number of a space, shadeop or source line; condition: the
-                              // distance to the code after its brackets; BeginParallel: points of a
-                              // strip, 0 for the usual number; goto: loops over lights around its
-                              // target
-    QxOperand flag;           // the condition
+    std::int32_t number = 0;  // literal: number of a space, shadeop or source line; message: type
+                              // of the answer; load: 1 if the element will be written; condition:
+                              // the distance to the code after its brackets; BeginParallel: points
+                              // of a strip, 0 for the usual number; goto: loops over lights around
+                              // its target
+    QxOperand flag;           // of a condition, GridIf or conditional goto
     QxCodeStep step = QxCodeStep::Kernel;
-    bool whole = false;      // GridIf: runs even if no flag is set, since it affects other points
-    bool copyFlag = false;   // If: the brackets write their own flag
+    bool whole = false;      // GridIf: runs even if no flag is set (light statement, message)
+    bool copyFlag = false;   // IfTrue, IfFalse: the brackets write their own flag
     bool pointwise = false;  // BeginParallel: runs one point after the other
 };
 

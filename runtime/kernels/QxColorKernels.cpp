@@ -1,5 +1,6 @@
-// Conversions between color spaces. The name of a space is usually the same for all points, so it
-// is looked up once per instruction, and a loop for each conversion can be vectorized.
+// Conversions between color spaces. The name of a space is usually uniform. Then it is looked up
+// once per instruction, and a separate loop for each conversion can be vectorized. If a name is
+// varying, or the color or the result is uniform, each point is converted separately.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -28,7 +29,7 @@ QX_KERNEL_CODE void Convert(Color* results, const Color* sources, const QxPoints
     Loop<Conversion<convert>, masked>(results, points, VaryingValues<Color>{sources});
 }
 
-/// The loops of one space: for all points, and for a mask.
+/// The loops of one space: at index 0 for all points, at 1 for a mask.
 struct SpaceLoops {
     ColorLoop toRgb[2];
     ColorLoop fromRgb[2];
@@ -52,7 +53,7 @@ const SpaceLoops& LoopsOf(Text space)
     return k_loops[found ? static_cast<std::size_t>(found - qxcolor::k_spaces) : 0];
 }
 
-/// The operands of a conversion: its color, and the names of the spaces, or 0 for RGB.
+/// Indexes of the operands of a conversion: the color, and the names of the spaces; 0 means RGB.
 struct Places {
     std::size_t color;
     std::size_t from;

@@ -1,5 +1,5 @@
-// Functions whose rows are not generated from cards: those that look up spaces, those that access
-// components, and powers. Most rows call the macro that generated C++ calls.
+// Rows of the table of kernels for functions that look up spaces or access components, for powers,
+// and for `faceforward`. Most rows call the macro that generated C++ calls.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxCardRows.h"
@@ -11,10 +11,11 @@ using Vector = QxVector3;
 using Matrix = QxMatrix44;
 using Text = const char*;
 
-// A row of the table: name, type of the result, types of the arguments. A cheap function may also
-// be computed for inactive points.
+// A row for a cheap function of one argument: the name of the primitive and the macro, the type of
+// the result, the type of the argument.
 #define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
-// A function of any number of arguments that looks up spaces.
+// A row for a function that looks up spaces: the name, a reference type for the result, and the
+// types of any number of arguments.
 #define EACH_IN_SPACE(NAME, ...)                                                                   \
     Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
                       InRun([](QxMachineState& state, auto& r, const auto&... arguments) {         \
@@ -23,7 +24,7 @@ using Text = const char*;
                       }))
 
 // Powers, the slowest of the elementary functions. Uniform exponents of 1, such as an unchanged
-// gamma, and of 2 do not need them. If no base is negative, they take a third less time.
+// gamma, and of 2 need no powers. Powers take a third less time if no base is negative.
 
 struct PowerAtPoint {
     void operator()(float& r, const float& x, const float& y) const { r = QxPowAtPoint(x, y); }
@@ -141,7 +142,7 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(CALL_PRIM_SETYCOMP, Vector, float),
     CHEAP1(CALL_PRIM_SETZCOMP, Vector, float),
 
-    // The geometric normal of the point is passed after the operands.
+    // The translation appends the geometric normal of the grid to the operands.
     Cheap<Vector, Vector, Vector, Vector>(SqxPrimitive::CALL_PRIM_FACEFORWARD, [](Vector& r, const Vector& n, const Vector& incident, const Vector& Ng) {
         r = QxFaceForward(n, incident, Ng);
     }),

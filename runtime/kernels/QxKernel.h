@@ -10,13 +10,13 @@
 #include "kernels/QxFileHandles.h"
 #include "sqx/SqxPrimitive.h"
 
-// The functions that run one instruction for many points, and their arguments.
+// The functions that run one instruction for many points or for a single one, and their arguments.
 
 struct QxCode;
 
 /// How an element of an operand is stored: as one, three or sixteen floats, as a flag of the size
-/// of a float, or as the address of a text. `Any` is the requirement of kernels that check an
-/// operand themselves, and the storage of discarded results.
+/// of a float, or as the address of a text. `Any` is the requirement of kernels that accept any
+/// storage, and the storage of the variable for discarded results.
 enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
 
 /// The number of enumerators of `QxStored`.
@@ -48,8 +48,8 @@ struct QxOperand {
     QxStored stored = QxStored::Any;
 };
 
-/// The points from `first` to before `first + count` whose flag in `mask` is set. The mask starts
-/// at point 0; null means all points.
+/// The points from `first` to before `first + count` whose flag in `mask` is set, or all these
+/// points if `mask` is null. The mask starts at point 0.
 struct QxPoints {
     unsigned int first;
     unsigned int count;
@@ -65,16 +65,17 @@ inline bool QxIsEverywhere(const QxPoints& points)
     return !points.mask;
 }
 
-/// A shadeop of a loaded library, called as QxShadeop.h describes; `data` is passed to the method.
+/// A shadeop of a library, called as QxShadeop.h describes; `data` is passed to the method. The
+/// first call loads the library, see `QxShadeops`.
 struct QxLoadedShadeop {
     void (*method)(void* data, int argc, void** argv) = nullptr;
     void* data = nullptr;
     std::string name;
 };
 
-/// A text that a point sends to the scene. In parallel brackets an instruction runs for many points
-/// before the next instruction does, so texts are delayed until the brackets have run for all these
-/// points.
+/// A text that a point sends to the scene. In parallel brackets an instruction runs for all points
+/// of a strip before the next instruction does, so texts are delayed until the strip is finished,
+/// and then sorted by point.
 struct QxNote {
     unsigned int point;
     bool print;  // otherwise it is a report
@@ -85,16 +86,16 @@ struct QxNote {
 /// steps.
 class QxWorkCounter {
 public:
-    /// Adds a number of characters, values or states of regular expressions. Throws if an
-    /// evaluation takes too long; an instruction for many points calls it repeatedly.
+    /// Adds a number of characters, values or states of regular expressions. Throws if the limit
+    /// is exceeded or the run is to stop; an instruction for many points calls it repeatedly.
     virtual void CountInner(std::size_t work) = 0;
 
 protected:
     ~QxWorkCounter() = default;
 };
 
-/// The queries of all points of an instruction to the scene, and the answers. A run reuses this
-/// memory for all instructions.
+/// The queries of one instruction to the scene, for all its points, and the answers. A run reuses
+/// this memory for all instructions; `filterstep` uses `numbers` too.
 struct QxQuestions {
     QxFileHandles files;
     std::vector<unsigned int> points;
@@ -106,11 +107,11 @@ struct QxQuestions {
     std::vector<QxVector3> directions;
 };
 
-/// The part of a run that kernels access. The run sets it up before a block, and updates the parts
-/// that change within a block: the current light, and the addresses of re-bound variables. The
-/// addresses belong to the run or the host, and are valid while the block runs.
+/// The part of a run that kernels access. The run sets it up at the start of an evaluation, and
+/// updates the current light and the addresses that it re-binds; kernels re-bind aliases. Values
+/// belong to the run, the host or the program, and their addresses are valid while a block runs.
 struct QxMachineState {
-    void** values = nullptr;  // by variable; references are re-bound here
+    void** values = nullptr;  // by variable; some are re-bound, see QxMachineStore.cpp
     QxGrid grid = {0, 0};
     const QxShadingContext* context = nullptr;
     QxShaderSupport* support = nullptr;
@@ -119,7 +120,7 @@ struct QxMachineState {
     const QxVector3* Ng = nullptr;
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
-    const QxLightInput* light = nullptr;  // current light of the innermost loop over lights
+    const QxLightInput* light = nullptr;  // current light of the innermost loop; null outside
     unsigned int lightNumber = 0;         // numbered as in a shared object, see `LightMessage`
     bool lightsAreForP = false;           // the lights were run for the grid, and P has not changed
     bool inLight = false;                 // a light shader is running
@@ -143,26 +144,27 @@ struct QxMachineState {
 };
 
 /// Runs an instruction for some points of a grid. `code` identifies the operands, and `state`
-/// contains their values. Results at points that are not in `points` are unchanged.
+/// contains their values. Results at points that are not in `points` are unchanged, unless nothing
+/// needs them; `QxKernelRow::statement` clears a flag there.
 using QxKernel = void (*)(QxMachineState& state, const QxCode& code, const QxPoints& points);
 
 /// Runs an instruction for a grid of one point, whose values, uniform or varying, are the first
 /// elements of their arrays. The results have the same bits as those of the other kernels.
 using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands);
 
-/// The kernels of a primitive, and its operands.
+/// The kernels of a primitive, and the storage that its operands must have.
 struct QxKernelRow {
     QxKernel all = nullptr;         // for any combination of uniform and varying operands
     QxKernel masked = nullptr;      // for the points of a mask; null: `all` serves both
     QxPointKernel point = nullptr;  // null: `all` serves one point too
-    /// For a cheap function with a varying result: two kernels for each combination of varying
-    /// arguments, first the one for all points, then the one for a mask. Bit k of the combination
-    /// is set if argument k is varying. Such a function may also be computed for inactive points.
+    /// For a cheap function with a varying result: two kernels for each combination of uniform and
+    /// varying arguments, the one for all points at index 2 c, the one for a mask at 2 c + 1. Bit k
+    /// of c is set if argument k is varying. The function may also be computed for inactive points.
     const QxKernel* shaped = nullptr;
-    /// For a light statement: also clears its flag, the first operand, outside the mask.
+    /// For a light statement: like `masked`, but also clears the flag, operand 0, outside the mask.
     QxKernel statement = nullptr;
     const QxStored* operands = nullptr;
-    /// For a list of arguments after these operands; null if there is none.
+    /// The storage of each argument of a list after these operands; null if there is no list.
     const QxStored* rest = nullptr;
     unsigned int operandCount = 0;
     SqxPrimitive primitive{};

@@ -1,29 +1,35 @@
 #pragma once
 
-// Loops over points that call functions of one point.
+// Loops over points that call a function for each point, and rows of the table of kernels.
 //
-// They are compiled once for each instruction set. `QX_KERNEL_SET` is the namespace of the set, and
-// `QX_KERNEL_CODE` contains the attributes of its loops: only these loops are compiled for more
-// than the baseline processor, and the inline functions of the run-time headers are inlined into
-// them. If several object files contain such a function, the linker keeps an arbitrary copy, so no
-// copy may need more than the baseline processor.
+// The loops are compiled once for each instruction set, and once in `qxcommon` for kernels that no
+// set would make faster. `QX_KERNEL_SET` is the namespace, and `QX_KERNEL_CODE` contains the
+// attributes of loops: only functions with these attributes are compiled for more than the baseline
+// processor, and the inline functions of the run-time headers are inlined into them. If several
+// object files contain a copy of an inline function, the linker keeps an arbitrary copy, so no copy
+// may need more than the baseline processor.
 //
-// The rows of a table of kernels are created by the form that fits the primitive:
+// A row contains the kernels of a primitive, see `QxKernelRow`. Most rows have one of these forms:
 //
 //     form         argument                                loops
-//     Each         a function of one point's operands      one for all combinations of uniform and
-//                                                          varying operands, which tests the mask
-//                                                          at each point: for expensive functions
-//     Cheap        the same; the first operand is the      one for each combination, which computes
-//                  result                                  all points and stores those of the mask,
-//                                                          so that it can be vectorized
-//     RowPerPoint  a kernel that examines its operands     in the kernel, see QxBlocks.h
-//     Row          the same, if it reads several points    in the kernel
+//     Each         a function of one point's operands      for all combinations of uniform and
+//                                                          varying operands, one without a mask and
+//                                                          one that tests the mask at each point:
+//                                                          for expensive functions
+//     Cheap        the same; the first operand is the      if the result is varying, two for each
+//                  result                                  combination; the one with a mask also
+//                                                          computes all points, so that it can be
+//                                                          vectorized, and stores those of the mask
+//     RowPerPoint  a kernel whose result at a point        in the kernel
+//                  depends only on operands at this point
+//     Row          any other kernel                        in the kernel
+//     ListRow      a kernel whose operands end in a list   in the kernel
 //
 //     Cheap<float, float, float>(SqxPrimitive::ADD_FLOAT_FLOAT,
 //                                [](float& r, const float& a, const float& b) { r = a + b; })
 //
-// In `Each`, `InRun(f)` passes the run to a function, and `AtPoint(f)` the run and the point.
+// `Each` passes the run, as a `QxMachineState`, to a function `InRun(f)`, and the run and the
+// number of the point to a function `AtPoint(f)`.
 
 #include <cstddef>
 #include <type_traits>
@@ -31,8 +37,8 @@
 
 #include "kernels/QxCode.h"
 
-/// Precedes a loop over points in which operands overlap at most at the same point, so that the
-/// compiler can vectorize it without a check at run time.
+/// Precedes a loop over points, as a promise that a result shares storage with an operand only at
+/// the same point. So the compiler can vectorize the loop without a check at run time.
 #ifdef __clang__
 #define QX_LOOP_OF_OPERANDS_APART _Pragma("clang loop vectorize(assume_safety)")
 #else
@@ -44,7 +50,7 @@ namespace QX_KERNEL_SET {
 template <class Type>
 using Plain = std::remove_cv_t<std::remove_reference_t<Type>>;
 
-/// How values of a type are stored; points, vectors and colors are stored alike.
+/// Returns how values of a type are stored; points, vectors and colors are stored alike.
 template <class Value>
 constexpr QxStored StoredAs()
 {
@@ -60,12 +66,13 @@ constexpr QxStored StoredAs()
         return QxStored::Triple;
 }
 
-/// The storage of each operand, which the translation checks.
+/// The storage of each operand, which the translation checks. The last element is not an operand:
+/// it only keeps the array from being empty.
 template <class... Types>
 constexpr QxStored k_stored[] = {StoredAs<Plain<Types>>()..., QxStored::Any};
 
-/// Returns a reference to the value for an output, otherwise its value; a text that was never set
-/// is empty.
+/// Returns the value at index `place`: a reference for a reference type, otherwise a const
+/// reference. Only an input text is returned by value; it is empty if it was never set.
 template <class Type>
 inline decltype(auto) Fetch(void* base, std::size_t place)
 {
@@ -93,7 +100,7 @@ struct AtPoint : Function {
 };
 
 /// True if the function takes neither the run nor the point. Then its result at a point depends
-/// only on the operands at this point, and such instructions may run strip by strip.
+/// only on the operands at this point, and the instruction may run strip by strip.
 template <class Function>
 inline constexpr bool k_ofOperandsAlone = true;
 template <class Function>
@@ -101,7 +108,8 @@ inline constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
 template <class Function>
 inline constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
 
-/// Calls a function for a point, with the run and the point before the operands if it takes them.
+/// Calls a function for a point; passes the run, and the point, before the operands if the function
+/// is an `InRun` or `AtPoint`.
 template <class Function>
 struct Applied {
     template <class... Values>
@@ -131,11 +139,11 @@ struct Applied<AtPoint<Function>> {
 
 // Loops for operands that are uniform or varying
 
-/// The points that a loop computes: all, those of the mask, or those of the mask while the flag is
-/// cleared at all other points, as for a light statement.
+/// The points that a loop computes: all points, or those of the mask. `Statement` is for the light
+/// statements in QxStatementKernels.cpp: it also clears the statement's flag at all other points.
 enum class Where { All, Masked, Statement };
 
-/// A loop for all combinations: a uniform operand has a step of 0.
+/// A loop for any combination of uniform and varying operands: a uniform operand has a step of 0.
 template <class Function, Where where, class... Types, std::size_t... k>
 QX_KERNEL_CODE void RunAny(QxMachineState& state, const QxCode& code, const QxPoints& points,
                            std::index_sequence<k...>)
@@ -158,7 +166,7 @@ void Any(QxMachineState& state, const QxCode& code, const QxPoints& points)
 }
 
 /// Computes the single point of a grid, without a loop and without steps from point to point. The
-/// cost of such a run is mostly that of finding the operands.
+/// cost of running one point is mostly that of finding the operands.
 template <class Function, class... Types, std::size_t... k>
 inline void RunOne(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -171,7 +179,7 @@ void One(QxMachineState& state, const QxOperand* operands)
     RunOne<Function, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
-/// Returns a row for a function of operands of these types; references are written.
+/// Returns a row for a function of operands of these types; it writes those of reference types.
 template <class... Types, class Function>
 constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
 {
@@ -186,7 +194,8 @@ constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
     return row;
 }
 
-/// Returns a row for a kernel that handles any operands, with or without a mask.
+/// Returns a row for a kernel that handles any combination of uniform and varying operands of these
+/// types, with or without a mask.
 template <class... Types>
 constexpr QxKernelRow Row(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -198,7 +207,8 @@ constexpr QxKernelRow Row(SqxPrimitive primitive, QxKernel kernel)
     return row;
 }
 
-/// The same for a kernel that computes each point separately.
+/// Returns a row for a kernel whose result at a point depends only on the operands at this point,
+/// so that the instruction may run strip by strip.
 template <class... Types>
 constexpr QxKernelRow RowPerPoint(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -210,7 +220,7 @@ constexpr QxKernelRow RowPerPoint(SqxPrimitive primitive, QxKernel kernel)
 inline constexpr QxStored k_any = QxStored::Any;
 
 /// Returns the row for an instruction whose operands are `Types`, followed by a list of `Rest`; if
-/// `Rest` is void, the list has elements of any kind.
+/// `Rest` is void, the list has elements of any type.
 template <class Rest, class... Types>
 constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -223,11 +233,11 @@ constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
     return row;
 }
 
-// Cheap functions: a separate loop for each combination of varying arguments, so that it can be
-// vectorized
+// Cheap functions: a separate loop for each combination of uniform and varying arguments, so that
+// it can be vectorized
 
-// An operand as a type, so that the compiler knows which operands of a loop are varying and can
-// vectorize the loop.
+// Varying and uniform operands have different types, so that the compiler knows which operands of a
+// loop are varying, and can vectorize it.
 template <class Value>
 struct VaryingValues {
     const Value* values;
@@ -250,8 +260,8 @@ inline auto Values(void* base)
         return UniformValue<Value>{*values};
 }
 
-// Selects one of two values without a branch, as vector instructions do. Both were computed, so a
-// cheap function must not fault or have effects for any operands.
+// Selects one of two values without a branch, as vector instructions do. The function is computed
+// at inactive points too, so a cheap function must neither fault nor have side effects.
 inline float Select(QxStopAndBool flag, float yes, float no)
 {
     return flag ? yes : no;
@@ -271,8 +281,8 @@ inline Triple Select(QxStopAndBool flag, const Triple& yes, const Triple& no)
                                 flag ? yes[2] : no[2]);
 }
 
-/// The loop for one combination of varying arguments. Varying and uniform arguments have different
-/// types, so the loop does not read steps.
+/// The loop for one combination of uniform and varying arguments, `UniformValue` and
+/// `VaryingValues`. The result is varying, and the loop reads no steps.
 template <class Function, bool masked, class Result, class... Arguments>
 QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
                                 const Arguments&... arguments)
@@ -307,7 +317,7 @@ struct Shaped {
     }
 };
 
-/// Reads the arguments before it writes the result, since both may share storage.
+/// Reads all arguments before it writes the result, which may share storage with an argument.
 template <class Function, class Result, class... Types, std::size_t... k>
 inline void RunOneCheap(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -323,9 +333,9 @@ void OneCheap(QxMachineState& state, const QxOperand* operands)
     RunOneCheap<Function, Result, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
-/// All combinations of varying arguments, as in `QxKernelRow::shaped`: 2^n of them, each for all
-/// points and for a mask. Four arguments lead to 32 loops, so functions of more arguments use
-/// `Each`.
+/// The kernels for all combinations of uniform and varying arguments, in the order of
+/// `QxKernelRow::shaped`: for n arguments 2^n combinations, each without and with a mask. Four
+/// arguments lead to 32 loops, so functions of more arguments use `Each`.
 template <class Shapes, class Function, class Result, class... Types>
 struct AllShapes;
 
@@ -335,8 +345,8 @@ struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i / 2, i % 2 != 0, Result, Types...>::Run...};
 };
 
-/// Returns a row for a cheap function, which writes its first operand: at all points of a strip, or
-/// at those of a mask. It may also be computed for inactive points.
+/// Returns a row for a cheap function, whose first parameter is the result. The function may also
+/// be computed for inactive points, where its result is not needed.
 template <class Result, class... Types, class Function>
 constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
 {
@@ -347,9 +357,9 @@ constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
     return row;
 }
 
-// Operands of functions for the whole grid
+// Operands of kernels that loop over points themselves
 
-/// A varying or uniform operand of a function that loops over the grid itself.
+/// A varying or uniform operand of a kernel, which may pass it to the run-time headers.
 template <class Value>
 struct GridOperand {
     Value* values;
@@ -362,7 +372,8 @@ inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
     return operand.values[point * operand.step];
 }
 
-/// For the run-time headers: returns the contiguous values of a varying operand, otherwise null.
+/// For the run-time headers: returns the contiguous values of a varying operand, or null for a
+/// uniform operand.
 template <class Value>
 inline const Value* QxBeside(const Value*, const GridOperand<Value>& operand)
 {

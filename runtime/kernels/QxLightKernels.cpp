@@ -1,4 +1,4 @@
-// Functions for the light that surfaces reflect, by QxLitStrips.h.
+// Functions for the light that surfaces reflect: `ambient`, and the others by QxLitStrips.h.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -68,7 +68,8 @@ constexpr QxKernelRow AmbientRow()
     return row;
 }
 
-/// For one point, calls the function of the run-time headers, since blocks would be slower.
+/// Returns a row that computes points in blocks. For a grid of one point, it calls the function of
+/// the run-time headers, since a block would be slower.
 template <class Answer, class Call, class... Types>
 constexpr QxKernelRow LitRow(SqxPrimitive primitive)
 {

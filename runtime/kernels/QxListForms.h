@@ -1,7 +1,7 @@
 #pragma once
 
-// Common parts of the kernels that would not be faster with any instruction set: addresses of
-// operands of any kind, and rows of instructions that end in a list of them.
+// Common parts of the kernels for lists, references and shadeops, which would not be faster with
+// any instruction set: addresses and rows for operands of any type.
 
 #define QX_KERNEL_SET qxcommon
 #define QX_KERNEL_CODE
@@ -12,14 +12,14 @@ namespace qxcommon {
 using Vector = QxVector3;
 using Text = const char*;
 
-/// Returns the address of the value of an operand at `place`, counted in values from its first one.
+/// Returns the address of value number `place` of an operand; its first value has number 0.
 [[nodiscard]] inline char* Address(const QxMachineState& state, const QxOperand& operand,
                                    std::size_t place)
 {
     return static_cast<char*>(state.values[operand.variable]) + place * QxBytesOf(operand.stored);
 }
 
-/// Returns the row of an instruction whose kernel examines the operands itself.
+/// Returns a row without requirements on the number and the storage of operands.
 constexpr QxKernelRow Anything(SqxPrimitive primitive, QxKernel kernel)
 {
     return ListRow<void>(primitive, kernel);

@@ -1,4 +1,4 @@
-// Functions of lists of arguments and of texts, messages, and the calls that run lights.
+// Functions of texts and of lists of arguments, messages, and the instructions that run lights.
 
 #include "QxBuiltInNames.h"
 #include "QxSceneNames.h"
@@ -25,8 +25,8 @@ char LetterOf(QxStored stored)
     return 'f';
 }
 
-/// The addresses of the operands of an instruction, starting with operand `first`, for one point
-/// after the other. A text that was never set is empty.
+/// The addresses of the operands of an instruction, starting with operand `first`, for one point at
+/// a time. A text that was never set is empty.
 class Arguments {
 public:
     Arguments(const QxMachineState& state, const QxCode& code, std::size_t first)
@@ -111,7 +111,8 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
         }
 }
 
-// Messages. The operands are the texture, if any, the name, and the value.
+// Messages. The operands are the result, the texture of `textureinfo`, the name, and the variable
+// that receives the value.
 
 template <QxMessage message, std::size_t name>
 void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)

@@ -1,7 +1,7 @@
-// Noise, computed for batches of points, see QxBatches.h. With a mask, batches are faster if more
-// than one point in 64 is active, and take a quarter to a third of the time if half of the points
-// are. Without a mask, noise with one value per cell is computed in place, since copying the
-// operands would take a third of its time.
+// Noise, computed for batches of points, see QxBatches.h. With a mask, batches are faster than a
+// call for each point if more than one point in 64 is active, and take a quarter to a third of the
+// time if half of the points are active. Without a mask, `cellnoise` reads its operands in place,
+// since copying them would take a third of its time.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxBatches.h"
@@ -44,7 +44,7 @@ struct NoiseLoops {
 };
 
 /// Returns a row for a noise function, whose operands are the coordinates, followed by their
-/// periods if it is periodic.
+/// periods if the noise is periodic.
 template <class Noise, class Result, class... Types, class Function>
 constexpr QxKernelRow NoiseRow(SqxPrimitive primitive, Function function)
 {

@@ -1,10 +1,10 @@
-// Operators whose rows are not generated from cards. A row calls the macro that generated C++
-// calls, so that both outputs compute the same.
+// Rows of the table of kernels for operators, except the rows that are generated from cards. Only
+// negations, `INIT_` instructions and string assignment call macros of generated C++.
 //
-// Most operators are cheaper than the loop around them. So each has a separate loop for each
-// combination of varying and uniform operands, with and without a mask, in which the compiler sees
-// plain arrays that it can vectorize. Operations on matrices and strings have one loop for all
-// combinations (Each).
+// Most operators cost less than the loop around them. So most rows (Cheap) have a separate loop for
+// each combination of uniform and varying arguments, with and without a mask, which the compiler
+// can vectorize. Rows for matrices and strings (Each) share a loop between all combinations.
+// `SET_UNIFORM_BOOL_FLAG` has its own kernel.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
 
@@ -25,7 +25,8 @@ using Text = const char*;
 // The number of flags that are combined before the loop tests whether one was true.
 constexpr unsigned int k_flagsAtOnce = 128;
 
-/// Reduces the flags of the current points, such as those of a strip that runs a loop.
+/// Sets the uniform flag, operand 0, to whether operand 1 is true at any of the points, which may
+/// be the points of one strip.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points)
 {
@@ -74,7 +75,7 @@ Flag Not(Flag flag)
 constexpr QxKernelRow k_rows[] = {
     Each<Text&, Text>(SqxPrimitive::ASSIGN_STRING_STRING, InRun([](QxMachineState& state, Text& r, Text a) {
         ASSIGN_STRING_STRING(r, a);
-        state.work->CountInner(std::strlen(r));  // `a` may have been `r`
+        state.work->CountInner(std::strlen(r));  // if `a` was the old text of `r`, it is freed
     })),
     Cheap<float>(SqxPrimitive::ASSIGN_TO_ZERO_FLOAT, [](float& r) { r = float(); }),
     Cheap<Color>(SqxPrimitive::ASSIGN_TO_ZERO_COLOR, [](Color& r) { r = Color(); }),
@@ -95,14 +96,14 @@ constexpr QxKernelRow k_rows[] = {
     Cheap<Flag, Flag, Flag>(SqxPrimitive::INVERT_INNER_BOOL_FLAG, [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
     Cheap<Flag, Flag, Flag>(SqxPrimitive::OR_BOOL_FLAG, [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
 
-    // The results of fusing products with sums, see QxFuse.cpp.
+    // The results of fusing products with sums and differences, see QxFuse.cpp.
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_PLUS, [](float& r, float a, float b, float c) { r = a * b + c; }),
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_MINUS, [](float& r, float a, float b, float c) { r = a * b - c; }),
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_MINUS_PRODUCT, [](float& r, float c, float a, float b) { r = c - a * b; }),
     Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_SUM_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b + c * d; }),
     Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_DIFFERENCE_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b - c * d; }),
 
-    // The results of replacing brackets that only set flags.
+    // The replacements of conditional brackets that only set flags, see QxTranslator.cpp.
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND, [](Flag& r, Flag a) { r = Both(r, a); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND_NOT, [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR, [](Flag& r, Flag a) { r = Either(r, a); }),

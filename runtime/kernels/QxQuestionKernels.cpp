@@ -50,7 +50,8 @@ private:
     unsigned int m_point;
 };
 
-/// Fills `queries` with the results of `make` for the operands of each active point.
+/// Fills `queries` with the results of `make` for the operands of each active point, and records
+/// these points.
 template <class Query, class Make>
 void Collect(QxMachineState& state, const QxCode& code, const QxPoints& points,
              std::vector<Query>& queries, const Make& make)
@@ -73,7 +74,7 @@ QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>
             static_cast<unsigned int>(queries.size())};
 }
 
-/// Returns the host's handle for the name, operand 1, or null if points may have different names.
+/// Returns the host's handle for the file that operand 1 names, or null if the name is varying.
 const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)
@@ -81,7 +82,7 @@ const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
     return state.questions.files.Find(*state.support, kind, Operands(state, code, 0).String(1));
 }
 
-/// Stores the answers at the points that asked.
+/// Stores the answers in operand `k`, at the points that `Collect` recorded.
 template <class Value, class Answer>
 void Give(QxMachineState& state, const QxCode& code, std::size_t k,
           const std::vector<Answer>& answers)
@@ -125,7 +126,7 @@ void Textures(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Give<Result>(state, code, 0, all.colors);
 }
 
-/// Returns the common part of the queries of `environment` and `shadow`.
+/// Returns the common part of the queries of `environment`, `shadow` and `areashadow`.
 QxPointsQuery Corners(const Operands& at)
 {
     return QxMakePointsQuery(at.String(1), at.Number(2), at.Triple(3), at.Triple(4), at.Triple(5),
@@ -220,8 +221,8 @@ void RayHits(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Give<float>(state, code, 0, all.numbers);
 }
 
-/// Collects the queries. The open directions, which the scene may replace, are initially the
-/// normals.
+/// Collects the queries of `occlusion` or `indirectdiffuse`, and prepares their answers: occlusions
+/// are 0, and the open (mean uncovered) directions are the directions of the queries.
 void CollectHemispheres(QxMachineState& state, const QxCode& code, const QxPoints& points,
                         QxRayQuery (*make)(const Operands&))
 {
@@ -265,7 +266,8 @@ void IndirectDiffuses(QxMachineState& state, const QxCode& code, const QxPoints&
     Give<float>(state, code, 11, all.numbers);
 }
 
-// name, channel, four corners, fidelity, samples, blurs, widths, filter; of TEXTURE also fill, lerp
+// Arguments: name, channel, four corners, fidelity, samples, two blurs, two widths, filter; TEXTURE
+// also has fill and lerp.
 #define FIVE float, float, float, float, float
 #define TEXTURE Text, FIVE, FIVE, FIVE, Text, float, float
 #define CORNERS Text, float, Vector, Vector, Vector, Vector, FIVE, float, Text

@@ -6,8 +6,8 @@
 //     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD t t 1;  store t
 //
 // An array is stored element by element, each with the values of all points. The array owns its
-// texts, and a copy in a variable must not be freed. So if the text will be replaced, its element
-// is empty until the new text is stored.
+// texts, and a variable only borrows them. But an instruction that replaces a text frees the old
+// text; so the load moves the text to the variable, and the element is empty until the store.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -18,7 +18,8 @@
 namespace qxcommon {
 namespace {
 
-/// Returns the element with this index, or the nearest one if the index is outside the array.
+/// Returns the number of the element with this index, or of the nearest one if the index is outside
+/// the array.
 std::size_t ElementAt(float index, std::uint32_t size)
 {
     if (!(index >= 1))
@@ -63,7 +64,7 @@ void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
         void* const value = Address(state, variable, std::size_t{i} * variable.step);
         void* const element = QxAt(reference, i);
         std::memcpy(load ? value : element, load ? element : value, bytes);
-        // Only the variable owns a text that will be replaced.
+        // Moves a text that will be replaced.
         if (load && code.number != 0 && variable.stored == QxStored::Text)
             *static_cast<Text*>(element) = nullptr;
     }

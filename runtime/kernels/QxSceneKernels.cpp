@@ -1,5 +1,5 @@
-// Functions that query the scene separately for each point, including random numbers. The macros
-// are those of generated C++, in which `shaderSupport` is the interface to the scene.
+// Functions that query the scene separately for each point, including random numbers. Except for
+// random numbers, the rows call macros of generated C++, in which `shaderSupport` is the scene.
 // QxQuestionKernels.cpp contains the queries for many points at once.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.

@@ -1,6 +1,6 @@
 // Calls of shadeops, one point at a time, with the addresses of their arguments. Since shadeops are
-// foreign code, they get copies; only arrays and the result are copied back. Types and lengths were
-// checked when the shader was opened.
+// foreign code, they get copies; only the result and arrays of numbers are copied back. Types and
+// lengths were checked when the shader was opened.
 //
 // Tested by tests/shadeops, which compare with shared objects that call the same library.
 
@@ -11,8 +11,8 @@
 namespace qxcommon {
 namespace {
 
-/// Calls a shadeop point by point. The shadeop gets copies, since constants and uniform values are
-/// shared by all points and runs; the elements of an array are contiguous in the copy.
+/// Calls a shadeop point by point. The shadeop gets copies, since all points share uniform values,
+/// and all runs share constants; the elements of an array are contiguous in the copy.
 class ShadeopCall {
 public:
     ShadeopCall(QxMachineState& state, const QxCode& code)

@@ -1,7 +1,7 @@
 // Splines. For a block of points at a time, vectorized loops compute the position of each point on
 // the spline and the weights of its four control values. Then the weighted control values are
-// summed for each point. Control values that are the same for all points are first copied to one
-// array.
+// summed for each point. If all control values are uniform, they are first copied to one array. If
+// there are fewer than four, or the basis is varying, each point is computed separately.
 
 #include "QxSplines.h"
 #include "kernels/QxBlocks.h"
@@ -31,7 +31,7 @@ private:
     std::vector<Value> m_values;
 };
 
-/// Control values, some of which differ between points.
+/// Control values, each of which may be varying.
 template <class Value>
 class AnyControls {
 public:
@@ -84,8 +84,8 @@ EvaluateWithOneBasis(const QxSplineBasis& basis, const GridOperand<Value>& resul
     });
 }
 
-/// The operands are the name of the basis, if there is one, the position, and at least one control
-/// value.
+/// The operands are the result, the name of the basis if `named`, the position, and at least one
+/// control value.
 template <class Value, bool named>
 void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

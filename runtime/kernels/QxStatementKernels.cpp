@@ -1,6 +1,7 @@
-// Light statements. Each sets a flag, and clears it outside its mask, since instructions that read
-// the flag do not know the mask. A cone that is the same for all points is prepared once, since its
-// cosine is the most expensive part.
+// Light statements. Each sets a flag. A conditional statement for the whole grid also clears the
+// flag outside its mask, since instructions that read the flag do not know the mask. The cone of a
+// uniform angle is prepared once, since its cosine is the most expensive part; `solar` ignores its
+// angle.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -12,7 +13,7 @@ namespace {
 using Vector = QxVector3;
 using Flag = QxStopAndBool;
 
-/// flags = statement(point)
+/// Sets the flag of each point that `where` selects to `statement(point)`.
 template <Where where, class Statement>
 inline void SetFlags(const GridOperand<Flag>& flags, const QxPoints& points,
                      const Statement& statement)

@@ -14,8 +14,8 @@ struct QxGrid {
 /// The direction in the grid in which a difference is computed.
 enum class QxGridAxis { U, V };
 
-// The functions below have an optional parameter `where`, the active points. Values at other points
-// may be stale: they do not affect results at active points, and results at them have no meaning.
+// A parameter `where` of the functions below selects the active points. Values at other points may
+// be stale: they do not affect results at active points, and results at them have no meaning.
 
 /// True if all points are active.
 inline bool QxIsEverywhere(const QxAllPoints&)
@@ -173,15 +173,15 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
 }
 
 /// Returns the fraction of a cell that a point of a row or column represents: a half at both ends,
-/// else 1.
+/// otherwise 1.
 inline float QxShareOfCell(unsigned int place, unsigned int length)
 {
     return place == 0 || place + 1 == length ? 0.5f : 1.0f;
 }
 
 /// Computes result = function(change along u, change along v, represented fraction of a cell) for
-/// the points of one row; all points must be active. The changes within `row` are those of
-/// `QxDifferences`, and `down` returns those along v.
+/// the points of one row; all points must be active. The changes within `row` are computed as by
+/// `QxDifferences`, `down` returns the changes along v, and `share` is the fraction along v.
 template <class Result, class Value, class Down, class Function>
 inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& down,
                                  unsigned int columns, float share, const Function& function)
@@ -271,7 +271,7 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
 }
 
 /// Computes the area that each active point represents: one cell of the grid, or half a cell at an
-/// edge of the grid, or a quarter at a corner. So the sum over the grid is its area.
+/// edge of the grid, or a quarter at a corner. So the sum over all points is the area of the grid.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())

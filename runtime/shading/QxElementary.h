@@ -141,7 +141,7 @@ inline float Log(float x)
     return static_cast<float>(UnlessInfinite(x, logarithm));
 }
 
-/// Returns the logarithm to the base of 2, as above but more exact (2^-38).
+/// Returns the logarithm to the base of 2, computed like `Log` but more exactly (2^-38).
 inline double LogOfBase2(const Parts& parts)
 {
     const double s = (parts.m - 1) / (parts.m + 1);
@@ -159,8 +159,8 @@ inline double Pow(double x, double y)
     return ExpOfBase2(y * (LogOfBase2(Parts(x)) + x * 1e-300));
 }
 
-/// Returns the same bits, for code that is not vectorized: rare cases are cheaper as branches, and
-/// a multiplication is faster than adding to the exponent.
+/// Returns the same bits as `Pow`, for code that is not vectorized: rare cases are cheaper as
+/// branches, and a multiplication is faster than adding to the exponent.
 inline double PowAtPoint(double x, double y)
 {
     double t = y * (LogOfBase2(Parts(x)) + x * 1e-300);
@@ -189,8 +189,8 @@ struct Angle {
         rest = ((within - n * 0x1.921fb5p+0) - n * 0x1.110b46p-26) - n * 0x1.1a62633145c07p-54;
     }
 
-    /// `Sine` and `Cosine` return those of the remainder, by an odd polynomial (2^-26) and an even
-    /// one (2^-32).
+    /// Return the sine and cosine of the remainder, by an odd polynomial (2^-26) and an even one
+    /// (2^-32).
     [[nodiscard]] double Sine() const
     {
         const double z = rest * rest;

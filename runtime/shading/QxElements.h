@@ -30,7 +30,7 @@ struct QxKnownArray {
 /// The arrays that a function has accessed, by address.
 class QxKnownArrays {
 public:
-    /// Returns the entry for the array in the table, which may contain another array.
+    /// Returns the only entry of the table that can be for this array. Another array may be in it.
     QxKnownArray& At(const void* array)
     {
         const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
@@ -72,8 +72,8 @@ inline const char* QxEndOfBlock(const void* block)
     return static_cast<const char*>(block) + bytes;
 }
 
-/// Returns the number of bytes from a varying local to the next one in the same block, or to its
-/// end; 0 if it is not a varying local. The locals are the members of a structure of pointers.
+/// Returns the number of bytes from a varying local to the next one in the same block, or to the
+/// end of the block; 0 if `local` is no varying local. `locals` is a structure of pointers to them.
 template <class Locals>
 inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
 {

@@ -4,8 +4,8 @@
 
 #include "QxMath.h"
 
-// Each function returns the integral of a filter kernel from the left up to a position. The kernel
-// has the area 1 and is scaled so that one sample spacing is one unit.
+// Each function in `k_filters` returns the integral of a filter kernel from the left up to a
+// position. The kernel has the area 1 and is scaled so that one sample spacing is one unit.
 
 namespace qxfilter {
 

@@ -104,7 +104,7 @@ inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, in
 #define ReportBadArrayIndexError(cppFile, cppLine, file, line, array, index)                       \
     QxReportBadArrayIndex(shaderSupport, file, line, array, QxNumber(index))
 
-/// Tokens for the predefined variables.
+/// The index of each predefined variable in `s_qxPredefinedTokens`.
 enum QxPredefined {
     QxPredefinedCs,
     QxPredefinedOs,
@@ -178,8 +178,8 @@ struct SlcDSOInfo {
     void* m_initdata;
 };
 
-/// Returns the path of the library in the first directory that contains it, valid until the next
-/// call, or null.
+/// Returns the path of the library in the first folder that contains it, valid until the next call;
+/// null if no folder does.
 inline const char* FindDSO(const QxSearchPath* searchPath, const char* file)
 {
     return searchPath->Find(file);

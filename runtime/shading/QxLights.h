@@ -3,8 +3,9 @@
 #include "QxForms.h"
 #include "QxShaderSupport.h"
 
-// Lights, and the standard functions for reflected light, each of which sums over all lights in
-// order. Directions point away from the surface. Colors are linear and have no upper bound.
+// Lights, the standard functions for reflected light, and the light statements. `diffuse`,
+// `specular` and `phong` sum over all lights in order; their directions point away from the
+// surface. Colors are linear and have no upper bound.
 
 /// The lights of a grid, after they have been run. The arrays must outlive this object.
 struct QxLights {
@@ -60,7 +61,8 @@ inline void QxAmbientOverGrid(unsigned int points, const QxLights& lights, QxRGB
 }
 
 /// Returns the highlight of one light (James Blinn, "Models of light reflection for computer
-/// synthesized pictures", 1977). All vectors have unit length and point away from the surface.
+/// synthesized pictures", 1977). All vectors point away from the surface and should have unit
+/// length.
 inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
                          float roughness)
 {
@@ -175,7 +177,7 @@ inline void QxMarkLightStatement() {}
 
 // The light statements, for one point. Each returns the flag that guards its body.
 
-/// `illuminate` with a cone: sets `L` at all points, and returns whether the point is in the cone.
+/// `illuminate` with a cone: sets `L`, also outside the cone. True if the point is in the cone.
 struct QxIlluminateCall {
     QxIlluminateCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& axis, float angle,
@@ -186,7 +188,7 @@ struct QxIlluminateCall {
     }
 };
 
-/// `illuminate` without a cone: true for every point.
+/// `illuminate` without a cone: sets `L`. True for every point.
 struct QxIlluminateNoConeCall {
     QxIlluminateNoConeCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& Ps, QxVector3& L) const

@@ -4,7 +4,7 @@
 #include "QxValues.h"
 
 // Functions of numbers. If the mathematical function has no real value, the result is 0, except for
-// `QxMod`. The compiler evaluates calls with constant arguments by the same functions.
+// `QxMod`, `QxAsin` and `QxAcos`. The compiler uses the same functions for constant folding.
 
 constexpr float QX_PI_FLOAT = 3.14159265358979323846f;
 
@@ -48,7 +48,7 @@ inline float QxPowInVectors(float base, float exponent)
     return static_cast<float>(y == 2 ? x * x : any);
 }
 
-/// Returns the same value, for a base that is not negative, in two thirds of the time.
+/// Returns the same as `QxPowInVectors` if the base is not negative, in two thirds of the time.
 inline float QxPowOfNonNegative(float base, float exponent)
 {
     const float power = static_cast<float>(qxmath::Pow(base, exponent));
@@ -56,7 +56,8 @@ inline float QxPowOfNonNegative(float base, float exponent)
     return exponent == 2 ? base * base : any;
 }
 
-/// Returns the same value. For a single value, the most common exponents are worth a branch.
+/// Returns the same as `QxPowInVectors`. For one value, a branch for the most common exponents
+/// pays.
 inline float QxPow(float base, float exponent)
 {
     if (exponent == 1)
@@ -64,7 +65,7 @@ inline float QxPow(float base, float exponent)
     return exponent == 2 ? base * base : QxPowInVectors(base, exponent);
 }
 
-/// Returns the same value, for loops that cannot be vectorized.
+/// Returns the same as `QxPowInVectors`, for loops that cannot be vectorized.
 inline float QxPowAtPoint(float base, float exponent)
 {
     if (exponent == 2)

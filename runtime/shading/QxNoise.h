@@ -295,7 +295,7 @@ using QxNoise = qxnoise::Family<qxnoise::PlainNoise>;
 /// Noise that is constant in each cell of the lattice.
 using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
 
-/// Smooth periodic noise: each coordinate has a period, a whole number, after the coordinates.
+/// Smooth periodic noise. The periods follow the coordinates, and are rounded to whole numbers.
 struct QxPeriodicNoise {
     using Kind = qxnoise::PeriodicNoise;
 

@@ -185,7 +185,8 @@ public:
         }
         return m_kept->compiles && m_kept->run.Match(m_kept->code, text ? text : "");
     }
-    /// The work of all matches so far, as the number of visited states.
+    /// The work of all matches so far: the number of visited states, plus, for each expression that
+    /// was compiled, its length and the number of its states.
     std::size_t Work() const
     {
         return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0;

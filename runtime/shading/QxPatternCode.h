@@ -22,7 +22,7 @@ struct QxPatternState {
     enum Kind : int {
         Skip,         // to the next state
         Jump,         // to the state at distance `value`
-        Split,        // to both
+        Split,        // to the next state and to the one at distance `value`
         Character,
         Any,
         Set,
@@ -317,7 +317,8 @@ private:
         }
     }
 
-    /// Compiles the character after a backslash: an escaped character, or one of these letters.
+    /// Compiles the character after a backslash: a letter that denotes a set or a word boundary, or
+    /// an escaped character. False for any other letter or digit.
     bool Escape()
     {
         const char c = *m_next;

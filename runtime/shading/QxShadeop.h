@@ -3,7 +3,7 @@
 
 /* The interface of a library of shadeops, written in C or C++, to the compiler and to renderers.
  *
- * For a shadeop f a library exports a table, which the compiler reads:
+ * For a shadeop f a library exports a table, which the compiler and renderers read:
  *
  *     QX_SHADEOP_TABLE(f) = {
  *         {"float f(float)", "f_init", "f_cleanup"},
@@ -11,7 +11,7 @@
  *         QX_SHADEOP_END
  *     };
  *
- * and the method, which the built shader calls for each point:
+ * and the method, which a shader calls for each point, or once if the call is uniform:
  *
  *     QX_SHADEOP_EXPORT void f(void* data, int argc, void** argv);
  *

@@ -47,10 +47,11 @@ struct QxPointsQuery {
 };
 
 /// A question about rays from a point, in the current space. Fields that do not apply to the
-/// function are 0 or empty.
+/// function are 0 or empty. `direction` is the other position for `transmission`, and the normal
+/// for `occlusion` and `indirectdiffuse`.
 struct QxRayQuery {
     QxVector3 position;
-    QxVector3 direction;      // of any length; for a transmission the other position
+    QxVector3 direction;      // of any length
     float samples;            // 0: the renderer's own choice
     float angle;              // of the cone of directions; -1: the renderer's own choice
     float bias;               // distance from the position at which a ray starts
@@ -104,7 +105,7 @@ private:
     }
 };
 
-/// The receiver of a message. `TextureInfo` also has the name of a texture. `Incident` and
+/// The receiver of a message. A message to `TextureInfo` also names a texture. `Incident` and
 /// `Opposite` are the volume shaders on the two sides of the surface.
 enum class QxMessage {
     Attribute,
@@ -123,7 +124,7 @@ enum class QxMessage {
 /// during the call.
 template <class Query>
 struct QxGridQueries {
-    const void* file;            // result of `FindFile` if all names are the same; null: use names
+    const void* file;            // result of `FindFile` if the name is uniform; null: use the names
     const Query* queries;
     const unsigned int* points;  // number of each point in the grid
     unsigned int count;
@@ -135,9 +136,9 @@ enum class QxFileKind { Texture, Environment, Shadow };
 /// The services of a renderer that shaders call: everything that needs a scene. Each function has a
 /// neutral answer, that of an empty scene without files.
 ///
-/// They are called in the thread that shades, while the shader waits. A shared object may ask all
-/// its questions for one point before those for the next; byte-code asks each question for many
-/// points. Texts and arrays in the arguments are valid only during the call.
+/// The functions are called in the thread that shades, while the shader waits. A shared object may
+/// ask all its questions for one point before those for the next; byte-code asks each question for
+/// many points. Texts and arrays in the arguments are valid only during the call.
 class QxShaderSupport {
 public:
     virtual ~QxShaderSupport() = default;
@@ -182,7 +183,7 @@ public:
         return 0;
     }
     /// Returns the light that other surfaces scatter to the position, and sets both results of
-    /// `Occlusion`. Neutral: black, and those of `Occlusion`.
+    /// `Occlusion`. Neutral: black, and the neutral results of `Occlusion`.
     virtual QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                        float& occlusion)
     {
@@ -196,7 +197,7 @@ public:
     virtual float RayLevel() { return 0; }
 
     /// Stores the value and returns true, or returns false if there is none. The first text is the
-    /// texture for `textureinfo`, else empty; the second is the name of the value. Neutral: false.
+    /// texture for `textureinfo`, otherwise empty; the second names the value. Neutral: false.
     virtual bool Message(QxMessage, const char*, const char*, const QxMessageValue&)
     {
         return false;

@@ -26,7 +26,8 @@ struct QxFrame3D {
     }
 };
 
-/// The coordinate systems of a host by name. Frames keep their addresses as long as it exists.
+/// The coordinate systems of a host by name. Frames keep their addresses as long as the registry
+/// exists.
 class QxSpaceRegistry {
 public:
     /// Returns the frame of a name, which may be defined later; until then the frame equals that of
@@ -42,14 +43,15 @@ protected:
 /// The folders in which a host searches shadeop libraries.
 class QxSearchPath {
 public:
-    /// Returns the path of the first file of that name, valid until the next call, or null.
+    /// Returns the path of the first file of that name, valid until the next call; null if no
+    /// folder contains one.
     virtual const char* Find(const char* file) const = 0;
 
 protected:
     ~QxSearchPath() = default;
 };
 
-/// A name that host and shader share. The pointer to it identifies the name.
+/// A name that host and shader share. The address of the token identifies the name.
 struct QxToken {
     const char* name;
 };
@@ -122,9 +124,10 @@ public:
     QxVar& operator=(const QxVar&) = delete;
     ~QxVar() { FreeStrings(); }
 
-    /// Sets name and type from a declaration, with memory for one point. The name must outlive it.
+    /// Sets name and type from a declaration, and allocates memory for one point. The name must
+    /// outlive the variable. Vectors and normals are declared as points.
     void Declare(const QxShaderToken& token);
-    /// As above, from parts; `length` is 1 if it is not an array.
+    /// As above, from parts; `length` is 1 for a variable that is not an array.
     void Declare(const char* name, QxValueType type, bool varying, std::size_t length)
     {
         m_name = name;
@@ -143,10 +146,10 @@ public:
         m_value = storage;
     }
 
-    /// Floats, or pointers to texts; element j of point p is at index j * Points() + p. A text is
-    /// from malloc, and null if it was never set; code that replaces a text frees it.
+    /// Returns floats, or pointers to texts; element j of point p is at index j * Points() + p. A
+    /// text is from malloc, and null if it was never set; code that replaces a text frees it.
     void* Value() { return m_value; }
-    /// True if the host has set no value.
+    /// True unless the host has set a value since the last `Declare`, `Resize` or `Borrow`.
     bool UseDefaultValue() const { return m_useDefault; }
     /// Copies one value with all its array elements, floats or strings, to every point.
     void Store(const void* value);
@@ -171,10 +174,10 @@ public:
     QxValueType Type() const { return m_type; }
     bool IsVarying() const { return m_varying; }
     std::size_t Length() const { return m_length; }
-    /// The number of points that it has values for; 1 if it is uniform.
+    /// The number of points that the variable has values for; 1 if it is uniform.
     std::size_t Points() const { return m_points; }
-    /// The space that the default value is given in, "" for none. It is known after the value has
-    /// been computed, and the text exists as long as the shader.
+    /// The space in which the source specifies the default value, "" for none. Known only after the
+    /// default value has been computed; the text exists as long as the shader.
     const char* DefaultSpace() const { return m_defaultSpace; }
     void SetDefaultSpace(const char* space) { m_defaultSpace = space; }
 
@@ -267,7 +270,7 @@ __attribute__((noinline)) inline void QxVar::StoreForEachPoint(const void* value
         std::memcpy(m_value, values, FloatCount() * sizeof(float));
 }
 
-/// The description of a shader.
+/// Parts of the description of a shader that `QxInterrogate` returns: its type and its sizes.
 struct QxShaderInterface {
     enum QxType {
         e_typeLight,
@@ -292,8 +295,8 @@ struct QxLightInput {
     QxRGBColor* Ol;
 };
 
-/// The predefined variables of a grid. A host sets those that the shader uses; a varying one points
-/// to a value for each shading point.
+/// The predefined variables of a grid. A host sets those that the shader uses. The pointer of a
+/// varying variable leads to one value for each shading point.
 struct QxHiddenVariables {
     QxRGBColor* Cs = nullptr;
     QxRGBColor* Os = nullptr;
@@ -349,7 +352,8 @@ public:
     float* GetTime() const { return time; }
 };
 
-// The entry point of each type of shader has its own class.
+// The types of shaders that differ in the parameters of `QxEvaluate` have separate classes; volume
+// and displacement shaders have that of surfaces.
 class QxSurfaceHidden : public QxHiddens {
     using QxHiddens::QxHiddens;
 };
@@ -363,8 +367,8 @@ class QxImagerHidden : public QxHiddens {
 /// What one evaluation needs in addition to the values of the grid.
 class QxShadingContext {
 public:
-    /// What is passed by pointer must outlive the context. `spaces` has the order of the list that
-    /// `QxInterrogate` returns.
+    /// What is passed by pointer must outlive the context. `spaces` has the order of the spaces in
+    /// the byte-code file, or of the list that `QxInterrogate` returns.
     QxShadingContext(QxShaderSupport* support, const QxSpaceRegistry* registry,
                      const QxFrame3D* const* spaces, const QxVector3& eye)
         : m_support(support),
@@ -373,7 +377,8 @@ public:
           m_eye(eye)
     {
     }
-    /// Returns a context that differs only in its services, which must outlive it.
+    /// Returns a context that differs only in `support`, which must outlive it, and in the cache of
+    /// `Match`, which is empty.
     QxShadingContext With(QxShaderSupport& support) const
     {
         return {&support, m_registry, m_spaces, m_eye};
@@ -382,12 +387,12 @@ public:
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
-    /// See `QxPattern`. All calls of a run share one.
+    /// See `QxPattern`. All calls with one context share a pattern.
     bool Match(const char* expression, const char* text) const
     {
         return m_pattern.Match(expression, text);
     }
-    /// The work of these calls, as `QxPattern` counts it.
+    /// The work of all calls of `Match`, as `QxPattern` counts it.
     std::size_t MatchWork() const { return m_pattern.Work(); }
 
 private:

@@ -26,7 +26,7 @@ public:
     QxText& operator=(QxText&&) = delete;
     ~QxText() { std::free(m_characters); }
 
-    // Each of these ends the process if there is no memory, since a shader cannot report a failure.
+    // `Add` ends the process if there is no memory, since a shader cannot report a failure.
     void Add(char character) { Add(&character, 1); }
     void Add(const char* text) { Add(text, std::strlen(text)); }
     /// The text so far; valid until the next addition.

@@ -1,9 +1,10 @@
 #pragma once
 
-// The only header that generated shaders include. It includes the other headers of this folder.
+// The only header that generated shaders include. It includes all other headers that they need.
 //
-// Reading this header is most of the cost of compiling a small shader, so it includes only headers
-// of the C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six times the rest.
+// Reading this header is most of the cost of compiling a small shader, so it includes only <new>
+// and headers of the C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six
+// times the rest.
 
 // All required system headers, since declarations after the visibility pragma below are hidden.
 #include <cstddef>

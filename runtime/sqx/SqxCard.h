@@ -16,7 +16,8 @@ enum class SqxRun : unsigned char {
     Shaded,  // like Point, but depends on the shading point: never once for the grid
 };
 
-/// The types of operands. Those of the second group cannot be written in the language.
+/// The types of operands. Types of the second group occur only in instructions, not in functions of
+/// the language.
 enum class SqxCardType : unsigned char {
     Void,
     Float,
@@ -117,8 +118,8 @@ struct SqxCard {
     bool isOrdered = false;          // calls must not be reordered
     bool hasGridCall = false;        // a call in the language may use the whole-grid form
     bool looksAtLights = false;      // the lights must have been evaluated for `P`
-    bool isUnused = false;           // part of the instruction set, but never written
-    unsigned char carriedCount = 0;  // parameters of the instruction, if they differ; come first
+    bool isUnused = false;           // part of the instruction set, but never emitted
+    unsigned char carriedCount = 0;  // parameters of `@carries`, which come first in the list
     unsigned char formalCount = 0;   // parameters of the function
 
     [[nodiscard]] constexpr std::string_view Text(SqxCardWord word) const
@@ -142,11 +143,12 @@ struct SqxCard {
     [[nodiscard]] constexpr bool HasReads() const { return reads[0].length > 0; }
     /// False for primitives that only generated C++ can call.
     [[nodiscard]] constexpr bool HasNumber() const { return numbers[0] > 0 || numbers[1] > 0; }
+    /// Returns the parameters of the function.
     [[nodiscard]] constexpr std::span<const SqxParameter> Formals() const
     {
         return std::span(parameters).subspan(carriedCount, formalCount);
     }
-    /// Returns the parameters of the instruction.
+    /// Returns the parameters of the instruction; without `@carries`, those of the function.
     [[nodiscard]] constexpr std::span<const SqxParameter> Carried() const
     {
         return carriedCount > 0 ? std::span(parameters).first(carriedCount) : Formals();

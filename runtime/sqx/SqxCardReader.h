@@ -21,7 +21,7 @@
 //     @uniform(name, ...)  arguments that are uniform in the whole-grid form; others are varying
 //     @detail(varying), @detail(uniform)   detail of the result, whatever the arguments are
 //     @writes(rule)        which arguments get the detail of the others, see `SqxInlineRule`
-//     @reads(name, ...)    predefined variables that it reads in addition to its arguments
+//     @reads(name, ...)    predefined variables that are read in addition to the arguments
 //     @lights              the lights must have been evaluated for `P`
 //     @unused              part of the instruction set; the lowering never emits it
 //
@@ -45,7 +45,7 @@ public:
         m_card.expression = expression;
     }
 
-    /// Returns the card. Throws an `SqxCardFault` if it is invalid.
+    /// Returns the card. Throws an `SqxCardFault` if the text is invalid.
     [[nodiscard]] constexpr SqxCard Read()
     {
         while (Accept("@"))
@@ -229,7 +229,7 @@ private:
         parameter.isRepeated = Accept("...");
         return parameter;
     }
-    /// Sets the property that `word` names. Returns false if it does not name one.
+    /// Sets the property that `word` names. Returns false if `word` does not name a property.
     [[nodiscard]] static constexpr bool IsMarked(SqxParameter& parameter, std::string_view word)
     {
         bool* const mark = word == "optional"   ? &parameter.isOptional

@@ -15,8 +15,8 @@ public:
     /// `text` must outlive the cursor.
     explicit SqxCursor(std::string_view text) : m_text(text) {}
 
-    // Each reads one item and ignores what follows it. `what` names the item at the start of the
-    // message: "Shader type".
+    // Each of these reads one item and ignores what follows the item. `what` names the item at the
+    // start of the message: "Shader type".
 
     /// A decimal number in the range of int.
     [[nodiscard]] int ReadInt(const char* what);
@@ -70,6 +70,6 @@ private:
 
 /// Removes the quotes from a text returned by `ReadQuoted`; escapes are unchanged.
 [[nodiscard]] std::string SqxUnquoted(const std::string& quoted);
-/// Returns the characters that such a text represents, with the escapes of C; a backslash before
-/// any other character is removed.
+/// Returns the characters that a text returned by `ReadQuoted` represents, with the letter and
+/// octal escapes of C; a backslash before any other character is removed.
 [[nodiscard]] std::string SqxLiteralText(const std::string& quoted);

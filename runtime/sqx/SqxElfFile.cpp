@@ -1,6 +1,6 @@
-// Reads only the parts of a library that a dynamic loader reads: segments, the dynamic section, a
-// hash table of symbols, relocations. Section headers are not needed for that. Each record is
-// copied after a bounds check, so no offset in the file can lead outside it.
+// Reads the parts of a library that a dynamic loader reads: segments, the dynamic section, a hash
+// table of symbols, relocations. Only `Section` needs section headers, see SqxElfSection.cpp. Each
+// record is copied after a bounds check, so no offset in the file can lead outside it.
 //
 // Format: "Executable and Linking Format", System V Application Binary Interface, chapters 4 and 5;
 // the other hash table is the one of the GNU tools.

@@ -19,12 +19,13 @@ public:
     enum class Kind { None, Function, Object, Other };
 
     struct Symbol {
-        Kind kind = Kind::None;  // none if the library does not define it
+        Kind kind = Kind::None;  // `None` if the library does not define it
         std::uint64_t address = 0;
         std::uint64_t size = 0;  // 0 if the library does not specify it
     };
 
-    /// Reads the whole file; the result is empty if it does not exist or is not a regular file.
+    /// Reads the whole file. The result has no bytes if the file does not exist, is not a regular
+    /// file or cannot be read.
     [[nodiscard]] static SqxElfFile Open(const std::string& path);
     explicit SqxElfFile(std::vector<std::byte> bytes);
 
@@ -45,8 +46,9 @@ public:
     [[nodiscard]] Bytes Contents(const Symbol& object) const;
     /// Returns the text at the address; none unless its terminating null is in the same segment.
     [[nodiscard]] std::optional<std::string_view> TextAt(std::uint64_t address) const;
-    /// Returns the pointers at the address, with relocations applied; none for a pointer into
-    /// another library. O(r + count) for r relocations.
+    /// Returns the pointers at the address, with relocations applied: `count` of them, or those up
+    /// to the end of the segment. An entry has no value if it is a pointer into another library, or
+    /// a number other than 0 that is not relocated. O(r + count) for r relocations.
     [[nodiscard]] std::vector<std::optional<std::uint64_t>> PointersAt(std::uint64_t address,
                                                                        std::size_t count) const;
 
@@ -76,10 +78,10 @@ private:
 
     std::vector<std::byte> m_bytes;
     bool m_isLibrary = false;
-    std::vector<Segment> m_segments;  // only those that are loaded
+    std::vector<Segment> m_segments;  // only those that are loaded and readable
     Table m_strings;
     Table m_relocations;      // with addends
-    Table m_bareRelocations;  // whose addends are stored at the relocated address
+    Table m_bareRelocations;  // relocations whose addends are stored at their address
     Table m_packedRelocations;
     std::uint64_t m_symbols = 0;
     std::uint64_t m_hash = 0;

@@ -1,5 +1,5 @@
-// Sections are for programs that inspect a file, as this one does; loaders do not need them. Their
-// names are in a section, too.
+// Sections are for programs that inspect a file; loaders do not need them. The names of sections
+// are the contents of a section, too.
 //
 // Tested by tests/listing.
 

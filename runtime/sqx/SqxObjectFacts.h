@@ -13,8 +13,8 @@
 class SqxObjectFacts {
 public:
     enum class State {
-        Absent,   // the object has no such data, as from older compilers
-        Damaged,  // `Message` returns the error, and `Shader` the part before it
+        Absent,   // no such data, as from older compilers, or the data of several shaders
+        Damaged,  // `Message` returns the error, and `Shader` the part that could be read
         Whole
     };
     struct Use {

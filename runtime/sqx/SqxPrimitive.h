@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-/// The primitives: the operations of byte-code instructions and of macros in generated C++. The
-/// values have the names of both, without the suffix of a form.
+/// The primitives: the operations of byte-code instructions and of macros in generated C++. Each
+/// enumerator has the name that both use, without the suffix of a form.
 enum class SqxPrimitive : unsigned short {
 #define SQX_CARD(primitive, text) primitive,
 #include "sqx/SqxCards.def"
@@ -15,7 +15,7 @@ enum class SqxPrimitive : unsigned short {
 enum class SqxForm : unsigned char {
     Plain,      // for a point, or once for the grid
     Grid,       // loops over all points itself: the name ends in "_SIMD"
-    GridWhere,  // for the points of a flag: "_SIMD_IF_TRUE"
+    GridWhere,  // for the points whose flag is set: "_SIMD_IF_TRUE"
     Where,      // the same for a primitive without a form `GridWhere`: "_IF_TRUE"
 };
 
@@ -28,7 +28,7 @@ inline constexpr std::size_t k_sqxPrimitiveCount = 0
 
 /// Returns the name of a primitive, for reports and generated C++.
 [[nodiscard]] std::string_view SqxPrimitiveName(SqxPrimitive primitive);
-/// Returns the same with the suffix of a form, as in byte-code and generated C++.
+/// Returns the name with the suffix of a form, as in byte-code and generated C++.
 [[nodiscard]] std::string_view SqxFormName(SqxPrimitive primitive, SqxForm form);
 /// Returns the primitive with a name; nothing if there is none. Linear in the number of primitives.
 [[nodiscard]] std::optional<SqxPrimitive> SqxPrimitiveNamed(std::string_view name);

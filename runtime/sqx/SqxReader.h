@@ -8,7 +8,7 @@
 #include "sqx/SqxShader.h"
 
 /// Reads the text of a byte-code file into a structure, without trusting the file: in an accepted
-/// file every number refers to an existing item, and the instructions of each block are complete.
+/// file every reference leads to an existing item, and the instructions of each block are complete.
 /// The types of operands are not checked here, but by `QxVerifier`.
 ///
 /// A reader may read several files, one after another, in one thread at a time.
@@ -30,7 +30,7 @@ public:
     /// Moves the result out of the reader.
     [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
-    /// The line of the fault in the message, from 1; 0 if there is no fault, or it has no line.
+    /// The line of the fault in the message, from 1; 0 if there is no fault or it has no line.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:

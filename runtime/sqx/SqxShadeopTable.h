@@ -22,7 +22,7 @@ public:
     /// The kind of symbol with the table's name.
     enum class Place {
         Nothing,
-        Other,  // not data
+        Other,  // a symbol that is not data
         Table
     };
 

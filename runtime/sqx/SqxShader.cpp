@@ -1,6 +1,6 @@
-// Names of codes, and access to the values of instructions. If a list follows, the layout ends with
-// a star, which stands for all further values. Instructions are sorted by position, so a position
-// is found by binary search.
+// Names of codes, and access to the values of instructions. If the values of an instruction end
+// with a list, its layout ends with a star, which stands for the whole list. Instructions are
+// sorted by position, so a position is found by binary search.
 
 #include "sqx/SqxShader.h"
 

@@ -8,8 +8,8 @@
 #include "sqx/SqxNumbers.h"
 #include "sqx/SqxType.h"
 
-/// A byte-code file as a structure. In a file that was read completely, every number in code has
-/// been checked: it refers to an existing item of the file. Lines are those of the file, from 1.
+/// A byte-code file as a structure. In a file that was read completely, every number in code that
+/// refers to an item of the file has been checked: the item exists. Lines are counted from 1.
 
 /// Returns the name of a shader type code, such as "surface". The code must be from 0 to 4.
 [[nodiscard]] const char* SqxShaderTypeName(int code);
@@ -59,8 +59,8 @@ struct SqxBlock {
     }
     /// Returns the layout's letter for value `i`.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
-    /// Returns the index of the instruction that starts at a position, or of the first one after
-    /// it; the number of instructions for the end. O(log n).
+    /// Returns the index of the first instruction that starts at a position or after it; the number
+    /// of instructions if there is none. O(log n).
     [[nodiscard]] std::size_t IndexOf(std::size_t position) const;
 
     /// Returns the line of an instruction's number.
@@ -78,7 +78,7 @@ struct SqxBlock {
     /// Returns a message that value `i` does not refer to anything, with the place.
     [[nodiscard]] std::string BadValue(const SqxInstruction& instruction, std::size_t i) const;
 
-    int line = 0;  // of the first value
+    int line = 0;  // of the first number in `code`
     std::vector<std::int16_t> code;
     std::vector<SqxInstruction> instructions;  // sorted by position
 };
@@ -106,7 +106,7 @@ struct SqxDSOFunction {
 struct SqxShader {
     SqxSection reached = SqxSection::None;
     int shaderType = 0;
-    std::vector<SqxVariable> variables;  // by number: those of the main block, then initializers'
+    std::vector<SqxVariable> variables;  // by number: of the main block, then of initializers
     std::size_t predefinedCount = 0;     // predefined variables come first
     std::size_t parameterCount = 0;      // then parameters
     std::size_t mainCount = 0;           // variables that the main block may use
@@ -123,7 +123,7 @@ struct SqxShader {
     {
         return variables[predefinedCount + i];
     }
-    /// Returns the name of its section in messages.
+    /// Returns the name of the section of an initializer in messages.
     [[nodiscard]] std::string SectionOf(const SqxInitializer& initializer) const
     {
         return "initializer of " + Parameter(initializer.parameter).name;

@@ -1,9 +1,10 @@
 // Statements that call a primitive of the run time: transforms, lights, built-ins, shadeops.
 //
-// The forms of a primitive differ in their suffix and in the position of the condition: first for
-// transforms, last for ILLUMINANCE and texture footprints, after the result for all others. An
-// argument list of variable length becomes C++ variable arguments, preceded by their count and,
-// unless a format string states the types, by a string of type letters.
+// The forms of a primitive differ in their suffix. A condition is the first argument of transforms,
+// the last one of ILLUMINANCE and texture footprints, and follows the result of all others. A list
+// of arguments of variable length becomes an array of their addresses and its length; for a format
+// string that does not match its arguments, a string of type letters precedes the call. A shadeop
+// gets the addresses of its result and its arguments:
 //
 //     d = f(w, 2)      {
 //                          int dsoArgc = 3; void *dsoArgv[3];
@@ -231,7 +232,7 @@ void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
                    code->m_condition);
 }
 
-/// A footprint always covers the whole grid, so its name has no suffix for that.
+/// A footprint always covers the whole grid, so the name of its primitive has no suffix for that.
 void SlcCStatements::WriteFootprint(SqxPrimitive primitive, Texts operands,
                                     const SlcOperand& condition)
 {

@@ -62,8 +62,9 @@ private:
     void GenMember(const SlcOperand& local);
     /// Writes the declaration of `u` with the given locals, initialized with zeros.
     void GenUniformStructure(const std::vector<SlcOperand>& members);
-    /// Writes code that frees the strings that the local owns, if any. Each text precedes the name
-    /// of the local: the first in a whole line, the second within a loop over the points.
+    /// Writes code that frees the strings that the local owns, if any. The name of a uniform local
+    /// is written after `uniformAccess`, that of a varying one after `varyingAccess`, in a loop
+    /// over the points.
     void FreeStrings(const SlcOperand& local, const char* uniformAccess, const char* varyingAccess);
 
     SlcEquCType m_types;

@@ -11,7 +11,7 @@
 //     SET_BOOL(u.T7_, any_T7_ != 0);
 //     }
 //
-// The prefix of a name is `u` or `v`, its structure, for a local, `p` for a parameter, `h` for a
+// The prefix of a name is `u` or `v` for a uniform or varying local, `p` for a parameter, `h` for a
 // predefined variable and `l` for a variable of a light, so that all names differ.
 //
 // Tested by tests/backends/PointLoopsTest.cpp.

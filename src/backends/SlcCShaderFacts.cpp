@@ -1,6 +1,7 @@
-// The facts are written as a byte-code file: declarations and default values in its usual form,
-// with an empty main block. Facts that a reader would find in the code of the main block, the uses
-// of predefined variables and lights, precede the byte-code as lines of numbers:
+// The description of a shader in its shared object is a byte-code file: declarations and default
+// values in the usual form, with an empty main block. Facts that a reader would find in the code of
+// the main block, the uses of predefined variables and lights, precede the byte-code as lines of
+// numbers:
 //
 //     1        version of these lines
 //     1        queries lights
@@ -11,7 +12,8 @@
 //     ...      byte-code
 //
 // A shader may be valid as a shared object but not as byte-code. A default value that byte-code
-// cannot compute is left out; all are left out if they would need too many variables.
+// cannot compute is left out; all are left out if the fault is elsewhere, such as too many
+// variables.
 //
 // Tested by tests/backends/CFileTest.cpp and tests/listing.
 

@@ -19,7 +19,7 @@ class SlcSemanticError;
 
 /// Writes instructions as C++ statements. Nearly every statement is a macro call. The name of the
 /// macro consists of the operation, the types of the operands, and suffixes that state whether it
-/// runs over the whole grid.
+/// runs over the whole grid, and whether only where a flag is set.
 ///
 /// The enclosing function must declare the names that the statements use: `i_hiddens`,
 /// `i_visibles`, `u`, `v`, `numMp`, `polyCnt` and, where lights are queried, `mustEvalLights` and
@@ -36,7 +36,7 @@ public:
 
     /// Returns the writer of operands, which knows the references that earlier statements bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
-    /// Ends with a report of a fault of the compiler, placed at the last comment, if any.
+    /// Ends the compile with a report of a fault of the compiler, at the last comment, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
 
 private:

@@ -66,6 +66,6 @@ private:
     Report m_report;
     std::vector<std::int16_t> m_values;
     std::vector<Label> m_labels;  // indexed by the `m_place` of the label
-    std::vector<std::pair<SlcLabel, std::size_t>> m_unknownLabels;  // by forward jump
+    std::vector<std::pair<SlcLabel, std::size_t>> m_unknownLabels;  // label, gap of forward jumps
     std::set<std::string, std::less<>> m_reported;                  // kinds that did not fit
 };

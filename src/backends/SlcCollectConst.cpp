@@ -2,8 +2,8 @@
 //
 //     x = 1; y = 1; z = PI       constants 1 and 3.14159; the first two instructions share 1
 //
-// Floats are compared as the file holds them, by the bits of single precision, so 0 and -0 stay
-// distinct. Constants are declared by kind and in order of value, independently of addresses.
+// Floats are compared by their bits in single precision, so 0 and -0 stay distinct. Constants are
+// declared by kind, in an order that depends only on their values, not on addresses.
 //
 // Tested by tests/backends/CollectConstTest.cpp.
 

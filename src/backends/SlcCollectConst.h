@@ -14,7 +14,8 @@
 /// The order of the constants depends only on their values, not on the order of use.
 class SlcCollectConst : private SlcOperandWalker {
 public:
-    /// Rewrites the reads of `list` and fills `constants` with the shared operands.
+    /// Replaces the constants that `list` reads by shared operands, and returns these in
+    /// `constants`.
     void Collect(SlcPtr<SlcListICode>& list, std::deque<SlcOperand>& constants);
     /// Does the same for a group of parameter initializers and the operands that hold their values;
     /// a value may itself be a constant. `lists` and `defaults` correspond by index.

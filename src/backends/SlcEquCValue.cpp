@@ -5,10 +5,10 @@
 //     parameter       *((float*)i_visibles...)   ((float*)i_visibles...)[polyCnt]
 //     predefined      *(i_hiddens.GetDu())       i_hiddens.GetCs()[polyCnt]
 //
-// Over the grid the index is omitted. An array stores its first element for all points, then its
-// second, so an element is `array + i * numMp`. References into uniform arrays are recorded
-// (m_flatRefs), since they have one value for all points. In string literals, escapes that C++ does
-// not define lose their backslash, and trigraphs are broken up.
+// For the whole grid, `[polyCnt]` is omitted. A varying array stores its first element for all
+// points, then its second, so an element is at `array + i * numMp`. References into uniform arrays
+// are recorded (m_flatRefs), since they have one value for all points. In string literals, escapes
+// that C++ does not define lose their backslash, and trigraphs are broken up.
 //
 // Tested by tests/backends/CStatementsTest.cpp.
 

@@ -69,7 +69,7 @@ private:
     // The current request.
     std::string m_text;
     const SlcLexType* m_operand = nullptr;
-    const SlcTypeNode* m_type = nullptr;  // the element's type if the request is for an element
+    const SlcTypeNode* m_type = nullptr;  // of the operand; for an array, of its elements
     Form m_form = Form::Point;
     bool m_elementWanted = false;
     bool m_isFlatRef = false;

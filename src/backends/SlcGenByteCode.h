@@ -21,15 +21,15 @@ class SlcProcCallExprNode;
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
 /// that the renderer's shading virtual machine loads. docs/byte-code.md describes it.
 ///
-/// The variables of the file are numbered consecutively, in their operands. One writer serves one
-/// file.
+/// The variables of the file are numbered consecutively; each operand stores its number. One writer
+/// serves one file.
 class SlcGenByteCode : private SlcAllICodeWalker {
 public:
     /// `out` must outlive the object; its owner checks for write errors.
     SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
-    /// The sink counts faults; after one, the text is invalid.
+    /// `errors` counts faults; after one, the text is invalid.
     void GenByteCode(SlcInterForm& form);
     /// Writes the description for a shared object: the same file with an empty main block, and
     /// without the default values of the parameters with the indices in `leftOut`. Reports nothing.
@@ -153,7 +153,7 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     std::ostream& m_out;
     const SlcSyntaxNode* m_shader = nullptr;
-    SlcPtr<SlcCommentICode> m_comment;  // the last one in the block so far
+    SlcPtr<SlcCommentICode> m_comment;  // the last comment in the block so far
     int m_nextVarNb = 0;
     SlcCodeBlock m_code{[this](std::string_view text) { Report(text); }};
     std::unordered_map<std::string_view, int> m_matrices;  // numbers of the form's spaces

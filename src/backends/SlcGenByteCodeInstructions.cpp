@@ -1,7 +1,7 @@
 // The values of each instruction, in the order that the virtual machine expects: its number,
-// usually the result, the condition of a whole-grid form, then the operands that it reads. The
-// number is found by the name that C++ uses for the same operation, so that the two outputs stay
-// consistent.
+// usually the result, the condition of a whole-grid form, then the operands that it reads. Numbers
+// are found by names. Operators, except for the unary minus, have the same names as in C++, so that
+// the two outputs stay consistent.
 //
 // Calls of renderer functions are in SlcGenByteCodeCalls.cpp; SlcCCalls.cpp writes their C++.
 //

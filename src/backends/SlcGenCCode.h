@@ -16,7 +16,7 @@ public:
     /// `options` and `out` must outlive the object.
     SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, std::ostream& out);
 
-    /// Writes the whole text. The sink counts faults; after one, the text is invalid.
+    /// Writes the whole text. `errors` counts faults; after one, the text is invalid.
     void GenCCode(SlcInterForm& form);
 
 private:
@@ -47,7 +47,8 @@ private:
     void GenDefaultValue(std::size_t parameter);
     /// Writes the value of a parameter until the first grid is shaded: zeros, or empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
-    /// Writes the function that computes default values from shading data; the body calls it first.
+    /// Writes the function that computes default values from shading data. The body calls it first,
+    /// but only in surface and volume shaders.
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
     /// Writes code that copies a value into a parameter; if it is varying, for all points.

@@ -1,5 +1,6 @@
 // Default values of parameters: those computed when an instance is made, and those that depend on
-// shading data, which are zero until a grid is shaded.
+// shading data. The latter are zero or empty until a grid is shaded, and computed only in surface
+// and volume shaders.
 //
 //     float Kd = 0.5         QxInitialize: QxInitVarValue(i_visibles[INDEX_Kd], "", ..., &temp)
 //     float n = noise(s)     QxInitialize: zero; QxInitializeAtShadeTime, called first by

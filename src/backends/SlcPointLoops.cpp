@@ -6,7 +6,7 @@
 //
 // A piece is one parallel run, or one whole-grid instruction, that qualifies; adjacent pieces are
 // joined. The host may pass one array for several predefined variables of the same type. If a loop
-// accesses several and writes one of them, it accesses all of them in memory, in order.
+// accesses several of one type and writes one of them, it accesses these in memory, in order.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// Longer loops take a C++ compiler too long.
+/// The most instructions of a loop from several pieces: longer loops take a C++ compiler too long.
 constexpr std::size_t k_longestJoined = 400;
 
 enum class Access { Read, Write };
@@ -280,7 +280,7 @@ Finder::Accesses Finder::AccessesIn(std::size_t begin, std::size_t end)
     return accesses;
 }
 
-/// True for one of several predefined variables that may alias each other, if any is written.
+/// True for a predefined variable if the loop accesses several of its type and writes any of them.
 bool Finder::Accesses::MayAlias(const SlcOperand& operand) const
 {
     if (!IsPredefined(operand))

@@ -6,11 +6,13 @@
 #include "icode/SlcListICode.h"
 
 /// Instructions from `begin` up to `end`, exclusive, that C++ runs as one loop over points:
-/// parallel runs, and whole-grid instructions between them that depend only on the current point.
-/// All of them can be vectorized, and executed speculatively at points that need no result.
+/// parallel runs, and whole-grid instructions that depend only on the current point or set a
+/// uniform flag if another flag is true at any point. All of them can be vectorized, and executed
+/// speculatively at points that need no result.
 ///
-/// The operands of the loop are kept in variables of an iteration: loaded at its start and stored
-/// at its end. So no memory is written under a condition, which would prevent vectorization.
+/// Varying operands of the loop, unless they may alias, are kept in variables of an iteration,
+/// which are loaded at its start and stored at its end. So memory is not written under a condition,
+/// which would prevent vectorization.
 struct SlcPointLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -23,7 +25,8 @@ struct SlcPointLoop {
     std::vector<SlcOperand> flags;        // uniform flags, set if another flag is true at any point
 };
 
-/// Returns the maximal loops of a list, in order. O(n log n) for n instructions.
+/// Returns the loops of a list in order. Each is as long as possible, up to a limit that keeps the
+/// C++ compiler fast. O(n log n) for n instructions.
 [[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
 
 /// A loop of the shader that consists of point loops, labels and jumps, from `begin` up to `end`.

@@ -179,8 +179,8 @@ private:
         m_result.index = SlcMakeIndex(*m_trace, m_text, tree.get(), m_record.m_strict);
     }
 
-    /// Indexes as much as the faults allow. Does not collect further reports, which would only be
-    /// consequences of earlier ones.
+    /// Indexes a source with faults as far as they allow, or one that was only preprocessed. Does
+    /// not collect further reports, which would only be consequences of earlier ones.
     void IndexFaultySource(Tree& tree)
     {
         try {
@@ -247,7 +247,8 @@ private:
         throw SlcCompilationSevereError();
     }
 
-    /// Converts places in the preprocessed text, which reports use, to columns in the files.
+    /// Installs the conversion of places in the preprocessed text to columns in the files, which
+    /// reports contain.
     void SetColumns(std::vector<SlcColumnChange> changes)
     {
         m_columns.emplace(m_text, std::move(changes));

@@ -27,9 +27,9 @@ struct QxCompileOptions {
     bool isPreprocessed = false;    // the source is already preprocessed
     int warningLevel = 1;           // -w0 to -w2
     bool showsAdvice = false;       // at every warning level, as with SLC_ADVICE=1
-    bool makesIndex = false;        // names of the source, for editors; not if preprocessed
+    bool makesIndex = false;        // makes `index`, for editors; ignored if `isPreprocessed`
 
-    std::vector<std::string> folders;  // -I: of included files, and after "." of shadeop libraries
+    std::vector<std::string> folders;  // -I: for included files and, after ".", shadeop libraries
     std::vector<std::string> macros;   // -D: NAME or NAME=VALUE
 
     /// Returns the contents to use for a file, such as those in an editor, or nothing to read the
@@ -65,7 +65,7 @@ struct QxCompileResult {
     bool succeeded = false;
     Failure failure = Failure::None;
     std::string shaderName;  // empty if the source was rejected before it
-    std::string fileName;    // derived from it: NAME.sqx or NAME.cpp
+    std::string fileName;    // derived from `shaderName`: NAME.sqx or NAME.cpp
     std::string output;      // empty after a failure, except that preprocessed text is partial
 
     std::vector<QxCompileReport> reports;  // in the order of reporting
@@ -77,8 +77,8 @@ struct QxCompileResult {
     std::vector<std::string> searchedPlaces;    // paths where included files were not found
     std::vector<std::string> shadeopLibraries;  // those whose functions the shader calls
 
-    /// The meanings of the source's names; `compiler/QxSourceIndex.h` defines it. Null unless
-    /// `makesIndex` is set; for a source with faults it holds what could be determined.
+    /// The meanings of the source's names (`compiler/QxSourceIndex.h`). Null unless `makesIndex` is
+    /// set and `isPreprocessed` is not. For a source with faults, holds what could be determined.
     std::shared_ptr<const QxSourceIndex> index;
 };
 

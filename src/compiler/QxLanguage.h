@@ -12,8 +12,8 @@
 /// result, formals and declaration. Texture accesses are included.
 [[nodiscard]] const std::vector<QxIndexedName>& QxBuiltInFunctions();
 
-/// Returns the predefined variables of a kind of shader ("surface"), in the order of the manual,
-/// with type, detail and storage. Empty for an unknown kind.
+/// Returns the predefined variables of a kind of shader ("surface"), in the order of the
+/// compiler's table, with type, detail and storage. Empty for an unknown kind.
 [[nodiscard]] std::vector<QxIndexedName> QxPredefinedVariables(std::string_view shaderKind);
 /// Returns the constant `PI`, which all kinds of shaders have.
 [[nodiscard]] QxIndexedName QxPredefinedConstant();

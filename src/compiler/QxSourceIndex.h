@@ -5,14 +5,14 @@
 #include <vector>
 
 // The meanings of the names of a compiled source, for editors. A compile makes an index if
-// `QxCompileOptions::makesIndex` is set, also for a source with faults. `docs/compiling.md` shows
-// how.
+// `QxCompileOptions::makesIndex` is set, also for a source with faults, but not for a preprocessed
+// one. `docs/compiling.md` contains an example.
 //
 // Files are indices into `QxSourceIndex::files`; lines and columns count from 1; columns and
 // lengths are in bytes. All places are those in the files as read, regardless of `#line`
 // directives.
 
-/// A part of a line. `file` is -1 for text from no file, such as a macro of the options.
+/// A part of a line. `file` is -1 for text from no file, such as a macro that an option defines.
 struct QxSourcePlace {
     int file = -1;
     int line = 0;
@@ -163,13 +163,14 @@ public:
     [[nodiscard]] int FileNumber(std::string_view path) const;
     /// Returns the use whose name covers or ends at a place; null if there is none. O(log n).
     [[nodiscard]] const QxIndexedUse* UseAt(int file, int line, int column) const;
-    /// Returns all uses of a name, including its definition, by place. O(n).
+    /// Returns all uses of a name, including its definition, sorted by place. O(n).
     [[nodiscard]] std::vector<const QxIndexedUse*> UsesOf(int name) const;
-    /// Returns the names visible at a place: variables and functions of the source, nearest first,
-    /// without hidden ones. Macros, built-ins and predefined variables are omitted, since they are
-    /// the same everywhere (`QxLanguage.h`); those of a light loop are included. O(n).
+    /// Returns the variables and functions of the source that are visible at a place, nearest
+    /// first, without hidden variables. Built-ins and predefined variables (`QxLanguage.h`) are
+    /// omitted, except variables that an `extern` declaration names, and so are macros. O(n).
     [[nodiscard]] std::vector<int> NamesInScope(int file, int line, int column) const;
-    /// Returns the index of the innermost block that contains a place; -1 if there is none. O(n).
+    /// Returns the index of the innermost block that contains a place: 0, the whole source, if no
+    /// other block does; -1 if the index is empty. O(n).
     [[nodiscard]] int BlockAt(int file, int line, int column) const;
     /// Returns the innermost call whose parentheses are open at a place. Inspects only tokens, so
     /// that incomplete calls are found. Within the arguments of a macro, it inspects those

@@ -29,7 +29,7 @@ public:
         return m_trace.Tokens()[token];
     }
 
-    /// Returns the place of a token's characters.
+    /// Returns the place of a token's characters; if no file contains them, the use of its macro.
     [[nodiscard]] QxSourcePlace PlaceOf(std::size_t token) const;
     /// A word within the spelling of a token.
     struct Part {

@@ -8,7 +8,8 @@
 #include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
-/// Return what the checks found about a value; open and empty for a value that they did not reach.
+/// Return the detail and the type that the checks found for a value: `Open` and "" if they did not
+/// reach it.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
 /// Returns the detail of a variable that is assigned values with the details `a` and `b`.
@@ -71,9 +72,9 @@ private:
     [[nodiscard]] QxDetail DetailHere(int name, const SlcExprNode* use) const;
     /// Walks a value, and returns its detail as far as it is known.
     QxDetail WalkValue(SlcExprNode* value);
-    /// Records that the variable is assigned a value of that detail.
+    /// Records that the variable is assigned a value of this detail at the current place.
     void RecordValue(int name, QxDetail detail);
-    /// Sets the detail of all uses of those locals that are declared without a detail.
+    /// Sets the detail of all uses of locals that are declared without a detail, if it is known.
     void SetDetails();
     void WalkConditionally(SlcRelationNode* condition, SlcSyntaxNode* first, SlcSyntaxNode* second);
 

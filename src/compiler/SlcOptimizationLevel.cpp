@@ -1,4 +1,4 @@
-// A level sets all of these flags, so that a later level option overrides an earlier one.
+// A level sets or clears the flags of every level, so that a later option overrides an earlier one.
 //
 // Tested by tests/compiler/SlcOptimizationLevelTest.cpp.
 

@@ -24,7 +24,7 @@ using Failure = QxCompileResult::Failure;
 using Output = QxCompileOptions::Output;
 
 /// Returns the preprocessed text, from memory or from a file; reports a missing file and returns
-/// nothing. `files` keeps the text, since a fatal error writes it to its file.
+/// nothing. `files` keeps the text, which is written to its file after a fatal error.
 [[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
                                                           const SlcRunFiles& files)
 {

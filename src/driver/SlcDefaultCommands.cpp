@@ -50,8 +50,8 @@ std::string DefaultCCCommand()
 {
     // Loops over points are vectorized from -O3 on, and only if operations may be executed
     // speculatively. As in byte-code, products and sums are not fused, so that values do not depend
-    // on the processor. The object is built for the local processor, unless the variable sets
-    // another.
+    // on the processor. On x86 the object is built for the local processor, unless the variable
+    // SLC_CC_PROCESSOR is set.
 #if defined(__x86_64__) || defined(__i386__)
     const std::string processor = "${SLC_CC_PROCESSOR--march=native} ";
 #else

@@ -50,8 +50,8 @@ private:
     struct sigaction m_before = {};
 };
 
-/// Ends this process by the signal if Ctrl-C has ended the command, or the shell that ran it. While
-/// the shell runs, this process ignores these signals.
+/// Ends this process by SIGINT or SIGQUIT if that signal has ended the command, or the shell that
+/// ran it: while the shell runs, this process ignores both signals.
 void EndAsTheCommand(int status)
 {
     for (const int signal : {SIGINT, SIGQUIT})
@@ -119,8 +119,8 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     return !stream.fail();
 }
 
-/// Does the work of the default command in this process. Keeps the text in memory unless a file is
-/// requested.
+/// Preprocesses with the library, as if by the default command. Keeps the text in memory unless a
+/// file is requested.
 [[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
 {
     QxCompileOptions options = line.m_compile;

@@ -17,7 +17,8 @@
 void KeepPreprocessedText(const SlcCommandLine& line, SlcRunFiles& files);
 
 /// Makes the shared object from the C++ file, and then moves that file into place if it is kept.
-/// True if the command returned 0; otherwise the fault has been reported.
+/// True if the command returned 0 and the files are in place; otherwise the fault has been
+/// reported.
 [[nodiscard]] bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files);
 
 /// Moves the file to `place`. False after a reported failure.

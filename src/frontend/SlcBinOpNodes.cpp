@@ -1,6 +1,6 @@
-// All operators of two values share one structure; walkers distinguish them by their classes. Both
-// sides are always evaluated, the left one first. The operators that short-circuit, `&&` and `||`,
-// are relations.
+// All binary arithmetic operators share one structure; walkers distinguish them by their classes.
+// Both sides are always evaluated, the left one first. The operators that short-circuit, `&&` and
+// `||`, are relations.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -11,9 +11,9 @@ class SlcIdentNode;
 class SlcIntConstNode;
 class SlcStringLiteralNode;
 
-/// Base of literals and names. They are pooled: the `Create` operations record each new node in a
-/// list of its class, which lives until the compilation ends. Their position is not set; the token
-/// value and the node that contains them have it.
+/// Base of literals and names. They are pooled: the `Create` operations except `CreateBool` record
+/// each new node in a list of its class, which lives until the compilation ends. Their position is
+/// not set; the token value and the node that contains them have it.
 class SlcLexicalNode : public SlcVisitable<SlcLexicalNode, SlcSyntaxNode> {
 public:
     [[nodiscard]] virtual bool IsBool() const { return false; }

@@ -1,5 +1,5 @@
-// Loops and light statements share a base, since passes treat all their bodies alike: a body may
-// not run at all, and most bodies run repeatedly, so that an assignment can reach a read that
+// Loops and light statements share a base, since passes treat all their bodies alike: a body might
+// never run, and most bodies run repeatedly, so that an assignment can reach a read that
 // precedes it in the source.
 //
 // If `break` or `continue` has no level, the node has level 1.

@@ -1,9 +1,9 @@
-// Each candidate is tried with the parser's own tables: it is inserted before the rejected token,
-// followed by the rest of its line:
+// Each candidate for the missing token is tried with the parser's own tables: it is inserted before
+// the rejected token and the rest of the line:
 //
 //     x = mix(a b, c);        rejected: b
 //         , b , c ) ;         all accepted
-//         ) b                 no: a statement without its ";" is a report
+//         ) b                 b is rejected: only the rule that reports a missing ";" accepts it
 //
 // So the choice follows from the grammar and not from the surrounding text. A candidate is rated by
 // the number of tokens up to the first one that is rejected; later tokens do not count.
@@ -24,8 +24,8 @@ namespace {
 
 using Candidates = std::array<int, 7>;
 
-// Of several equally good candidates the first is used. In a declaration, another name could follow
-// a ',' where a statement could follow a ';'; at the start of a line, a statement is more likely.
+// Of several equally good candidates the first is used. In a declaration, ',' before another name
+// and ';' before a statement may be equally good; at the start of a line, ';' is more likely.
 constexpr Candidates k_withinLine = {')', ',', ';', '(', '{', '}', ']'};
 constexpr Candidates k_atLineStart = {')', ';', ',', '(', '{', '}', ']'};
 

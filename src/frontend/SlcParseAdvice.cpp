@@ -1,5 +1,5 @@
-// Tracks the tokens: open parentheses and braces with the indentation of their lines, the head of
-// the current statement, and whether a condition contains a comparison. SlcParseHints.cpp derives
+// Tracks the open parentheses, the open braces and the indentation of their lines, the head of the
+// current statement, and whether a condition contains a comparison. SlcParseHints.cpp derives
 // advice from this state. Unless advice is shown, token texts are not kept and no hints are made.
 //
 // After a fault the parser drops tokens up to a ";" or "}". After a fault in the head of a
@@ -264,8 +264,8 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         if (m_braces.empty())
             return;
         // A closing brace that is indented less than the opening brace suggests that it is meant
-        // for an outer block, and that the one of this block is missing. The indentation says
-        // nothing about a brace that another one follows directly.
+        // for an outer block, and that the closing brace of this block is missing. If another "}"
+        // follows directly, the indentation of the line says nothing about this brace.
         const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;

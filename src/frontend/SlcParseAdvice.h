@@ -47,7 +47,7 @@ public:
     /// Returns a repair with which the parser, which has given up, could continue. Returns nothing
     /// at the end of the source, or if an earlier repair is at a later token.
     [[nodiscard]] std::optional<Repair> NextRepair() const;
-    /// Call it when the last token ended the block of a call, after that fault has been reported.
+    /// Call it after a call with a block has been reported; the last token must end that block.
     void RejectedBlock() { m_drops = Drops::Else; }
 
 private:
@@ -73,7 +73,7 @@ private:
     [[nodiscard]] int ReadAfterHead();
     /// Reads up to the last token of a statement or definition that has been read in part.
     [[nodiscard]] int ReadToEnd();
-    /// Returns the token to pass to the parser instead of `token` while it drops tokens.
+    /// While the parser drops tokens: returns the token to pass to the parser instead of `token`.
     [[nodiscard]] int Resume(int token);
     /// True if the last token, a brace, begins the block after a head with a fault.
     [[nodiscard]] bool BeginsBlock() const;

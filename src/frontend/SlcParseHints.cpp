@@ -1,11 +1,12 @@
-// Guesses the meaning of a token that the parser rejects. Most such mistakes come from other
-// languages, and the last few tokens identify them:
+// Guesses the mistake that made the parser reject a token. Most mistakes come from the habits of
+// other languages, and the last few tokens identify them:
 //
 //     int i = 3;        unexpected 'i': the language has no 'int', ..., write 'float'
 //     if (x) y = 1;     unexpected 'y': a condition needs a comparison
 //     i++;              unexpected '+': there is no '++', write '+= 1'
 //
-// Each `Hint` handles one family of mistakes; the first that recognizes one determines the advice.
+// Each `HintOn` function handles one family of mistakes; the first function that recognizes its
+// mistake determines the advice.
 // A missing separator or bracket is found with the parser's tables (SlcMissingToken.cpp).
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp.

@@ -28,7 +28,7 @@ std::optional<SlcParseAdvice::Repair> SlcParseAdvice::NextRepair() const
     if (SlcCurrentPosition().isAtEnd || m_scanned == 0)
         return std::nullopt;
     Repair repair = {m_scanned - 1, 0};
-    // Shortly after a fault the parser reports no other one, so `m_found` may be at another token.
+    // Shortly after a fault the parser reports no other, so `m_found` may be at an earlier token.
     if (m_found.at == repair.at)
         repair.token = m_found.token;
     const bool goesBack = !m_repairs.empty() && repair.at < m_repairs.back().at;

@@ -15,10 +15,10 @@
 
 /// The scanner of a compilation, which scans one source at a time: the generated scanner, and the
 /// functions that the rules of scanner.l call to track the current file, line and column, and the
-/// source line for reports. Their state is `SlcCurrentPosition`, which only these operations write.
+/// source line for reports. They keep them in `SlcCurrentPosition`, which no other code writes.
 ///
-/// The rules receive the object: some ten operations are called per token, and looking it up in the
-/// compilation each time took a third of the scanner's time.
+/// The rules receive the scanner: some ten operations are called per token, and looking the scanner
+/// up in the compilation each time took a third of its time.
 class SlcScanner {
 public:
     static constexpr std::size_t k_maxTokenLength = 8191;
@@ -57,7 +57,7 @@ public:
     /// Unreads the last `count` characters that a rule matched; they will be scanned again.
     void GiveBack(std::size_t count) { m_position.taken -= count; }
 
-    /// Records that the string literal that begins with the consumed text is not closed.
+    /// Records that the consumed text ends with a string literal that is not closed.
     void NoStringEndsHere() { m_noStringBefore = m_position.taken; }
     /// True if the quote that was just consumed may begin a string literal.
     [[nodiscard]] bool CanStringStart() const { return m_position.taken > m_noStringBefore; }
@@ -78,8 +78,8 @@ public:
     /// Handles the newline rule: `text` is the line break and the whole next line. Ends the
     /// compilation with status 2 if the line is too long.
     void BeginLine(std::string_view text);
-    /// Allows any length for the next line: generated sources with a single line follow a line
-    /// marker. Reports show its beginning.
+    /// Allows any length for the next line; called after a line with "#" and after a `//` comment.
+    /// A generated source may be one long line after a line marker. Reports show its beginning.
     void AllowLongLine() { m_mayBeLong = true; }
     /// Handles the newline rule inside a comment, where lines may have any length.
     void BeginSkippedLine(std::string_view text);

@@ -6,7 +6,7 @@
 //     normal, vector    yes                 no                  yes
 //     float, color      no                  no                  yes: it becomes each component
 //     float[], float[3] yes                 yes                 yes
-//     error, anything   yes                 yes                 yes: the error is reported
+//     error, anything   yes                 yes                 yes: a report has been made
 //
 // Tested by tests/frontend/SlcTypeNodeTest.cpp.
 

@@ -18,7 +18,7 @@ public:
 };
 
 /// A whole-grid assignment, outside parallel brackets. Both sides are varying and of the same type,
-/// which is neither a string nor an array: `x = y` without a varying condition.
+/// which is neither a string nor an array: for example `x = y` without a varying condition.
 class SlcAssignSIMDICode : public SlcICodeOf<SlcAssignSIMDICode, SlcAssignICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

@@ -54,8 +54,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Runs the guarded code where the flag is true: the `then` of a varying condition, and code after
-/// some points may have left the loop or function.
+/// Runs the guarded code where the flag is true: the branches of a varying condition, and code that
+/// some points may skip because they have left the loop or function.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

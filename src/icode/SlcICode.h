@@ -16,15 +16,15 @@ public:
     /// True if the class has any of these traits: `code->Is(BeginsBlock | EndsBlock)`.
     [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
-    /// Index at which `SlcDefUse` caches what the instruction reads and writes. Code that replaces
-    /// an operand after that query resets it to -1.
+    /// Index at which `SlcDefUse` caches what the instruction reads and writes; -1 before that.
+    /// Code that replaces an operand afterwards must reset the index to -1.
     int m_flowIndex = -1;
 
 protected:
     [[nodiscard]] virtual unsigned Traits() const = 0;
 };
 
-/// Implements the walker dispatch and the traits of the concrete instruction class `Self`. It is
+/// Implements the walker dispatch and the traits of the concrete instruction class `Self`. This is
 /// the class between `Self` and `Base`, whose constructors it inherits:
 ///
 ///     class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> { using ... };

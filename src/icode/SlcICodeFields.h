@@ -9,7 +9,7 @@ struct SlcLimitedBy {
     SlcOperand& flag;  // null operand: all points
 };
 
-/// Marks a list of operands of which the instruction may write the arrays, but nothing else.
+/// Marks a list of operands in which the instruction may write the arrays, but no other operand.
 struct SlcArraysOf {
     explicit SlcArraysOf(std::deque<SlcOperand>& list) : operands(list) {}
 

@@ -11,7 +11,7 @@ enum Trait : unsigned {
     None = 0,
     Computes = 1 << 0,          // has no effect except the one value that it writes
     MovesFromLoops = 1 << 1,    // may be hoisted out of a loop that always runs it
-    WholeGrid = 1 << 2,         // takes varying operands as arrays: no constant can replace one
+    WholeGrid = 1 << 2,         // takes varying operands as arrays: a constant cannot replace them
     PartialWrite = 1 << 3,      // may leave some points or parts of its result unchanged
     PartialIfLimited = 1 << 4,  // the same, but only if it has a condition
     BeginsBlock = 1 << 5,       // control may jump to it

@@ -17,8 +17,8 @@
 /// - whole-grid instructions are outside runs; other instructions that compute varying values are
 ///   inside;
 /// - in a list that has just been lowered, a temporary is written before it is read, in textual
-///   order, which is also the order on every path; later, folding removes writes that no point
-///   would execute;
+///   order, which is also the order on every path; optimized lists are not checked for this, since
+///   folding removes writes that no point would execute;
 /// - flags are booleans, jumps test uniform flags, and only an assignment or `any` turns a
 ///   varying value into a uniform one.
 class SlcICodeValidator : private SlcOperandWalker {

@@ -1,5 +1,5 @@
-// Most words are in SlcICodeClasses.def. A table here lists those whose instructions need more than
-// operands. Transforms, with two words for each of four types, and calls of shadeops, with any
+// Most words are in SlcICodeClasses.def. A table here lists the words whose instructions need more
+// than operands. Transforms, with two words for each of four types, and calls of shadeops, with any
 // number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"

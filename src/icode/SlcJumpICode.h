@@ -52,8 +52,8 @@ public:
     SlcOperand m_flag;
 };
 
-/// Jumps past the code of a uniform condition that is false, or out of a loop in which no point is
-/// active.
+/// Jumps to the label if the flag is false, for example past the code of a uniform condition, or
+/// out of a loop in which no point is active.
 class SlcIfFalseGotoICode : public SlcICodeOf<SlcIfFalseGotoICode, SlcGotoICode> {
 public:
     SlcIfFalseGotoICode(SlcOperand flag, SlcLabel label)

@@ -7,8 +7,9 @@
 /// The head of `illuminate (position, axis, angle)`: flag = the points that the light at `position`
 /// reaches; L = the direction from it to `Ps`.
 ///
-/// The light reaches a point that lies within `angle`, in radians, of `axis`. The plain form is
-/// used in a parallel run; the whole-grid form takes uniform operands.
+/// The light reaches a point that lies within `angle`, in radians, of `axis`; without a cone, all
+/// points. The plain form is used in a parallel run; the whole-grid form requires that `position`,
+/// `axis` and `angle` are uniform.
 class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
     SlcIlluminateICode() = default;

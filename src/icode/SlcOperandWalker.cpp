@@ -31,7 +31,7 @@ void SlcOperandWalker::ReadWrite(SlcOperand& operand)
     Write(operand);
 }
 
-/// Passes the fields of an instruction to the walker, without those that are not set.
+/// Passes the fields of an instruction to the walker, except fields that are not set.
 struct SlcOperandWalker::Fields {
     SlcOperandWalker& walker;
 

@@ -7,12 +7,12 @@
 ///
 /// Null operands (an absent result or condition) are skipped. Variables that an instruction
 /// accesses without naming them (`L` in a light loop, `P` in the lighting built-ins) are not
-/// visited: `SlcDefUse` adds those. Whether a write reaches all points is a trait of the
+/// visited: `SlcDefUse` adds them. Whether a write reaches all points is a trait of the
 /// instruction.
 class SlcOperandWalker : public SlcAllICodeWalker {
 public:
     /// Visits the operands of one instruction: all reads in the order of its fields, then all
-    /// writes.
+    /// writes. The output arguments of a call, which are both, come between the two.
     void Visit(const SlcPtr<SlcICode>& code) { code->ApplyWalker(this); }
 
 protected:

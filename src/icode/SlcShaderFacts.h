@@ -16,7 +16,7 @@ struct SlcParameterInfo {
     SlcPtr<SlcListICode> initList;          // code that computes the default value
     std::deque<SlcOperand> initValues;      // hold the default value after the list has run
     bool initDependsOnContext = false;      // cannot be computed once per shader instance
-    bool needsObjectSpace = false;          // the initializer names the space "object"
+    bool needsObjectSpace = false;          // the initializer or code that it calls names "object"
     SlcStringLiteralNode* space = nullptr;  // of the default value; written to the file
 };
 

@@ -3,8 +3,8 @@
 #include "frontend/SlcAnnotation.h"
 #include "icode/SlcLexType.h"
 
-/// The flag in which the caller needs a relation's value, and whether to invert it. Attached to the
-/// relation before each walk.
+/// The flag that the caller prefers for a relation's value, and whether to invert the value.
+/// Attached to the relation before each walk.
 class SlcBoolExprResult : public SlcAnnotation {
 public:
     SlcBoolExprResult() = default;

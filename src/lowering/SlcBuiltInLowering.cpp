@@ -3,8 +3,8 @@
 //     plain           { CALL_PRIM_SIN T x }                 at each point, in a block
 //     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside blocks, if the card has such
 //                                                           a form and the details match it
-//     special         `sm_specials`                         reads neighbours, or needs another
-//                                                           list of arguments
+//     special         `sm_specials`, `filterstep` and       reads neighbours, needs another list
+//                     transforms                            of arguments, or names known spaces
 //
 // A card's whole-grid form specifies the detail of each argument. If it requires a varying argument
 // and the call has a uniform one, the value can be copied to all points first. This pays off only

@@ -13,8 +13,9 @@ class SlcFuncVarArgSingle;
 /// Lowers a call of a built-in whose arguments have been evaluated: as a plain call, as a call for
 /// the whole grid, or by a special lowering.
 ///
-/// `FindSpecialLowering` lists the primitives with a special lowering. Those are in separate files
-/// by concept: rewritten argument lists, derivatives, and transforms between known spaces.
+/// `sm_specials` lists the primitives with a special lowering, except `filterstep` and the
+/// transforms between named spaces. The special lowerings are in separate files by concept:
+/// rewritten argument lists, derivatives, and transforms between known spaces.
 class SlcBuiltInLowering {
 public:
     /// Both must outlive this object.
@@ -50,10 +51,10 @@ private:
     /// call.
     [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                            SlcDetailNode* detail);
-    /// Emits a call for each point, or one call if all operands are uniform. Returns null for a
-    /// void call.
+    /// Emits a call for each point, or one call if the call is uniform (`DetailOfCall`). Returns
+    /// null for a void call.
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
-    /// Emits the call in a block of that detail; `result` may be null.
+    /// Emits the call in a block of detail `detail`; `result` may be null.
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
     /// Emits the call in the given form, outside blocks.
@@ -63,7 +64,8 @@ private:
     [[nodiscard]] static SlcPtr<SlcICode> MakeCall(const BuiltInCall& call,
                                                    const SlcOperand& result, ArgumentList list,
                                                    const SlcGridForm& form);
-    /// Moves the arguments of a variable tail to their fixed positions, with defaults for those
+    /// Replaces the variable tail of the arguments, which follows the fixed ones, by one argument
+    /// in a fixed position for each value that the tail may contain, with defaults for the values
     /// that the call leaves out.
     void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
     /// Returns the operand for a tail value that the call leaves out. For an output it is a
@@ -74,11 +76,12 @@ private:
     [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
     /// Returns null for a primitive without a special lowering.
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
-    /// Emits one call for the whole grid. Returns null if the built-in has no such form, or its
-    /// arguments do not match it.
+    /// Emits one call for the whole grid, or a plain call if the enclosing conditions require that.
+    /// Returns null if the built-in has no whole-grid form, or its arguments do not match the form.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
     /// True if the details of the arguments match the whole-grid form, possibly once some uniform
-    /// arguments have been copied to all points. Adds the positions of these to `widened`.
+    /// arguments have been copied to all points. Adds the positions of the arguments to copy to
+    /// `widened`.
     [[nodiscard]] bool CanUseGridCall(const BuiltInCall& call,
                                       std::vector<std::size_t>& widened) const;
     /// Copies the uniform arguments at `places` to varying temporaries, in one block.
@@ -87,7 +90,7 @@ private:
     // Each `CreateBuiltIn...` emits the call and returns the result. Derivatives are in
     // SlcBuiltInLoweringDerivatives.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
-    /// Returns the derivative of a uniform value.
+    /// Returns the derivative of a uniform value: a zero of the call's type.
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
     /// Returns the operand of the variable. Fatal if this kind of shader does not have it; the
     /// report names `function`.

@@ -2,8 +2,8 @@
 //
 //     c = Du(x)           CALL_PRIM_DU_FLOAT_SIMD c x du           with a uniform x: c = 0
 //
-// Under a varying condition, inactive neighbours are not used for the difference, and a warning
-// says so. Each of the five functions is one table row: they differ in how many arguments are
+// Under a varying condition, inactive neighbours are not used for the difference, and the call gets
+// a warning. Each of the five functions is one table row: they differ in how many arguments are
 // differentiated, and in whether `du` and `dv` are added as arguments.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.

@@ -1,11 +1,11 @@
-// Transforms between spaces whose names are constants are lowered as steps through the current
-// space.
+// If whole-grid forms are enabled, transforms between spaces whose names are constants are lowered
+// as steps through the current space.
 //
 //     transform("a", "b", p)       T = from "a" p; r = to "b" T
 //     transform("b", p)            r = to "b" p            one step: p is in the current space
 //     transform("a", "a", p)       r = p
 //
-// Names that are known only at run time are passed to the primitive, which looks them up.
+// Otherwise the names are passed to the primitive, which looks them up at run time.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Returns 0 for an array of unknown length, and for all other types.
+/// Returns the length of an array type; 0 if the length is unknown, and for all other types.
 int LengthOf(const SlcTypeNode* type)
 {
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type);

@@ -19,9 +19,9 @@ public:
     /// one entry per argument.
     [[nodiscard]] std::deque<SlcOperand>
     ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
-    /// Returns `value` converted to `type`. Reports an array whose length differs from that of
-    /// `type`: the length of a formal may be known only in an expansion. `what` names the value in
-    /// the report.
+    /// Returns `value` converted to `type`. An array is returned unchanged, but reported if its
+    /// length differs from that of `type`: the length of a formal may be known only in an
+    /// expansion. `what` names the value in the report.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
                                               SlcTypeNode* type, const std::string& what);
     /// Returns the name of an argument for reports; `position` counts from 0.

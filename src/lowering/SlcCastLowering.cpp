@@ -17,7 +17,8 @@
 
 namespace {
 
-/// Values are stored in the current space and in rgb, so these need no transform.
+/// Values are stored in the current space and in rgb, so a cast from one of these needs no
+/// transform.
 bool NeedsTransform(const SlcCastExprNode* node)
 {
     if (!node->GetSpace())
@@ -75,7 +76,8 @@ SlcOperand SlcCastLowering::Triple(SlcCastExprNode* node, const SlcOperand& x, c
     return GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
 }
 
-/// If the source is uniform, `constructor`, which computes it, is in the block of the transform.
+/// `constructor` is in a block. The transform is in the same block if the source is uniform;
+/// otherwise it has whole-grid form and follows the block.
 SlcOperand SlcCastLowering::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
                                          const SlcOperand& source, SlcTypeNode* type,
                                          const SlcPtr<SlcICode>& constructor)

@@ -23,9 +23,9 @@ public:
                                     const SlcOperand& z);
     /// Lowers the cast of sixteen floats to a matrix, row by row.
     [[nodiscard]] SlcOperand Matrix(SlcCastExprNode* node, const std::deque<SlcOperand>& values);
-    /// Lowers the cast of any other operand: a float to a triple or to the diagonal of a matrix, or
-    /// a triple to another kind of triple. Returns the operand itself if the type is the same and
-    /// no transform is needed.
+    /// Lowers the cast of any other operand, such as a float to a triple or to the diagonal of a
+    /// matrix, or a triple to another kind of triple. Returns the operand itself if the type is the
+    /// same and no transform is needed.
     [[nodiscard]] SlcOperand Value(SlcCastExprNode* node, const SlcOperand& operand);
 
 private:

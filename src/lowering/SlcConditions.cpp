@@ -1,6 +1,6 @@
 // Blocks, flags and the levels of conditions.
 //
-// Every instruction that is not in whole-grid form is in a block, which guards it only by the
+// Each computation that is not in whole-grid form is in a block, which guards it only by the
 // innermost level. That suffices because a varying flag made under a condition is false wherever
 // that condition is false.
 //
@@ -44,8 +44,8 @@ void SlcConditions::AddBeginBlock(const SlcDetailNode* detail)
     const Condition& innermost = m_conditions.back();
     m_blockEndLabels.push_back(m_list.GenLabel());
     const SlcOperand& flag = uniform ? innermost.uniformFlag : innermost.flag;
-    // The level may have no flag for this kind of code. The label is pushed anyway, so that the end
-    // of the block pops the label of its beginning.
+    // The level may have no flag for code of this detail. The label is pushed anyway, so that the
+    // end of the block pops the label of its beginning.
     if (flag.Null())
         return;
     if (innermost.state == AssignIfValue::IfTrue)

@@ -31,7 +31,7 @@ public:
     {
     }
 
-    /// Call it for each new list, which must not use flags of another one.
+    /// Call it for each new list: a list must not use the flags of another list.
     void Start();
 
     // Blocks.
@@ -57,17 +57,18 @@ public:
     void GenAllActive(const SlcOperand& flag);
     /// Sets `flag` to `value` at the points that are not active in the innermost level.
     void AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value);
-    /// Clears a varying flag, which has just been set under the enclosing condition, outside that
-    /// condition, so that guarded code need not test both.
+    /// Clears a varying flag that has just been set under the innermost condition, at all points
+    /// outside that condition, so that guards need not test both flags. Does nothing under a
+    /// uniform guard.
     void ClearOutsideCondition(const SlcOperand& flag);
 
     // Levels.
     /// The innermost level is the last.
     [[nodiscard]] const std::vector<Condition>& Levels() const { return m_conditions; }
-    /// Open a level: from here on, varying code is guarded by `flag`, which is true, or false, at
-    /// the active points, and uniform code by `uniformFlag`; without it uniform code is not
-    /// guarded. A level alone does not count as a varying condition: call `InsideParallelCond` for
-    /// that. Levels end in reverse order.
+    /// Open a level: from here on, varying code is guarded by `flag`, which is true (for the second
+    /// function, false) at the active points, and uniform code by `uniformFlag`, or not at all if
+    /// that is null. A level alone does not count as a varying condition: call `InsideParallelCond`
+    /// for that. Levels end in reverse order.
     void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndParallelIfTrue() { m_conditions.pop_back(); }
@@ -75,7 +76,8 @@ public:
     /// Opens a level for the points that are not active in the innermost level, which must exist.
     void BeginParallelIfNotCurrentCond();
     void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
-    /// Open and close the level of the right side of a logical operator.
+    /// Open and close the level of the right side of `||`, or of any logical operator with a
+    /// uniform left side. For a varying `&&`, `EnterCondition` opens the level.
     void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndAssignIfTrue();
@@ -91,7 +93,7 @@ public:
     // Queries about the current place.
     /// True under a varying condition.
     [[nodiscard]] bool IsInParallelIf() const { return m_parallelCondDepth > 0; }
-    /// True in the right side of a logical operator.
+    /// True inside a level that `BeginAssignIfTrue` or `BeginAssignIfFalse` opened.
     [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
     /// Under a varying condition, returns the innermost varying flag, which is true at the active
     /// points; otherwise null.
@@ -112,8 +114,8 @@ public:
     [[nodiscard]] SlcGridForm FormFor(const SlcDetailNode* detail) const;
     /// Adds an instruction of the given form; a plain one goes into a varying block.
     void AddInForm(const SlcGridForm& form, const SlcPtr<SlcICode>& code);
-    /// Emits a jump to `label` that is taken if no point is active; nothing if the innermost level
-    /// has no uniform flag.
+    /// Emits a jump to `label` that is taken if no point is active; nothing outside all levels, or
+    /// if the innermost level has no uniform flag.
     void GenSkipWithoutPoints(const SlcLabel& label);
 
 private:

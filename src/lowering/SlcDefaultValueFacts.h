@@ -24,8 +24,8 @@ public:
         SlcStringLiteralNode* space;  // written to the file; "" if the value is in no single space
     };
     /// Returns the facts about a parameter with this initializer and type. Every expression must
-    /// have its type and detail from semantic analysis. A parameter depends on its context if its
-    /// initializer names a parameter that does, according to that parameter's entry.
+    /// have its type and detail from semantic analysis. The caller stores `dependsOnContext` in the
+    /// parameter's entry, where calls for later parameters that name this one read it.
     [[nodiscard]] Facts Of(SlcExprNode* initializer, const SlcTypeNode* type);
 
 private:
@@ -46,18 +46,20 @@ private:
     void CallBuiltIn(SlcProcCallExprNode* node);
     void CallFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     void NameSpace(const SlcStringLiteralNode* space);
-    /// Records that a part of the value is in `space`; if two parts differ, the value has no single
-    /// space.
+    /// Records that a part of the value is in `space`. If an earlier part is in another space, the
+    /// value has no single space.
     void UseSpace(const std::string& space);
-    /// Records a product or sum with a float, whose value is in `plainSpace` regardless of the
-    /// space that its parts name.
+    /// Records an arithmetic operation between a float and a value in a space; its result is in
+    /// `plainSpace`. If the space found so far is another one, the value has no single space.
     void LeaveNamedSpace(const char* plainSpace);
     [[nodiscard]] SlcStringLiteralNode* SpaceOf(const SlcTypeNode* type) const;
 
     // Found since the walk of the current function or default value began.
-    bool m_usesGrid = false;          // predefined variables, textures, or calls that read such
-    bool m_dependsOnContext = false;  // on predefined variables, or on parameters that vary or
-                                      // depend on their context
+    bool m_usesGrid = false;          // accesses predefined variables or textures, directly or in
+                                      // a called function
+    bool m_dependsOnContext = false;  // accesses a predefined or varying variable or a parameter
+                                      // that depends on its context, or calls code that uses the
+                                      // grid
     bool m_namesObjectSpace = false;
     enum class Space { None, One, Several };
     Space m_space = Space::None;  // in which the value is expressed

@@ -4,7 +4,7 @@
 //     w[i] with a varying i:   { R = &w[i]; T = R }         a read; after f(w[i]), which writes T:
 //                              { R = &w[i]; R = T }
 //
-// The write-back uses the index of the read, since the call may have changed the variable. Tested
+// The write-back uses the index of the read, since the call may have changed the variable i. Tested
 // by tests/lowering/SlcElementsTest.cpp.
 
 #include "lowering/SlcElements.h"

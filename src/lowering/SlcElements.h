@@ -12,8 +12,8 @@ class SlcSyntaxNode;
 ///
 /// With a varying index, a reference differs from point to point and is valid only in the block
 /// that contains it, so it must be in the same block as its access. A read copies the element to a
-/// temporary. Code that writes to such a copy, such as a call with an output argument, writes it
-/// back afterwards.
+/// temporary. After a call that writes to the copy, as to an output argument, the copy is written
+/// back to the array.
 class SlcElements {
 public:
     /// All must outlive this object.

@@ -20,20 +20,20 @@ class SlcSemanticError;
 
 /// Lowers a checked tree to intermediate code, with all user functions expanded in place.
 ///
-/// A tree walker with a value stack: each expression pushes exactly one operand, and its parent
-/// pops what it needs. A varying operation is placed in a parallel run, unless it has a whole-grid
-/// form and may use it.
+/// A tree walker with a value stack: each expression pushes one operand, an array constructor one
+/// per element and a void call none, and its parent pops what it needs. A varying operation is
+/// placed in a parallel run, unless it has a whole-grid form and may use it.
 ///
 ///     Ci = s * Cs        push s, push Cs; pop both; begin run; Ci = s * Cs; end run
 ///
 /// The list, the conditions and the value stack are separate classes in `SlcLoweringContext`. Calls
 /// of built-ins and shadeops, casts and texture accesses have separate lowering classes, which
-/// receive evaluated operands. This class only walks the tree, in files by concept: statements,
-/// expressions, assignments, conditions, relations, loops, calls, bodies and lights.
+/// receive evaluated operands. This class walks the tree and lowers the rest, in files by concept:
+/// statements, expressions, assignments, conditions, relations, loops, calls, bodies and lights.
 ///
 /// One object makes all lists of a shader, one after the other. It requires the types and details
-/// from semantic analysis and the marks of `SlcMarkLeaves` in the tree. It stores the operand of
-/// each variable in the variable's symbol entry.
+/// from semantic analysis and the marks of `SlcMarkLeaves` in the tree. It stores the operands of
+/// locals and of functions' formals in their symbol entries.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
     /// `options` must outlive this object.
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] virtual SlcPtr<SlcListICode>
     GenCode(SlcSyntaxNode* tree, SlcShaderTypeNode* shaderType, bool CiAssigned, bool OiAssigned);
     /// Returns the list that computes the default value of a parameter of type `type`; appends to
-    /// `values` the operands that hold the value after the list has run.
+    /// `values` the operand that holds the value after the list has run.
     [[nodiscard]] virtual SlcPtr<SlcListICode> GenInitFormalCode(SlcDefExprNode* definition,
                                                                  std::deque<SlcOperand>& values,
                                                                  SlcTypeNode* type);
@@ -64,9 +64,9 @@ private:
     struct LoopTest {
         SlcRelationNode* relation;
         bool containsBreakOrContinue;
-        SlcOperand flag;         // varying; true at points still in the loop
-        SlcOperand uniformFlag;  // true if any point is in it; null unless the relation varies
-        SlcOperand cond;         // value of the relation; null at first
+        SlcOperand flag;         // true at points still in the loop
+        SlcOperand uniformFlag;  // true if a point is in the loop; null unless the relation varies
+        SlcOperand cond;         // value of the relation; null until the first test is emitted
         SlcLabel start;
         SlcLabel end;
     };
@@ -94,18 +94,19 @@ private:
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
-    /// Evaluates the sixteen values.
+    /// Evaluates the sixteen values of a matrix and returns them in source order.
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
 
     // Assignments.
     [[nodiscard]] Target GenTarget(SlcAssignExprNode* node);
-    /// Evaluates `expr`, into `target` if possible: the code that computes it gets its result
-    /// variable from `GetResultVar`.
+    /// Evaluates `expr`, into `target` if possible: sets `target` as the hint of `expr`, from which
+    /// `GetResultVar` returns it.
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
-    /// Emits an assignment, in whole-grid form where that is allowed.
+    /// Emits an assignment, in whole-grid form where that is allowed; nothing if both operands are
+    /// the same.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
-    /// Returns `value` if it is uniform, otherwise a uniform copy of it. Needed to update a uniform
-    /// variable with it: in a varying block the update would happen once per point.
+    /// Returns `value` if it is uniform, otherwise a uniform copy of it. An update of a uniform
+    /// variable needs a uniform value: in a varying block it would happen once per point.
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
     /// Emits `lhs = lhs op rhs`. The next function emits any assignment to an element whose index,
     /// the last value on the stack, varies.
@@ -164,25 +165,25 @@ private:
     [[nodiscard]] SlcOperand FlagFor(const SlcOperand& target, SlcDetailNode* detail);
     /// Copies the uniform `flag` to the varying flag `copy`, and releases `flag`.
     [[nodiscard]] SlcOperand CopiedFlag(const SlcOperand& flag, const SlcOperand& copy);
-    // `flag` holds the value of the left side; each function returns the value of the whole
-    // operation.
+    // `flag` holds the value of the left side; each function returns the flag that holds the value
+    // of the whole operation.
     [[nodiscard]] SlcOperand GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag,
                                            bool inverted);
     [[nodiscard]] SlcOperand GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag,
                                           bool inverted);
     [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                              bool inverted, SlcConditions::AssignIfValue state);
-    /// Does the same, but emits a jump over the right side.
+    /// Like `GenUniformLogOp`, but emits a jump over the right side.
     [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
                                                      bool inverted,
                                                      SlcConditions::AssignIfValue state);
     /// Returns the flag of the condition of an `if`, which the caller releases.
     [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
-    /// Lowers `branch` for the points of the varying `flag`; sets `uniformFlag` from it.
+    /// Sets `uniformFlag` from the varying `flag`, and lowers `branch` for the points of `flag`.
     void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
     /// Selects one of the values with a jump.
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
-    /// Computes both values, each for its points.
+    /// Computes both values, each for the points that select it.
     void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
     /// Emits the test of a loop: computes the relation, and jumps to the end of the loop once no
     /// point remains.
@@ -190,21 +191,23 @@ private:
     /// Emits the loop up to its body. The caller lowers the body according to `cond` of the test,
     /// and calls `EndLoop`.
     [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
-    /// Emits the back edge and the end of the loop, and releases its flags.
+    /// Emits the back edge, after another test if the loop is rotated, and the end of the loop.
+    /// Releases its flags.
     void EndLoop(LoopTest& test);
     void GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test, const SlcLabel& next);
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     /// Lowers an expression used as a statement, and drops its value.
     void GenUnusedValue(SlcExprNode& expr);
-    /// True if points may leave the loops; otherwise reports `refusal`.
+    /// True if the `break` or `continue` can be lowered; otherwise reports `refusal`. Fatal if it
+    /// leaves more loops than there are.
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
     // Bodies of functions.
     /// Lowers the body of the called function, whose formals must be bound to operands, and pushes
-    /// the value unless the call is void. A body that returns inside a condition or a loop is
-    /// lowered as a varying loop with one iteration, which `return` leaves like a `break`. The
-    /// caller must protect the temporaries in use (`EnterBody`).
+    /// the value unless the call is void. On a grid, a body that returns inside a condition or a
+    /// loop is lowered as a varying loop with one iteration, which `return` leaves like a `break`.
+    /// The caller must protect the temporaries in use (`EnterBody`).
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// Lowers a body without early returns: it is expanded at the call, and its value is that of
     /// the `return`, or zero if there is none.
@@ -218,8 +221,8 @@ private:
     void GenBodyAsLoop(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// Lowers a body in a list that runs without a grid, where a `return` is a jump.
     void GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// Makes a variable for the value of a function that may return early; null for a void
-    /// function.
+    /// Makes a variable for the value of a function that may return early, and sets it to zero;
+    /// null for a void function.
     [[nodiscard]] SlcOperand GenResultOfEarlyReturns(SlcProcCallExprNode* call);
 
     // Calls.
@@ -228,7 +231,8 @@ private:
     void GenUserCall(SlcProcCallExprNode* call);
     /// False if the code would become too large, which is reported once.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
-    /// Binds the formals of the function to the arguments on the stack.
+    /// Binds the formals of the function to the arguments on the stack; returns the operands of the
+    /// output formals.
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
                                                       const SlcFuncInfo& info);
     /// Binds the formal to the last value on the stack, which is argument `position` of the call.
@@ -243,10 +247,11 @@ private:
     void Case(SlcIlluminanceStmtNode* node) override;
     /// Evaluates the given parts; null parts stay null.
     [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
-    /// Lowers the body of `illuminate` or `solar` for points where `flag` is true; elsewhere the
-    /// light is black.
+    /// Lowers the body of `illuminate` or `solar` for points where `flag` is true; at the other
+    /// active points, `Cl` is set to black.
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
-    /// Emits the loop with a test for each light that selects the points within the cone.
+    /// Emits the loop without its end: for each light, a test selects the points whose cone
+    /// contains the light.
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
     /// Emits the evaluation of the lights for the points at `position`, which may be uniform.
     void EnterLightLoop(const SlcOperand& position);
@@ -282,7 +287,7 @@ private:
     SlcTextureLowering m_textures{m_context};
 
     // Passed from one `Case` to another.
-    bool m_valueUnused = false;     // the assignment about to be walked is a statement
+    bool m_valueUnused = false;     // of the assignment about to be walked
     bool m_flagCopyNeeded = false;  // a relation must return a varying flag
     std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // cache of `FindCalls`
 

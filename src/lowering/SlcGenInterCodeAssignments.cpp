@@ -27,7 +27,8 @@ bool HasSIMDAssignment(const SlcTypeNode* type)
             type->IsPointType() || type->IsMatrixType());
 }
 
-/// At run time, `du` and `dv` differ in size from other predefined variables.
+/// At run time, `du` and `dv` have another size than other variables, so the whole-grid assignment
+/// cannot read them.
 bool IsPartialDerivativeStep(const SlcOperand& operand)
 {
     const std::string& name = operand->GetName();

@@ -1,7 +1,7 @@
 // Expands bodies of functions in place.
 //
 // An unconditional `return` ends the body: no code is emitted after it. Under a condition, or in a
-// loop, some points return earlier than others. Such a body is lowered as a varying loop with one
+// loop, some points return earlier than others. Then the body is lowered as a varying loop with one
 // iteration, and its `return` clears the flags of the points like a `break`. In a list that runs
 // without a grid, `return` jumps to the end.
 //
@@ -168,7 +168,7 @@ void SlcGenInterCode::GenBodyAsLoop(SlcProcCallExprNode* call, SlcStmtNode* body
 void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
-    // Copied, since the value may contain a call whose body is pushed on top of this one.
+    // Copied, since the value may contain a call, and pushing its body may move this one.
     const SlcLeaving::Body body = m_leaving.CurrentBody();
     if (body.end.Null()) {
         node->WalkIn(this);

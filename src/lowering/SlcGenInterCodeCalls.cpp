@@ -34,7 +34,7 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
-/// True if the stack suffices for the walk of the body, with a reserve for the enclosing levels.
+/// True if the rest of the stack suffices for the walk of the body, with a reserve of some levels.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
     constexpr std::size_t reserve = 32;

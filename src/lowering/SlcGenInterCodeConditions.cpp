@@ -21,8 +21,8 @@
 namespace {
 
 /// Determines whether an expression contains a call, which may read values of other points or run
-/// other code. The answer for each conditional expression is cached, since in a chain of them every
-/// one queries all that follow.
+/// other code. The answer for each conditional expression is cached: in a chain of conditional
+/// expressions each one queries all that follow it.
 class FindCalls : public SlcCodeWalker {
 public:
     /// `known` caches the answers for conditional expressions.

@@ -1,10 +1,11 @@
-// Lowers constants, variables, elements, arithmetic and constructors. Each expression pops the
-// operands of its parts and pushes one:
+// Lowers constants, variables, elements, arithmetic, constructors, casts and texture accesses. Each
+// expression pops the operands of its parts and pushes one; an array constructor leaves one per
+// element:
 //
 //     a * (b + c)       push a, b, c; pop two, { T0 = b + c }, push T0; pop two, { T1 = a * T0 }
 //
-// The result of an operation is varying if any operand is. It is stored in a new temporary, or in
-// the target of the enclosing assignment.
+// The result of an operation is varying if any operand is. It is stored in a temporary, or in the
+// target of the enclosing assignment.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -18,7 +19,8 @@
 
 namespace {
 
-/// Returns the type of a sum or product; a sum of vectors is also stored as a point.
+/// Returns the type of an arithmetic result. All results of the point family, such as the sum of
+/// two vectors, are stored as points.
 SlcTypeNode* ResultType(const SlcBinOpExprNode* node, const SlcOperand& left,
                         const SlcOperand& right)
 {
@@ -159,7 +161,7 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
     const SlcOperand copy =
         m_list.GetResultVar(node, SlcElements::ElementType(array), SlcDetailNode::AVarying());
     m_elements.GenElementRead(copy, array, index);
-    // If the element was read into the target of an assignment, that variable is not its copy.
+    // An element that was read into the target of an assignment is not written back from there.
     if (!(copy == SlcPossibleTypes::Of(node)->GetOperandHint()))
         m_elements.RememberCopy(copy, array, index);
     m_values.Push(copy);

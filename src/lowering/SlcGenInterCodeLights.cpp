@@ -159,7 +159,7 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
     check->m_position = m_values.Pop();
 }
 
-/// Lights can be evaluated only for varying points.
+/// Lights can be evaluated only for a varying position.
 void SlcGenInterCode::EnterLightLoop(const SlcOperand& position)
 {
     m_lights.EnterLightLoop(SlcLightEvaluations::IsP(position) ? position

@@ -1,8 +1,9 @@
 // Lowers loops, and the statements that leave them.
 //
-// A loop runs until no point remains in it; its flag marks the remaining points. With code motion
-// the loop is rotated: the test is emitted before the loop and again after the body, so that
-// hoisted code does not run if the loop does not.
+// A loop runs until no point remains in it; its flag marks the remaining points. If the relation is
+// uniform, a jump leaves the loop for all points. With code motion the loop is rotated: the test is
+// emitted before the loop and again after the body, so that hoisted code does not run if the loop
+// does not.
 //
 //     while (c) S      f = active; L: f = c under f; goto E if no f; under f: S; goto L; E:
 //     code motion      f = active; f = c ...; goto E; L: under f: S; f = c ...; goto E; goto L; E:
@@ -93,8 +94,8 @@ void SlcGenInterCode::GenerateLoopCondition(LoopTest& test)
 {
     const bool outerCopy = std::exchange(m_flagCopyNeeded, test.containsBreakOrContinue);
     const SlcOperand upper = m_conditions.InnermostUniformFlag();
-    // The guards of the body test the flag of the first test, so the second test must write the
-    // same flag.
+    // The guards of the body read the flag that the first test writes, so the second test must
+    // write the same flag.
     const bool again = test.cond && !test.cond->IsUniform();
     m_conditions.EnterCondition(test.flag, upper);
     const SlcOperand cond = GenRelation(test.relation, again ? test.cond : nullptr, false);

@@ -1,11 +1,11 @@
 // Lowers relations (comparisons and logical operators) to flags.
 //
-// Negation is pushed down to the comparisons by De Morgan's law. The right side is guarded by a
-// flag that the left side determines, so it runs only where the left side has not decided the
-// result. If the left side is uniform, this flag replaces all enclosing guards, so inactive points
-// also get a value, which is corrected afterwards. If that would be too late, because the right
-// side has side effects, may read outside an array or makes flags, it runs under all enclosing
-// conditions.
+// Negation is pushed down to the comparisons by De Morgan's law. The right side of an operator is
+// guarded by a flag that the left side determines, so it runs only where the left side has not
+// decided the result. If the left side is uniform, this flag replaces all enclosing guards, so
+// inactive points also get a value, which is corrected afterwards. If that would be too late,
+// because the right side has side effects, may read outside an array or makes flags, it runs under
+// all enclosing conditions.
 //
 //     a && b      f = a; any f; under f: f = b                        varying a
 //     a || b      f = a; r = not f; any r; under r: r = b; f = f or r
@@ -178,7 +178,7 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 }
 
 /// The right side runs only if `flag`, the left side's value, is `state`. Its guard replaces the
-/// enclosing guards; a jump skips a right side that must not run outside those.
+/// enclosing guards; a right side that must not run outside them is skipped by a jump.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, SlcConditions::AssignIfValue state)
 {

@@ -92,7 +92,7 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         m_errors->FatalError(node, "Variable " + node->GetIdent()->GetName() +
                                        " not found while generating intermediate code");
     const SlcStorageSpecNode* storage = entry->GetStorage();
-    // Such a name refers to a variable that already has an operand.
+    // This declaration only names a variable that already has an operand.
     if (storage->IsExtern() || storage->IsReadOnly() || storage->IsReadWrite())
         return;
 

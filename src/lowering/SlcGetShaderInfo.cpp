@@ -68,7 +68,7 @@ void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
     m_facts.m_shader = node;
     m_facts.m_shaderType = node->GetShaderType();
     m_codeGenerator->SetShaderType(m_facts.m_shaderType);
-    // The lowering always sets these before the body (DefaultOutputValues).
+    // The lowering always sets these outputs before the body (DefaultOutputValues).
     if (m_facts.m_shaderType->IsLight()) {
         AddVarIfNotInList(Hiddens::EntryNamed("Cl"));
         AddVarIfNotInList(Hiddens::EntryNamed("Ol"));
@@ -166,7 +166,7 @@ void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
     using Lowering = SlcTextureLowering;
     const SqxPrimitive primitive =
         Lowering::PrimitiveOf(node, Lowering::Source::Point, m_facts.m_shaderType);
-    // An area light instead of a point makes no difference here.
+    // The shadow of an area light reads the same variables.
     AddImplicitReads(primitive);
 }
 

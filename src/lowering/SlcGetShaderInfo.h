@@ -17,7 +17,7 @@ class SlcSemanticError;
 /// code that initializes them, the predefined variables that it accesses, the spaces that it names,
 /// the shadeops that it calls, and a few facts about the whole shader.
 ///
-/// One walk over the checked tree with the marks of `SlcMarkLeaves`. Functions that are never
+/// Walks once over the checked tree with the marks of `SlcMarkLeaves`. Functions that are never
 /// called are skipped. Default values are lowered during the walk, since a parameter's operand must
 /// exist before a later default value names it.
 class SlcGetShaderInfo : public SlcCodeWalker {
@@ -54,7 +54,8 @@ private:
     /// shader has no such variable.
     void AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry);
     void AddImplicitReads(SqxPrimitive primitive);
-    /// Records that the variable is read, written or both.
+    /// `RecordAccess` adds the variable to the list if it is predefined. `Write` records a write in
+    /// the facts about colors, opacities and `P`, and ignores other variables.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& entry);
     void Write(const SlcPtr<SlcVarSymbolEntry>& entry);
     /// Records a write to an argument if it is a variable or an element.
@@ -64,8 +65,8 @@ private:
 
     /// Adds the shadeop that `call` calls, with its library.
     void AddDSOFunc(const SlcProcCallExprNode* call, const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
-    /// Returns the init or cleanup function (see `kind`) that the overloads of a method share.
-    /// Warns if they name different ones.
+    /// Returns the init or cleanup function (`kind` is its name in reports) that the overloads of a
+    /// method share. Warns if two overloads name different functions.
     [[nodiscard]] SlcIdentNode* SharedFunction(const SlcProcCallExprNode* call, const char* kind,
                                                SlcIdentNode* first, SlcIdentNode* other);
     void AddDSOLibrary(const SlcProcCallExprNode* call, const SlcFuncDSOSymbolEntry& entry);

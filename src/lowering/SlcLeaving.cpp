@@ -2,10 +2,10 @@
 //
 //     while (x) { if (y) break; z; }      flags: l of the loop, c of its iteration, f of the `if`
 //
-// `break l f c` clears the three flags at the points where f is true. Without f these points skip
-// the rest of the branch, without c the rest of the iteration, and without l all further
-// iterations. A `continue` does not clear l. The flags in between, of conditions and of inner
-// loops, are also cleared.
+// `break l f c` clears the three flags at the points where f is true. With f cleared, these points
+// skip the rest of the branch, with c cleared the rest of the iteration, and with l cleared all
+// further iterations. A `continue` does not clear l. The flags in between, of conditions and of
+// inner loops, are also cleared.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
@@ -85,8 +85,9 @@ void SlcLeaving::AddLoopFlags(std::deque<SlcOperand>& flags, std::size_t count)
         flags.push_back(LoopAt(level).flag);
 }
 
-/// Adds `leave`, a `break` or `continue` that clears `flags` and the flags of all levels up to that
-/// of `outermost`. Updates the uniform flags, so that guards skip code once no point is left.
+/// Adds `leave`, a `break` or `continue` that clears `flags` and the flags of all levels up to and
+/// including the level whose flag is `outermost`. Updates the uniform flags, so that guards skip
+/// code once no point is left.
 void SlcLeaving::GenLeave(const SlcPtr<SlcICode>& leave, std::deque<SlcOperand>& flags,
                           const SlcOperand& outermost)
 {

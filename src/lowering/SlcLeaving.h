@@ -10,19 +10,20 @@ class SlcProcCallExprNode;
 /// The varying loops and function bodies that enclose the code being lowered, and the flags to
 /// clear when points leave one.
 ///
-/// A point leaves a loop or body by clearing its flags, from the innermost level up to the level
-/// that it leaves. A list that runs without a grid has only one point, so all flags would be
-/// uniform; there, leaving is a jump.
+/// Code makes a point leave a loop or body by clearing the flags at that point, from the innermost
+/// level up to the level that the point leaves. A list that runs without a grid has only one point,
+/// so all flags would be uniform; there, leaving is a jump.
 class SlcLeaving {
 public:
     /// A function body that is being expanded.
     struct Body {
-        SlcOperand flag;    // true at points that have not returned; null unless some return early
+        SlcOperand flag;    // true at points that have not returned; null unless some points of a
+                            // grid return early
         SlcOperand result;  // the return value; null unless some points return a value early
         SlcLabel end;       // null unless some return early
         SlcProcCallExprNode* call;
         std::size_t loops = 0;  // varying loops that enclose the call
-        bool ended = false;     // all points have reached a `return`, whose value is on the stack
+        bool ended = false;     // all points have reached a `return`; its value is on the stack
     };
 
     /// Both must outlive this object.
@@ -46,8 +47,9 @@ public:
     [[nodiscard]] std::size_t CountLoops() const { return m_loops.size(); }
     /// True if a `continue` of the innermost loop has been lowered.
     [[nodiscard]] bool IsContinued() const { return m_loops.back().isContinued; }
-    /// Lowers `break` and `continue` of the loop at `level`, which must exist. Clears the points'
-    /// flags of all conditions and loops on the way out, and recomputes the uniform flags.
+    /// Lower `break` and `continue` of the loop at `level`, which must exist. Clear the points'
+    /// flags of all conditions and loops on the way out, and recompute the uniform flags; in a list
+    /// that runs without a grid, emit a jump.
     void GenBreak(std::size_t level);
     void GenContinue(std::size_t level);
 
@@ -60,8 +62,8 @@ public:
     /// True if all points have left the innermost body, so that no more code is needed in it. Check
     /// it after each statement.
     [[nodiscard]] bool HasBodyEnded() const { return !m_bodies.empty() && m_bodies.back().ended; }
-    /// Lowers a `return` in a body that some points leave early. The value must already be in
-    /// `result`.
+    /// Lowers a `return` in a body that some points leave early. The value, if any, must already be
+    /// in `result`.
     void GenReturn();
 
 private:

@@ -4,10 +4,10 @@
 // becomes, where the loop needs its lights again,
 //     T = Q; EVAL Q; begin lights; EVAL_FOR_P; d = diffuse(N); EVAL T; RESET_FOR_P; end lights
 //
-// What the body of a loop does is known only after it, but the copy of its points belongs before
-// it. So the places are recorded by their instructions, and everything is inserted when the list is
-// complete. Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and, with values, by
-// tests/run/LightTest.cpp.
+// Whether a loop needs its lights again is known only once its body has been lowered, but the copy
+// of its points belongs before the loop. So the places are recorded by their instructions, and
+// everything is inserted when the list is complete. Tested by
+// tests/lowering/SlcGenInterCodeCallsTest.cpp and, with values, by tests/run/LightTest.cpp.
 
 #include "lowering/SlcLightEvaluations.h"
 

@@ -7,8 +7,8 @@
 
 class SlcShaderTypeNode;
 
-/// Emits the evaluation of the light shaders for the right points: those of `P`, or those of a
-/// light loop.
+/// Emits the evaluation of the light shaders for the right points: those of `P`, or those at the
+/// position of a light loop.
 ///
 /// There is only one set of evaluated lights. A lighting function inside a light loop over other
 /// points evaluates the set for `P`, so the set must then be evaluated again for the loop's points.

@@ -39,8 +39,9 @@ public:
     /// Makes a temporary that no other value of the list shares. This function and the next one add
     /// the temporary to the locals of the list, with its effective detail.
     [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    /// Returns a temporary that `ReleaseTempVars` frees for other values; without the option to
-    /// reuse temporaries, does the same as `MakeTempVar`.
+    /// Returns a temporary that `ReleaseTempVars` frees for other values. Without the option to
+    /// reuse temporaries, and for types without a pool (`SlcTempPools`), the temporary is new and
+    /// never freed.
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     /// Call it after a statement, when none of its values is needed any more.
     void ReleaseTempVars();
@@ -58,10 +59,10 @@ public:
         SlcListBuilder& m_list;
         bool m_outer;
     };
-    /// Returns the operand for the value of `expr`: the target of the enclosing assignment if that
-    /// is set as a hint and has the same type and detail, otherwise a temporary. Use it only for a
-    /// single instruction that reads its operands before it writes. A value that is computed in
-    /// several steps needs a temporary, since the target may be read in between.
+    /// Returns the operand for the value of `expr`: the target of the enclosing assignment if it is
+    /// set as the hint of `expr` and has this type and detail, otherwise a temporary. Use it only
+    /// for a single instruction that reads its operands before it writes. A value that is computed
+    /// in several steps needs a temporary, since the target may be read in between.
     [[nodiscard]] SlcOperand GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
 
@@ -74,7 +75,8 @@ public:
     [[nodiscard]] std::string LocalName(const std::string& sourceName);
 
     /// Call these around the body of an expanded function: the body does not reuse the temporaries
-    /// in use, and after it all its temporaries are free again except `result`, which may be null.
+    /// in use, and after it the free temporaries that it took are free again, except `result`,
+    /// which may be null. Temporaries that the body made are not reused after it.
     void EnterBody() { m_temps.EnterBody(); }
     void LeaveBody(const SlcOperand& result) { m_temps.LeaveBody(result); }
 
@@ -85,5 +87,5 @@ private:
     SlcTempPools m_temps;
     bool m_keepsTempVars = false;
     int m_blockCounter = 0;                        // suffix of the names of locals
-    std::unordered_set<std::string> m_localNames;  // those used in the list
+    std::unordered_set<std::string> m_localNames;  // names of locals in the list so far
 };

@@ -1,5 +1,5 @@
-// Steps that several kinds of lowering share. Each adds at most one instruction and returns an
-// operand, so that callers can combine them in the evaluation order of the source.
+// Steps that several kinds of lowering share. A conversion adds at most one assignment, in a block,
+// and returns an operand, so that callers can combine conversions in the source's evaluation order.
 //
 //     Converted(x, color)    x itself, or T = x             a promotion; floats stay floats until
 //                                                           an instruction needs another type

@@ -21,7 +21,7 @@ public:
     SlcLoweringContext(const SlcLoweringContext&) = delete;
     SlcLoweringContext& operator=(const SlcLoweringContext&) = delete;
 
-    /// Begins a new list and resets all state.
+    /// Begins a new list, without the flags, values and copies of elements of the last one.
     void Start(SlcListBuilder::Runs runs);
 
     /// Return the type and the detail that semantic analysis assigned to `expr`; the detail is the
@@ -43,12 +43,13 @@ public:
     /// Reports a fatal error: there is no code for this form, which earlier passes should have
     /// rejected.
     [[noreturn]] void RejectForm(const SlcSyntaxNode* node);
-    /// Call it after code that has written the operand `written` of an assignment or a call.
+    /// Call it after an assignment or call that has written `written`: if that is `P`, the
+    /// evaluated lights become stale.
     void NoteAssigned(const SlcOperand& written);
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
-    /// Null in a list that is made before the shader's kind is known.
+    /// Null until the kind of the shader is known.
     const SlcShaderTypeNode* m_shaderType = nullptr;
     SlcListBuilder m_list;
     SlcConditions m_conditions;

@@ -7,8 +7,8 @@
 //         if (d) x = 1;                  not marked: nothing leaves it
 //     }
 //
-// A `return` leaves all loops of its function. The right side of `a && f(x)` needs a guard, since
-// it must not run where the left side decides the result.
+// A `return` leaves all enclosing statements of its function. The right side of `a && f(x)` needs a
+// guard, since it must not run where the left side decides the result.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeRelationsTest.cpp.
 

@@ -4,7 +4,8 @@
 #include "frontend/SlcNodes.h"
 
 /// Marks each loop, condition and light statement that a `break`, `continue` or `return` inside it
-/// leaves, and each logical operator whose right side has effects or reads an element.
+/// leaves, and each logical operator whose right side needs a guard (see `RightNeedsGuard`) or
+/// reads an element at an index that is not a constant.
 ///
 /// One walk over the checked tree before its lowering, which emits simpler code where there is no
 /// mark. Functions that are never called are skipped.
@@ -40,8 +41,9 @@ private:
     template <class Node>
     void WalkMarking(Node* node, Leaves leaves);
 
-    int m_levelsToLeave = 0;  // remaining enclosing loops that some break or continue leaves
-    // True if the part of the right side walked so far needs a guard, or reads an element:
+    int m_levelsToLeave = 0;  // remaining enclosing loops that some jump leaves
+    // True if the part of the right side walked so far needs a guard, or reads an element at an
+    // index that is not a constant:
     bool m_needsGuard = false;
     bool m_readsElement = false;
 };

@@ -23,9 +23,9 @@ public:
     [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
 
     enum class Source { Point, Area };
-    /// Returns the primitive of an access, without the suffix of its grid form. A shadow may be
-    /// that of an area light; shadows in a light shader have separate primitives. `shaderType` may
-    /// be null.
+    /// Returns the primitive of an access, without the suffix of its grid form. `source` is used
+    /// only for shadows: that of a point, or that of an area light. Shadows in a light shader have
+    /// separate primitives. `shaderType` may be null.
     [[nodiscard]] static SqxPrimitive PrimitiveOf(const SlcTextureExprNode* node, Source source,
                                                   const SlcShaderTypeNode* shaderType);
 

@@ -10,7 +10,7 @@
 /// The named parameters of a texture access: the defaults, overridden by the arguments of the call.
 ///
 /// The access primitive has a fixed position for every parameter that it takes, so each call passes
-/// all of these.
+/// a value for each of them.
 class SlcTextureParameters {
 public:
     /// `args` holds names and values from `first` on. An unknown name is skipped together with its

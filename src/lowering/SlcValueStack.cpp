@@ -131,7 +131,8 @@ void SlcValueStack::NoteWrites()
         note.Visit(codes[m_noted], m_noted + 1);
 }
 
-/// The copy must precede code that is already in the list; it is inserted later with the others.
+/// The copy must precede code that is already in the list; it is inserted later, with all other
+/// copies.
 SlcOperand SlcValueStack::CopyAt(const SlcOperand& operand, std::size_t mark)
 {
     SlcTypeNode* type = operand->GetType();

@@ -43,9 +43,9 @@ public:
     /// Returns the array that a reference refers to; for other operands, the operand itself.
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
-    /// Call it when no value or mark is pending: inserts into the list the copies that were held
-    /// back so that no index changed. References are kept, since the formal of a function being
-    /// expanded may be one.
+    /// Forgets the recorded writes and inserts the late copies into the list. Call it only when no
+    /// value or mark is pending, since the insertion changes indices. The records of
+    /// `NoteReference` are kept, since the formal of a function being expanded may be a reference.
     void ForgetWrites();
 
 private:

@@ -17,9 +17,9 @@ public:
     [[nodiscard]] int GetBlockId() const { return m_id; }
     [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
-    /// Ids without duplicates, in the order in which the edges were added. Predecessors are in code
-    /// order. The first successor is the next block in code order, except that the target of a
-    /// conditional jump precedes it.
+    /// Return ids without duplicates. Predecessors are in code order. Among successors, the block
+    /// after this one in code order comes first, except that the target of a conditional jump
+    /// precedes it.
     [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
     [[nodiscard]] std::span<const int> GetNextBlocks() const
     {

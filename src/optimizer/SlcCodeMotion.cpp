@@ -5,9 +5,10 @@
 // becomes
 //     {; x = p + 1; }; S:; {; y = x * i; }; ... goto S
 //
-// An instruction is hoisted out of the loop if it only computes, if its operands are not written in
-// the loop or have just been hoisted, if it is the only write to its variable in the loop, if it
-// dominates all exits of the loop (so that it would have run), and if the old value of its variable
+// An instruction is hoisted out of the loop if it only computes and accesses no array, if its
+// operands are not written in the loop, except by instructions that have just been hoisted, if it
+// is the only write to its variable in the loop, if it dominates all exits of the loop (so that it
+// would have run) and all reads of its variable in the loop, and if the old value of its variable
 // is not live into the loop. Instructions hoisted out of parallel runs get runs before the head.
 //
 // Ours departs from the book in two ways. Hoisted instructions are placed before the label of the
@@ -237,7 +238,7 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
     }
 }
 
-// All these loops enclose the candidate, so a lower place means a loop further outside.
+// The compared loops all enclose the candidate, so a lower place means a loop further outside.
 bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
 {
     return loop.place <= candidate.staysIn ||
@@ -303,7 +304,7 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::HoistedCodeBefore(int head) const
     if (moved == m_moved.end())
         return codes;
     SlcLabel openRun;
-    SlcUniformAccess uniforms;  // those of the open run
+    SlcUniformAccess uniforms;  // of the open run
     const auto closeRun = [&] {
         if (openRun)
             codes.push_back(MakeShared<SlcEndParallelICode>(openRun));

@@ -49,7 +49,7 @@ private:
     template <class Variable>
     using Writes = std::vector<std::pair<Variable, int>>;
 
-    /// True if the loop has a place before its head for hoisted code.
+    /// True if code before the head runs exactly when the loop is entered.
     [[nodiscard]] bool CanHoistBefore(int head) const;
     /// Collects what the loops write and read, and the candidates.
     void CollectFacts();
@@ -59,7 +59,7 @@ private:
     /// ignores one write directly in the innermost loop: the candidate itself.
     [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
     void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
-    /// Removes the instructions that can be hoisted out of `loop` from the code, and saves them for
+    /// Marks the instructions that can be hoisted out of `loop` as moved, and saves them for
     /// insertion before the head.
     void MoveOutOf(const Loop& loop);
     /// True if the stored limits of the candidate keep it in this loop.

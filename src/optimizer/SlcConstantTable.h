@@ -4,9 +4,9 @@
 
 #include "icode/SlcLexType.h"
 
-/// The known constant values of variables, by variable number. Copying costs O(1) and a change
-/// O(log n), since copies share their common parts: each block keeps a copy of the table at its
-/// end.
+/// The known constant values of variables, by variable number. Copying costs O(1), since each block
+/// keeps a copy of the table at its end. A change costs O(log n), and copies share their common
+/// parts.
 ///
 /// A persistent radix tree, whose nodes never change once they are made (James Driscoll, Neil
 /// Sarnak, Daniel Sleator and Robert Tarjan, "Making data structures persistent", 1989).
@@ -17,7 +17,7 @@ public:
 
     /// Returns null if no value is known.
     [[nodiscard]] SlcOperand Find(int variable) const;
-    /// Null removes the known value.
+    /// Sets the known value of a variable; null removes it.
     void Set(int variable, const SlcOperand& constant);
     /// Returns the bool constants on which both tables, which must have the same size, agree.
     /// Linear in their differences.

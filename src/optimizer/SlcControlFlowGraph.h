@@ -18,8 +18,8 @@
 /// is a separate block with an edge past the loop, since there may be no lights.
 class SlcControlFlowGraph {
 public:
-    /// Linear in the instructions, except for the look-up of labels. A jump to a label that is not
-    /// in `list` is fatal. An empty list has no blocks.
+    /// Linear in the instructions. A jump to a label that is not in `list` is fatal. An empty list
+    /// has no blocks.
     explicit SlcControlFlowGraph(const SlcListICode& list);
     SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
     SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;

@@ -4,8 +4,9 @@
 //     {; x = p + 1; }; {; Ci = x; }                           no: x is live between runs
 //     {; if f L; x = p; endif L; Ci = x; }                    no: a point may read an older x
 //
-// A write is valid within its bracket; a read is covered if the bracket of some preceding write is
-// still open. After a label nothing is covered, since a jump may reach it without the write.
+// A bracket is a parallel run or a guard in it. A write is valid within its innermost bracket; a
+// read is covered, and does not let the value escape, if the bracket of some preceding write is
+// still open. After a label no read is covered by earlier writes, since a jump may skip them.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertTmpVarDetail, ...).
 
@@ -19,9 +20,7 @@
 
 namespace {
 
-/// Finds the variables whose values stay within one point of one parallel run.
-///
-/// A write is valid until its bracket closes.
+/// Finds the variables whose values escape from one point of one parallel run.
 class PointValues : public SlcOperandWalker {
 public:
     explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
@@ -87,7 +86,7 @@ private:
 
     std::vector<bool> m_isOpen;   // by bracket, which is a parallel run or a guard inside one
     std::vector<int> m_open;      // enclosing brackets, from the outermost
-    std::vector<int> m_writes;    // by variable: the bracket of its first write, or -1
+    std::vector<int> m_writes;    // by variable: the bracket of its last uncovered write, or -1
     std::vector<bool> m_escapes;  // by variable
 };
 

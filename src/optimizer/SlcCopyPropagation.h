@@ -7,8 +7,8 @@
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDefUse.h"
 
-/// Propagates known constants forward over the blocks and substitutes them for the operands that
-/// read them. Only constants are propagated, not copies of variables.
+/// Propagates known constants forward over the blocks and substitutes them for the variables that
+/// instructions read. Only constants are propagated, not copies of variables.
 ///
 /// A jump on a known constant is followed only to the target that it will take, so code that a
 /// constant condition skips needs no additional round.
@@ -29,7 +29,7 @@ public:
     void Propagate(const SlcPtr<SlcICode>& code);
     /// Saves the known values at the end of the block for later blocks.
     void LeaveBlock(const SlcBasicBlock& block);
-    /// Ignores the edge from `block`, the current one, to `successor`; -1 for none.
+    /// Ignores the edge from `block`, the current one, to `successor`; with -1, ignores no edge.
     void DropEdge(const SlcBasicBlock& block, int successor);
     /// True if the instruction makes the operands that it reads unknown, so that removing it may
     /// make more values known.

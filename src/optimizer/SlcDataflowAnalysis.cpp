@@ -105,7 +105,8 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
 
 void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
 {
-    // Sort by size of the range, then by position, so that ranges in a group overlap or nearly do.
+    // Sort by the magnitude of the range's size, then by position, so that the ranges in a group
+    // have similar sizes and overlap or nearly do.
     std::vector<const Followed*> order;
     order.reserve(followed.size());
     for (const Followed& entry : followed)
@@ -173,7 +174,7 @@ bool SlcDataflowAnalysis::UpdateLiveIn(Group& group, int block) const
 // would take as many sweeps as the loops are deep.
 void SlcDataflowAnalysis::Solve(Group& group)
 {
-    std::vector<int> pending;  // a stack, with the back edges of outer loops first
+    std::vector<int> pending;  // a stack; at first the sources of back edges, outer loops on top
     std::vector<bool> isPending(group.end - group.first, false);
     const auto open = [&](int block) {
         if (isPending[block - group.first])
@@ -269,7 +270,7 @@ bool SlcDataflowAnalysis::HasChangedAtLoops(const Group& group) const
     return false;
 }
 
-// No block reads a variable without a group before writing it, and removals cannot change that.
+// A variable has no group if no block reads it before writing it, and removals cannot change that.
 void SlcDataflowAnalysis::RefillGroups(int block)
 {
     const auto set = [this, block](std::vector<std::uint64_t> Group::*sets, int variable, bool is) {

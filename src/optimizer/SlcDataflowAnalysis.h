@@ -14,17 +14,17 @@
 ///
 /// Stores the sets only at block borders, and only for variables that may be live at a border; a
 /// pass that needs the sets at an instruction derives them with `SlcLiveTest`. The variables are in
-/// groups of 64. A group has one bit per variable and block, for the range of blocks that names its
-/// variables: after the range they are dead, and before it each of them is live everywhere or
-/// nowhere. So the cost of a group is linear in its range, and that of a long shader in its length
-/// times the number of variables that are live throughout.
+/// groups of at most 64. A group has one bit per variable and block, for the range of blocks that
+/// contains all mentions of its variables: after the range they are dead, and before it each of
+/// them is live everywhere or nowhere. So the cost of a group is linear in its range, and the cost
+/// of a long shader is linear in its length times the number of variables that are live throughout.
 class SlcDataflowAnalysis {
 public:
     /// Variables that are named in about the same range of blocks.
     struct Group {
-        int first = 0;  // block of the range; `first` and `end` are cuts of the code
+        int first = 0;  // first block of the range; `first` and `end` are cuts of the code
         int end = 0;
-        bool isChanging = false;            // `uses` or `defs` have changed since the last solution
+        bool isChanging = false;            // `uses` or `defs` may differ from those last solved
         std::uint64_t aroundLoops = 0;      // live at the target of some back edge
         std::vector<int> variables;         // at most 64, by bit
         std::vector<std::uint64_t> uses;    // by block of the range: read before written
@@ -39,8 +39,9 @@ public:
         }
     };
 
-    /// All three must outlive the analysis. As a side effect, every tracked variable that is not
-    /// uniform gets the unknown detail, which the back ends treat as varying.
+    /// All three must outlive the analysis. As a side effect, every tracked variable that the code
+    /// accesses and that is not uniform gets the unknown detail, which the back ends treat as
+    /// varying.
     SlcDataflowAnalysis(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables,
                         SlcDefUse& defUse);
 
@@ -57,7 +58,8 @@ public:
 
     /// Returns the variables that the block read before it wrote them when the analysis was made.
     [[nodiscard]] std::span<const int> ReadFirst(int block) const { return m_blockUse[block]; }
-    /// Records that the block no longer reads `variable`, one of those of `ReadFirst`.
+    /// Records that the block no longer reads `variable`, a member of `ReadFirst`, before writing
+    /// it.
     void ForgetRead(int block, int variable);
     /// Recomputes the live-in set of the block. The blocks after it must be up to date. Variables
     /// that were live around a loop stay live, so the set may be too large.
@@ -69,11 +71,12 @@ public:
     /// back edge, where it was live when the analysis was made or last updated.
     bool Update(std::span<const int> blocks);
 
-    /// True if the variable was live at the target of a back edge when the analysis was made.
+    /// True if the variable was live at the target of a back edge when the analysis was made or
+    /// last updated.
     [[nodiscard]] bool IsLiveAroundLoop(int variable) const;
 
-    /// Returns what an instruction of the graph reads and writes. It must not have changed since
-    /// the analysis was made.
+    /// Returns what an instruction of the graph reads and writes. The instruction must not have
+    /// changed since the analysis was made.
     [[nodiscard]] SlcDefUse::Facts FactsOf(const SlcICode& code) const { return m_defUse.Of(code); }
 
     [[nodiscard]] const SlcVariableNumbers& Variables() const { return m_variables; }

@@ -11,7 +11,7 @@
 //
 // Only instructions that have no other effect are candidates (the trait Computes), and only if they
 // write a whole numbered variable: one without a number is visible outside the shader, and a write
-// of an element leaves the rest of its array live.
+// of an element leaves the rest of its array live. But x = x is always removed.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.

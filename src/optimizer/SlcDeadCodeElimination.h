@@ -6,7 +6,7 @@
 #include "optimizer/SlcDataflowAnalysis.h"
 #include "optimizer/SlcNeededVariables.h"
 
-/// Removes computations whose result is never read.
+/// Removes computations whose result is never read, and assignments of a variable to itself.
 ///
 /// One walk in reverse code order, which updates liveness to the remaining code, so that
 /// computations used only by removed instructions are removed too. So are computations that only

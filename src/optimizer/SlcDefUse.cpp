@@ -5,8 +5,9 @@
 //                          from the card of `diffuse`; defs Ci and n
 //
 // Every argument of a call counts as written, regardless of the card of the primitive, so that the
-// sets hold for any primitive. The marker at the start of the shader writes the variables that the
-// renderer provides; the one at the end reads those that it uses.
+// sets hold for any primitive. The marker at the start of the shader writes all predefined
+// variables; the marker at the end reads those that the shader may write, since the renderer uses
+// their values.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
 
@@ -49,7 +50,7 @@ private:
 };
 
 /// True if all uses of the written operand can be found: it is a tracked variable and written as a
-/// whole. A write through an element's reference changes the array.
+/// whole. A write through a reference to an element changes the array.
 bool IsWholeVariable(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
@@ -209,7 +210,8 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
-// These replace the evaluated lights, and with them `L`, `Cl` and `Ol` in light loops.
+// Except for the reset, which only marks the lights as stale, these instructions replace the lights
+// or the current one, and with it `L`, `Cl` and `Ol` in light loops.
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {

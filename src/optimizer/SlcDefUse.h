@@ -24,7 +24,7 @@ public:
     /// Returns -1 for a constant and for a variable that is not tracked.
     [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
     /// Returns the number of a predefined variable by its name in the source; -1 if the list does
-    /// not use it. For `L`, `Cl` and `Ol`, prefers those of the light loops if there are any.
+    /// not use it. For `L`, `Cl` and `Ol`, prefers the variables of light loops.
     [[nodiscard]] int OfPredefined(std::string_view name) const;
     /// Does the same by the accessor of the variable in generated code.
     [[nodiscard]] int OfAccessor(std::string_view accessor) const;
@@ -50,7 +50,7 @@ public:
     struct Facts {
         std::span<const int> uses;
         std::span<const int> defs;
-        int computes;        // if the only effect is to write one whole variable: it; else -1
+        int computes;        // variable, if writing it as a whole is the only effect; or -1
         bool assignsItself;  // x = x
     };
 

@@ -1,13 +1,13 @@
 // One walk through each block in reverse code order finds the ranges of the variables that it
 // names:
 //
-//     0  x = 1         x: 0..2    written at 0, live after 0 and 1, read at 2; the range ends
+//     0  x = 1         x: 0..1    written at 0, live after 0 and 1, read at 2; the range ends
 //     1  y = 2         y: 1       before the read
 //     2  y = x         y: 2..
 //
-// A variable that a block does not name is live throughout the block or nowhere in it. Such ranges
-// come from the groups of the data-flow analysis, one for each sequence of blocks instead of one
-// for each block.
+// A variable that a block does not name is live throughout the block or nowhere in it. These ranges
+// come from the groups of the data-flow analysis, one range for each sequence of blocks instead of
+// one for each block.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against the sets of each instruction.
 

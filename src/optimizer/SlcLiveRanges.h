@@ -12,7 +12,7 @@ struct SlcLiveRange {
 };
 
 /// The live ranges of each variable: the instructions that write it, and those after which it is
-/// live. Two variables interfere if they have such a position in common.
+/// live. Two variables interfere if their ranges overlap.
 ///
 /// Each mention of a variable costs a few ranges, regardless of how many others are live there; an
 /// interference graph would be quadratic in the number of variables that are live together.

@@ -2,7 +2,7 @@
 // enclosing loops (Robert Tarjan, "Testing flow graph reducibility", 1974, sections 3 and 4). Heads
 // that do not dominate the sources of their back edges are skipped; Tarjan's algorithm stops there.
 //
-//     a: b: ... goto b; ... goto a        b gathers its body; a gathers b as one, and the rest
+//     a: b: ... goto b; ... goto a        b gathers its body; a gathers b as one block
 //
 // Blocks that have been gathered point to the head of their loop, and paths are compressed when
 // they are followed.

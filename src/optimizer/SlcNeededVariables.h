@@ -9,9 +9,10 @@
 /// Finds the variables that the code needs: the operands of instructions that do more than compute
 /// one variable, and of those that compute a needed variable.
 ///
-/// The analysis ignores the order of the code, so in straight-line code it finds less than liveness
-/// does. But it finds in one step chains that only feed themselves around a loop, of which liveness
-/// removes one link per round. Linear in the instructions.
+/// The analysis ignores the order of the code, so in straight-line code it finds less dead code
+/// than liveness does. But it also finds variables that only feed each other around a loop, which
+/// liveness keeps, and it finds in one step a dead chain of assignments across iterations, of which
+/// liveness finds one per round. Linear in the instructions.
 class SlcNeededVariables {
 public:
     /// `variables` is the number of variables.
@@ -19,10 +20,10 @@ public:
 
     /// Adds an instruction that reads `uses` and does more than compute one variable.
     void AddReads(std::span<const int> uses);
-    /// Adds an instruction that only computes the variable from `uses`, and can be removed if it is
-    /// not needed. `uses` must live until `Solve`.
+    /// Adds an instruction that only computes `variable` from `uses`, and can be removed if the
+    /// variable is not needed. The memory of `uses` must live until `Solve`.
     void AddComputation(int variable, std::span<const int> uses);
-    /// Call it after the last instruction.
+    /// Finds the needed variables. Call once, after all instructions have been added.
     void Solve();
 
     [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable] != 0; }
@@ -33,7 +34,7 @@ public:
 
 private:
     struct Computation {
-        int next;  // the previous one of the same variable, or -1
+        int next;  // the previous computation of the variable, or -1
         std::span<const int> uses;
     };
 

@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
-/// Lists of numbers, stored one after the other in a single array. They are built in order and then
-/// only read. A `std::vector` for each list would cost an allocation.
+/// Lists of numbers, stored one after the other in a single array, since a `std::vector` for each
+/// list would cost an allocation. The lists are built in order and then only read.
 class SlcNumberLists {
 public:
     /// Adds to the current list.

@@ -7,9 +7,10 @@
 //     no change the end
 //
 // Graph and liveness are kept from round to round. They are updated in place after a change that
-// only removes instructions from blocks, or replaces operands by constants, and leaves the blocks
-// and edges as they are. Any other change discards them, and they are rebuilt when a pass needs
-// them. A test compares the code with that of rounds which rebuild both (m_rebuildEachRound).
+// only removes instructions from blocks, or replaces operands by constants and computations by
+// assignments, and leaves the blocks and edges as they are. Any other change discards them, and
+// they are rebuilt when a pass needs them. A test compares the resulting code with that of rounds
+// that always rebuild both (m_rebuildEachRound).
 //
 // A pass that is known to find nothing is skipped (m_isClean):
 //
@@ -48,8 +49,8 @@ namespace {
 constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct after each round
 
 /// Returns the successor that a block no longer reaches after folding has replaced its last
-/// instruction by `folded`; -1 for none. `isDropping` means that this instruction guards code that
-/// can never run.
+/// instruction by `folded` (null: removed it); -1 if there is none. `isDropping` means that this
+/// instruction guards code that can never run.
 int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded, bool isDropping)
 {
     const auto& next = block.GetNextBlocks();
@@ -108,7 +109,7 @@ void SlcOptimizeBasicBlocks::ForgetAll()
 
 void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
 {
-    // For dumps, each round starts without previous knowledge.
+    // Each round starts without previous knowledge for dumps, and in the test that compares rounds.
     if (m_options.m_printBlockICode || m_options.m_rebuildEachRound) {
         ForgetAll();
         m_defUse->ForgetAll();
@@ -202,7 +203,7 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
                 propagation.Propagate(code);
             if (m_options.m_convertConstOps && !isBracket) {
                 code = folding.Fold(original);
-                // Later instructions may use the new constant.
+                // Record the new constant, which later instructions may use.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }

@@ -14,9 +14,10 @@ class SlcVariableNumbers;
 ///
 /// The order within a round is a priority: removals run to exhaustion first, rewrites run only when
 /// nothing is left to remove, loops after them, and variables are merged once, when the code has
-/// become stable. Each pass uses the liveness of the current code. A pass reports a change only if
-/// the code has become smaller, a constant has replaced a variable, or an instruction has been
-/// hoisted, so the rounds terminate.
+/// become stable. Liveness is always that of the current code. A pass reports a change only if the
+/// code has become smaller, a constant has replaced a variable, a simpler instruction another one,
+/// a jump has been redirected past another, or an instruction has been hoisted, so the rounds
+/// terminate.
 class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
 public:
     /// `options` must outlive the pass.
@@ -60,5 +61,5 @@ private:
         bool ofConstants = false;  // propagation and folding
     };
     Clean m_isClean;
-    bool m_hasKeptSeams = false;  // the last search for empty blocks found runs it cannot join
+    bool m_hasKeptSeams = false;  // the last search for empty blocks kept adjacent runs apart
 };

@@ -13,7 +13,7 @@
 /// Arrays, references, matrices and uniform variables are not merged.
 class SlcReduceNumberTmps {
 public:
-    /// Renames operands in `list` and reduces its used locals to those that are still named.
+    /// Renames operands in `list` and removes the merged variables from its used locals.
     /// `graph` and `analysis` must belong to `list`, and are stale afterwards. If `dump` is not
     /// null, the interference graph is printed there. True if a variable is now assigned to itself.
     bool Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,

@@ -3,9 +3,9 @@
 //     if f A; x = 1; endif A; if f B; y = 1; endif B      if f A; x = 1; y = 1; endif A
 //
 // Runs after SlcRegroupParallelBlocks, which makes the guards adjacent: the lowering guards each
-// block separately. A body that writes its own flag prevents the join, and so does one that ends in
-// a jump. The rule for jumps has no effect on lowered code, in which each jump clears the flag of
-// its guard; only lists from other sources need it.
+// block separately. A body that writes the flag of its guard, or that ends in a `break` or
+// `continue`, prevents the join. The rule for jumps has no effect on lowered code, in which each
+// jump clears the flag of its guard; only lists from other sources need it.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelIfs, ...).
 

@@ -33,7 +33,7 @@ public:
 
 private:
     enum class RemovePhase {
-        CollectLabels,  // drops jumps to the next instruction and collects the used labels
+        CollectLabels,  // drops jumps to the next instruction; collects used labels and aliases
         RemoveLabels,   // redirects jumps and drops unused labels
         RemovePairs,    // drops pairs of adjacent marks
     };
@@ -46,8 +46,8 @@ private:
     void RemoveAt(const std::vector<std::size_t>& removed, std::deque<SlcPtr<SlcICode>>& codes);
     /// Removes empty brackets, and the seams between runs that may be joined.
     [[nodiscard]] bool RemovePairs(SlcListICode& list);
-    /// Redirects jumps from `old` to `newLabel`; with `onlyIfUsed`, only if another jump already
-    /// refers to `newLabel`.
+    /// Records that `newLabel`, or the label that replaces it, replaces `old` in jumps. With
+    /// `onlyIfUsed`, only if `newLabel` is replaced itself or a jump already refers to it.
     void ReplaceLabel(const SlcLabelICode& old, const SlcLabel& newLabel, bool onlyIfUsed);
 
     using SlcAllICodeWalker::Case;

@@ -10,7 +10,7 @@
 ///
 /// A run executes all of its instructions for one point before the next point. So two runs may be
 /// joined only if the first does not write what the second accesses, nor read what the second
-/// writes: otherwise a point would see values of the previous point.
+/// writes: otherwise a point would read a value from another point than in separate runs.
 class SlcUniformAccess {
 public:
     /// Maps each reference to an array element to the array.

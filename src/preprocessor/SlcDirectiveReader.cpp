@@ -22,7 +22,7 @@ constexpr std::size_t k_mostLevels = 200;      // maximum nesting depth of inclu
 constexpr std::size_t k_workOfInclude = 4096;  // counted in addition to the file's characters
 constexpr std::size_t k_mostOfLine = 8191;     // maximum length of a source line in a report
 
-/// Returns the tokens as written, but with single blanks.
+/// Returns the text of the tokens, with one blank where the source has white space.
 std::string TextOf(const std::vector<SlcSourceToken>& tokens)
 {
     std::string text;

@@ -72,7 +72,7 @@ private:
     void Define(const SlcSourceToken& name);
     void Undefine(const SlcSourceToken& name);
     void Include(const SlcSourceToken& name);
-    // The next five are defined in SlcConditionDirectives.cpp.
+    // The next five, `NoteUse`, `Condition` and `BeginGroup` are in SlcConditionDirectives.cpp.
     void If(const SlcSourceToken& name);
     void IfDefined(const SlcSourceToken& name);
     void Elif(const SlcSourceToken& name);

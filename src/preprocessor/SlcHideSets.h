@@ -8,9 +8,9 @@
 
 #include "preprocessor/SlcSourceToken.h"
 
-/// The hide sets of Prosser's algorithm: for each token, the macros whose replacement led to it.
-/// Equal sets have equal numbers. The results of operations are cached, since the same few sets
-/// occur again and again.
+/// The hide sets of Prosser's algorithm. The hide set of a token contains macros whose replacement
+/// led to the token. Equal sets have equal numbers. The results of operations are cached, since the
+/// same few sets occur again and again.
 class SlcHideSets {
 public:
     SlcHideSets();

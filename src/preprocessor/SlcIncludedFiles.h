@@ -51,8 +51,8 @@ public:
 
     /// Returns the paths of all files that were read, in the order of their first use.
     [[nodiscard]] const std::vector<std::string>& Read() const { return m_read; }
-    /// Returns the paths at which an included file was looked for and not found. If a file is
-    /// created at one of them, the next run may include it instead.
+    /// Returns the paths at which a file was looked for and not found. If a file is created at one
+    /// of these paths, the next run may include that file instead.
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
 
 private:

@@ -245,7 +245,8 @@ SlcMacroExpander::Tokens SlcMacroExpander::Substitute(const SlcMacro& macro, Arg
     return result;
 }
 
-/// Returns the expansion of the body's token at that index; never empty next to "##".
+/// Returns the tokens that replace the body's token at that index. Never empty: an empty argument
+/// becomes a token of kind `Empty`.
 SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::size_t index,
                                                   Arguments& arguments)
 {

@@ -26,7 +26,7 @@ public:
     /// arguments may call a macro.
     virtual void BeginArguments() = 0;
     virtual void EndArguments() = 0;
-    /// Returns the replacement of a macro that depends on its place.
+    /// Returns the value of a built-in macro for the use `use`.
     [[nodiscard]] virtual std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) = 0;
 };
 
@@ -34,8 +34,8 @@ public:
 ///
 /// Dave Prosser's algorithm (X3J11/86-196), on which the wording of the C standard is based: each
 /// token has a hide set of the macros that led to it, and none of these macros replaces it again.
-/// Where ours departs: tokens are replaced as they are consumed, using a stack of the bodies being
-/// read, instead of list by list.
+/// Unlike the original, which works list by list, this class replaces tokens as they are consumed,
+/// using a stack of the bodies being read.
 class SlcMacroExpander {
 public:
     using Tokens = std::vector<SlcSourceToken>;

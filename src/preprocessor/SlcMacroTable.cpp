@@ -40,7 +40,7 @@ struct ConstantRow {
     std::string_view value;
 };
 
-// The predefined macros of C compilers that do not depend on the platform.
+// Predefined macros of C compilers; these do not depend on the platform.
 //   name               value
 constexpr ConstantRow k_constants[] = {
     {"__STDC__", "1"},        {"__STDC_VERSION__", "201710L"}, {"__STDC_HOSTED__", "1"},

@@ -9,7 +9,7 @@
 #include "preprocessor/SlcPreprocessorRun.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// A macro whose value depends on where it is used.
+/// A macro whose value is computed at each use.
 enum class SlcBuiltInMacro : std::uint8_t {
     None,
     Line,          // __LINE__
@@ -49,7 +49,7 @@ public:
         std::shared_ptr<const SlcMacro> macro;  // null if the name is not defined
     };
 
-    /// Defines the built-in macros.
+    /// Defines the built-in macros and the predefined constants.
     explicit SlcMacroTable(SlcPreprocessorRun& run);
 
     /// Returns null if the macro is not defined. The result is valid as long as the table.
@@ -66,5 +66,5 @@ private:
     void Set(std::string_view name, SlcMacro macro);
 
     SlcPreprocessorRun& m_run;
-    std::unordered_map<std::string_view, Entry> m_entries;  // never erased
+    std::unordered_map<std::string_view, Entry> m_entries;  // entries are never erased
 };

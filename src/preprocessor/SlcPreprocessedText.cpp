@@ -1,10 +1,12 @@
+// Each token stays on its line and, where possible, in its column:
+//
 //     a.sl                             text
 //     #define TWICE(x) (2 * x)         # 1 "a.sl"
 //     f = TWICE(s); /* why */ t = 1;
 //                                          f = (2 * s);           t = 1;
 //
-// From the "(" on, columns differ from those of the file. Two changes describe this: {offset of
-// "(", 5, fixed} for the use of the macro, and {offset of ";", 13} for the text after it.
+// From the "(" in the text on, columns differ from those of the file. Two changes describe this:
+// {offset of "(", 5, fixed} for the use of the macro, and {offset of ";", 13} for the rest.
 //
 // Tested by tests/preprocessor.
 

@@ -1,3 +1,5 @@
+// Prints reports in this form:
+//
 //     In file included from b.h:1,
 //                      from a.sl:3:
 //     c.h:4:10: ERROR: Cannot find the included file 'nowhere.h':

@@ -24,12 +24,12 @@ struct SlcPreprocessorReport {
     std::vector<Includer> includers;  // innermost first
 };
 
-/// Formats the report like those of the scanner: place and text, the source line, and a caret below
-/// the place.
+/// Formats the report in the form of the scanner's reports: place and text, the source line, and a
+/// caret below the place.
 [[nodiscard]] std::string SlcReportText(const SlcPreprocessorReport& report);
 
-/// Formats the chain of includes that led to the file. In a cycle of includes, each file is named
-/// once. Empty for the source itself.
+/// Formats the chain of includes that led to the file. In a cycle of includes, each `#include` is
+/// named once. Empty for the source itself.
 [[nodiscard]] std::string SlcIncludersText(const SlcPreprocessorReport& report);
 
 /// Prints reports as they arrive. For consecutive reports in one file, the includers are printed

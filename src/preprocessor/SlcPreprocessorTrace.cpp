@@ -1,4 +1,5 @@
-// During the run, places are pointers into its texts; `Finish` converts them to lines and columns.
+// During the run, places are pointers into the run's texts; `Finish` converts them to lines and
+// columns.
 //
 //     #define GAIN (2 * Kd)       Kd: located here, in a body
 //     f = GAIN * Ks;              (2 * Kd): used at GAIN; Ks: not from a macro

@@ -1,5 +1,5 @@
 // The class of the first character selects the kind of token, and one loop reads each kind. Each
-// text ends with a line break, so only the loop over a comment has to test for the end.
+// text ends with a line break, so of all loops only that over a comment has to test for the end.
 //
 // Tested by tests/preprocessor.
 

@@ -14,7 +14,7 @@
 /// A lexer is a value: use a copy to look ahead.
 class SlcSourceLexer {
 public:
-    /// Is called with the two characters that begin the comment at fault.
+    /// Receives faults in comments. Each function gets the two characters that begin the comment.
     struct Listener {
         std::function<void(const SlcSourceToken& comment)> unfinishedComment;
         std::function<void(const SlcSourceToken& start)> commentInComment;
@@ -28,7 +28,7 @@ public:
     /// Returns the next token. At the end of the text, returns `End` on every call.
     [[nodiscard]] SlcSourceToken Next();
     /// Reads the name after `#include`, with its quotes or angle brackets. If the text does not
-    /// continue with one, returns a token of kind `Empty` and consumes nothing.
+    /// continue with one, returns a token of kind `Empty` and consumes only white space.
     [[nodiscard]] SlcSourceToken HeaderName();
 
     /// Returns the number of the line that is being read.

@@ -1,4 +1,5 @@
-// Most files need no change and are used as they are. Otherwise line continuations are removed:
+// Most files need no change and are used as they are. Otherwise "\r\n" is replaced by "\n", and
+// line continuations are removed:
 //
 //     #define TWO a\          becomes     #define TWO a b
 //      b

@@ -15,7 +15,7 @@ enum class SlcSourceTokenKind : std::uint8_t {
     Character,  // between apostrophes
     Sign,
     Other,  // any other byte; also an unmatched quote with the rest of its line
-    Empty,  // an empty argument next to "##"
+    Empty,  // an empty argument, or no name after `#include`
 };
 
 /// A preprocessing token. `text` and `at` point into a `SlcSourceText` or into a text that the run

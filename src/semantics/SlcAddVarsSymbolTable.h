@@ -33,20 +33,21 @@ class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    // Each of these adds the variables to `scope` and returns the table for the code after them.
+    // Each of these declares the variables and returns the table for the code after them.
 
-    /// Adds them in a new inner scope. Strings become uniform, even if they are declared varying.
+    /// Adds them to a new scope inside `scope`. Strings become uniform, even if they are declared
+    /// varying.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
                                                           SlcPtr<SlcSymbolTable> scope,
                                                           const SlcOuterScopes& outer,
                                                           SlcShaderTypeNode* shaderType);
-    /// Adds them in a new inner scope.
+    /// Adds them to a new scope inside `scope`.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddFunctionFormals(SlcFormalsNode* formals,
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// Adds them in the next table of the same scope, so that code before the statement does not
-    /// see the names.
+    /// Adds them to a new table of the same scope, so that code before the statement does not see
+    /// the names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,

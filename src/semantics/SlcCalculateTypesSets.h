@@ -14,9 +14,10 @@
 /// annotates each expression with a `SlcPossibleTypes` and each left value with a `SlcLValueType`.
 /// `SlcResolveUniqueType` then selects one type of each set.
 ///
-/// An expression with a reported fault has only the type `error`, which every operator above it
-/// propagates, so that one fault causes one report. If no rule combines the types of the operands,
-/// the set is empty, which is reported where the type is needed.
+/// An expression with a reported fault has only the type `error` (`void` if it assigns to a type
+/// that cannot be assigned). Every operator propagates `error`, so that one fault causes one
+/// report. If no rule combines the types of the operands, the set is empty, which is reported where
+/// the type is needed.
 class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);

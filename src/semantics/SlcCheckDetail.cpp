@@ -1,5 +1,5 @@
 // The detail of an expression is the maximum of those of its parts, in the order uniform, open,
-// varying. In a function a formal without a declared detail is open:
+// varying. In a function a formal or local without a declared detail is open:
 //
 //     float f(float x) { return x * s; }      x is open, s varying: the product is varying
 //     float g(float x) { return x + 1; }      open: its detail depends on the call
@@ -40,7 +40,8 @@ void SetDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
     CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetDetail(detail);
 }
 
-/// Returns uniform for a variable that has been reported, so that no rule reports it again.
+/// Returns the declared detail; uniform for a variable that has been reported, so that no rule
+/// reports it again.
 SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null() || variable->GetType()->IsErrorType())

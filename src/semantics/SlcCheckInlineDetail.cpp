@@ -10,7 +10,7 @@
 // A write has at least the detail of its guards (Written), and of each `break`, `continue` or
 // `return` that some points have executed earlier (Leave). A loop is walked until the details at
 // its start equal those at its end (WalkLoop). This ends, since details only rise, from uniform
-// over open to varying; details that still change after a few rounds are set to varying. Reports
+// through open to varying; details that still change after a few rounds are set to varying. Reports
 // are made in a last round, when all details are final.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, and by all levels against each other in

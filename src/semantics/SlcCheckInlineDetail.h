@@ -114,7 +114,9 @@ private:
     SlcDetailNode* m_guard =
         nullptr;                  // of the enclosing conditions and loops; null if there are none
     SlcDetailNode* m_outerGuard;  // of the conditions and loops around the call; null if none
-    std::vector<SlcDetailNode*> m_left;  // by loop, body first: detail of its jumps out; or null
+    // For the body and each loop around the current code, outermost first: the combined detail of
+    // the jumps that have left it; null if there are none.
+    std::vector<SlcDetailNode*> m_left;
     SlcDetailNode* m_result = nullptr;   // of a guarded `return`
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;

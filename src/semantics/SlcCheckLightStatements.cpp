@@ -2,8 +2,9 @@
 // bodies.
 //
 // `illuminance` loops over lights and declares L, Cl and Ol in its body; `illuminate` and `solar`
-// are allowed only in lights. The differences between the three are rows (LightStatement), so that
-// each rule is written once. Functions may contain all three: they are checked at each call.
+// are allowed only in lights. A constant of type LightStatement describes what is different for
+// each of the three, so that each rule is written once. Functions may contain all three: they are
+// checked at each call.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 

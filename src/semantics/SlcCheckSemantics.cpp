@@ -1,6 +1,6 @@
 // Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
 // its body, so it cannot call itself. Variables that a body does not declare are looked up in the
-// scope of the definition; with --strict, only those declared `extern` are. Each body has a
+// scope of the definition; with --strict, only variables declared `extern` are. Each body has a
 // separate walker, whose fields then record what the body contains: a `return`, a light statement.
 //
 // The checks of a function omit everything that depends on its calls. Open details are checked

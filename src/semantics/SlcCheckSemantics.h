@@ -13,8 +13,8 @@ class SlcFormalsNode;
 class SlcRelationNode;
 
 /// Walks definitions and statements, builds their scopes, and runs every expression through the
-/// passes: possible types, unique type, detail, usage. All passes have finished a statement before
-/// the next one starts, so everything is declared before its use.
+/// passes: possible types, unique type, detail, usage. All passes finish a statement before the
+/// next statement is checked, which is possible since everything is declared before its use.
 ///
 /// The body of each shader or function is checked by a separate walker, whose fields then hold the
 /// facts about the body.
@@ -28,7 +28,8 @@ public:
     /// Checks a tree or a body and reports its faults. `scopes` are those around `node`.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes);
 
-    /// Runs all passes over an expression whose context requests no type. Reports several types.
+    /// Runs all passes over an expression whose context requests no type. Reports an expression
+    /// that has several possible types.
     void CheckExprType(SlcExprNode* expr);
 
 private:
@@ -94,7 +95,7 @@ private:
     /// Passes `node` to the usage record; call it in the order of execution.
     void CheckUsage(SlcSyntaxNode* node);
     /// Walks a branch of a statement, and then `step`, which may be null, with a separate usage
-    /// record; returns null without usage checks.
+    /// record, which it returns; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> WalkBranch(SlcSyntaxNode* branch,
                                                             SlcExprNode* step);
     /// Walks the body of the loop and then `step`, which may be null, as a branch.
@@ -139,7 +140,7 @@ private:
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_lights = 0;              // most light statements so far on a path through the branches
+    int m_lights = 0;              // largest number of light statements on any path so far
     int m_errorsBefore = 0;        // number of errors before the current expression
     int m_loopDepth = 0;
     int m_lightNesting = 0;

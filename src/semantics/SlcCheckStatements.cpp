@@ -2,9 +2,10 @@
 // before the next statement is checked. Branches and loops are walked with separate usage records,
 // which are set aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
-// A `return` requires the type of its function, a condition requires a comparison, and a call
-// statement requires nothing. All other expressions must have exactly one type; several are
-// reported.
+// A `return` requests the type of its function, an assignment that of its target, and a declaration
+// that of its variable; a condition has no type. The expressions in the head of a `for` must have
+// exactly one type; several are reported. Several types of a call statement are reported too,
+// unless one of them is void and `--strict` is not given.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -217,7 +218,8 @@ void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step)
         m_usage->Promote(loop, *branch);
 }
 
-// The head of a loop always runs at least once, so it belongs to the enclosing record.
+// The start and the condition of a loop always run at least once, so they belong to the enclosing
+// record.
 
 void SlcCheckSemantics::Case(SlcForStmtNode* node)
 {

@@ -37,7 +37,7 @@ bool IsIteration(const SlcLoopStmtNode* loop)
     return dynamic_cast<const SlcForStmtNode*>(loop) || dynamic_cast<const SlcWhileStmtNode*>(loop);
 }
 
-/// Returns one formal for each argument of a call; null if it repeats the name of another.
+/// Returns the entry of the formal for each argument of a call; null if its definition has none.
 std::vector<SlcVarSymbolEntry*> FormalEntries(const SlcFuncInfo& info)
 {
     std::vector<SlcVarSymbolEntry*> entries;

@@ -1,4 +1,4 @@
-// The run time has a defined result for invalid constants, but they are rarely intended:
+// Calls with these constants have a defined result at run time, but are rarely intended:
 //
 //     spline("catmul-rom", ...)     an unknown basis: the default
 //     ctransform("HSV", c)          an unknown space: "rgb"

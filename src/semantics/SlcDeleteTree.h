@@ -4,7 +4,7 @@
 
 /// Breaks the links between a checked tree and its symbol tables, after which deleting the root
 /// frees both: a table holds the entries of its functions, the entry of a function its info, and
-/// the info the function's own table, from which the first can be reached again.
+/// the info the table of the function's formals, from which the first table can be reached again.
 ///
 /// No pass can read the tree afterwards. The tree may be in any state in which a failed pass leaves
 /// it.

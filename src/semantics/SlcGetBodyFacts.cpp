@@ -1,7 +1,7 @@
-// Collects the facts about a checked body, including those of the functions that it calls. These
-// have been checked already, since no function is called before its definition. The number of
-// operations is that of the expanded body. It doubles with each level of functions that call
-// another one twice, so the sum is limited in order not to overflow.
+// Collects the facts about a checked body, including those of the functions that it calls. The
+// called functions have been checked already, since no function is called before its definition.
+// The number of operations is that of the expanded body. It doubles with each level of functions
+// that call another one twice, so the sum is limited in order not to overflow.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -16,8 +16,8 @@ public:
     void BeginRound();
     /// Call it before the variable gets another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);
-    /// Call it when the variable is defined again, so that its detail does not depend on the last
-    /// round.
+    /// Call it when the variable is defined again, so that its detail does not depend on the
+    /// previous round.
     void NoteDefinition(SlcVarSymbolEntry& variable);
     /// Ends the round and joins the details before and after it. Returns true if the joined detail
     /// of a variable differs from the one before the round.

@@ -1,6 +1,7 @@
-// A key has one letter for each input of an evaluation: the place of the call, the detail that its
-// context requests, and the detail of each argument. " S -uv" is a call in the code of the shader
-// itself, whose context requests no detail, with a uniform and a varying argument.
+// A key has one letter or blank for each input of an evaluation: whether the call is in a light
+// statement, whether shader code reaches it, whether reports are suppressed, the detail that its
+// context requests, and the detail of each argument. " S -uv" is a call that shader code reaches,
+// whose context requests no detail, with a uniform and a varying argument.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -2,8 +2,9 @@
 //
 //     1. find the overloads of that name that return the requested type and match the arguments
 //        exactly, or, if there is none, by promotion
-//     2. collect the types that these expect of each argument; different ones are reported
-//     3. look up the overload for these types in the scope; arrays are matched by their lengths
+//     2. collect the types that these overloads expect of each argument; report an argument of
+//        which they expect different types
+//     3. look up the overload for the types in the scope; arrays are matched by their lengths
 //
 //     float x = noise(P)      a float is requested: of the overloads of noise with that result,
 //                             one takes a point; a triple as the argument would become a point
@@ -25,8 +26,8 @@ using namespace SlcTypedExpr;
 
 namespace {
 
-/// The types of shaders in which a function exists, or its form with this number of arguments; 0
-/// means every form.
+/// The types of shaders in which a function exists. If `arguments` is not 0, this concerns only
+/// calls with that number of arguments.
 struct Availability {
     std::string_view name;
     bool (*in)(const SlcShaderTypeNode& shader);
@@ -125,9 +126,8 @@ SlcResolveCall::Entry SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
 SlcResolveCall::Entry SlcResolveCall::Choose(const std::vector<Entry>& candidates,
                                              SlcTypeNode* wanted) const
 {
-    // The arguments now have the types of formals, and among these, arrays of different lengths
-    // count as the same type. So a look-up by these types could find an overload that did not
-    // match.
+    // The arguments now have the types of formals, and arrays of different lengths count as the
+    // same type. So a look-up by these types could find an overload that did not match.
     if (candidates.size() == 1)
         return candidates.front();
     const auto exact = std::find_if(candidates.begin(), candidates.end(),

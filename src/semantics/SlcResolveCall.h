@@ -21,8 +21,9 @@ public:
                    const SlcShaderTypeNode* shaderType);
 
     /// Stores the overload in the call, and for each argument after the fixed ones the part of the
-    /// overload's tail that it matches; stores nothing after a report. The requested type is the
-    /// unique type of the call; if it is not in the call's set, it is replaced by one that is.
+    /// overload's variable tail that it matches; stores nothing if no overload is selected. The
+    /// requested type is the unique type of the call; if it is not in the call's set, it is
+    /// replaced by one that is.
     void Resolve(SlcProcCallExprNode* call);
 
 private:
@@ -36,7 +37,8 @@ private:
     [[nodiscard]] Entry Choose(const std::vector<Entry>& candidates, SlcTypeNode* wanted) const;
     /// True if each array argument has the length of its formal, or neither length is known.
     [[nodiscard]] bool HasLengths(const Entry& entry) const;
-    /// Returns the overloads that match exactly, or else those that match by promotion.
+    /// Returns the overloads that match exactly or, if there is none, those that match by
+    /// promotion.
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
     [[nodiscard]] bool Matches(const Entry& entry, bool promote);
     /// Adds the type that the overload expects to the list of each argument.
@@ -54,8 +56,8 @@ private:
     SlcProcCallExprNode* m_call = nullptr;
     SlcCallArgs m_args;
     bool m_promoted = false;  // the candidates match only by promotion
-    // Stored per candidate with a tail, since arguments match differently once their types are
-    // chosen.
+    // For each candidate with a tail: the parts that the arguments match. Computed before the types
+    // of the arguments are chosen, since they match differently afterwards.
     std::map<const SlcFuncSymbolEntry*, std::vector<SlcFuncVarArgLeaf*>> m_leaves;
     // The types that filterstep requires for its names and values; computed once, since the
     // computation reports faults.

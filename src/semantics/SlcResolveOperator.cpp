@@ -1,7 +1,7 @@
 // Determines the types of the operands of an operator from the type of its result. Comparisons have
-// no type, so they need exactly one pair of types that can be compared; otherwise they are
-// reported. If both operands are wrong, as in "a" + "b", there is only one report. Warnings for
-// legal but doubtful operations, such as P + P, are raised here too.
+// no type: the orderings compare floats, and `==` and `!=` need exactly one pair of types that can
+// be compared; otherwise they are reported. If both operands are wrong, as in "a" + "b", there is
+// only one report. Warnings for legal but doubtful operations, such as P + P, are raised here too.
 //
 //     requested color:   2 * noise(s)   left float, promoted; right the noise that returns a color
 //     nothing requested: s == (1, 0, 0) float with point, or float with color: ambiguous
@@ -37,8 +37,8 @@ struct TypePair {
     T* right;
 };
 
-/// Returns the pairs of types for which the operands can be compared: equal ones, or else those
-/// with a float that is promoted.
+/// Returns the pairs of types for which the operands can be compared: pairs of equal types or, if
+/// there is none, pairs with a float that is promoted.
 std::vector<TypePair> ComparablePairs(const SlcExprNode* left, const SlcExprNode* right)
 {
     std::vector<TypePair> pairs;
@@ -65,9 +65,9 @@ bool IsComparable(const SlcExprNode* expr)
     return false;
 }
 
-/// Returns a call of noise or the like in an expression that could also be a float; null if there
-/// is none. The right side of an operator counts only if it is itself a call; the search continues
-/// in the left side, so that chains of any length take linear time.
+/// Returns a call in `expr`, for example of noise, that could also return a float; null if there is
+/// none. The right side of an operator counts only if it is itself a call; the search continues in
+/// the left side, so that chains of any length take linear time.
 const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
 {
     while (HasType(expr, T::AFloat())) {
@@ -113,7 +113,8 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
     SlcExprNode* left = operation->GetLeft();
     SlcExprNode* right = operation->GetRight();
     if (wanted) {
-        // A type is in the operator's set only if a side has it; a float on the other is promoted.
+        // A type is in the operator's set only if a side has it; a float on the other side is
+        // promoted.
         SlcTypeNode* leftType = Find(left, wanted);
         SlcTypeNode* rightType = Find(right, wanted);
         SetUnique(left, leftType ? wanted : T::AFloat());

@@ -5,7 +5,7 @@
 //                                          triple is a color and noise has the overload for colors
 //
 // If no type is requested, as for an argument of printf, or if the requested type is not in the
-// set, the first type of the set is used. Only a caller for which this is a fault reports it.
+// set, the first type of the set is used; a caller for which that is a fault reports it.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 

@@ -7,8 +7,9 @@
 //        SlcCheckInlineDetail      at a call: the body again, with the details of this call
 //     4. SlcCheckUsage             in the order of execution: reads of unset variables
 //
-// Each pass stores its result in the annotation of the node (SlcPossibleTypes). A reported
-// expression gets the error type, which all later rules accept without a report.
+// The first three store their results in the annotations of the nodes (SlcPossibleTypes), and the
+// overload in the call. A reported expression gets a type that later rules accept without a report,
+// in most cases the error type.
 
 #include "semantics/SlcSemantics.h"
 

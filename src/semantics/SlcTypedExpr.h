@@ -7,13 +7,14 @@
 /// Short forms for queries of the typing passes on an expression with a set of types.
 namespace SlcTypedExpr {
 
-/// Returns the first member of the set that is the same type, or error; null if there is none.
+/// Returns the first member of the set that is the same type as `type`, or is error; null if there
+/// is none.
 [[nodiscard]] inline SlcTypeNode* Find(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
 }
 
-/// True if the set contains the same type, or error; the point family counts as one type.
+/// True if the set contains `type`, or error; the point family counts as one type.
 [[nodiscard]] inline bool HasType(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;

@@ -1,5 +1,5 @@
 // A call of a user function has the detail of its body with this call's arguments. The same rules
-// apply to a call in a statement and to one in a body that is being evaluated: both walkers pass
+// apply to a call in a statement and to a call in a body that is being evaluated: both walkers pass
 // the place of the call (SlcCallPlace).
 //
 //     shader code      f(s)      formals get the details of the arguments, the body is evaluated
@@ -103,8 +103,8 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
     return passed;
 }
 
-/// True if the argument is not uniform. Within a function, an unknown detail is checked only when
-/// shader code calls the function.
+/// True if the argument is known not to be uniform. Within a function, an unknown detail is checked
+/// only when shader code calls the function.
 template <class Walker>
 bool IsKnownNotUniform(const Walker& walker, const SlcDetailNode* argument)
 {

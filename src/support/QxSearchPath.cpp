@@ -46,7 +46,7 @@ void SubstituteHome(std::string& path)
         SubstituteFirstName(path, "~", home);
 }
 
-/// Returns an empty text if the directory cannot be determined.
+/// Returns the working directory; an empty text if it cannot be determined.
 std::string WorkingDirectory()
 {
     const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
@@ -60,7 +60,7 @@ void SubstituteAll(std::string& text, std::string_view pattern, std::string_view
         StringSubstitution(text, text.c_str(), pattern, replacement);
 }
 
-/// Follows symbolic links.
+/// True also for a symbolic link to a directory.
 bool IsDirectory(const std::string& path)
 {
     struct stat facts = {};
@@ -75,8 +75,8 @@ void CutEnd(std::string& path)
         path.pop_back();
 }
 
-/// Removes the last name of `path`, which is empty or ends in "/". Returns false, and leaves the
-/// path unchanged, if it is empty or the name is "..". The root is its own parent.
+/// Removes the last name of `path`, a path that is empty or ends in "/". Returns false, and leaves
+/// the path unchanged, if it is empty or its last name is "..". The root is its own parent.
 bool CutLastName(std::string& path)
 {
     const std::size_t end = path.find_last_not_of('/');

@@ -1,5 +1,5 @@
-// Thin wrappers of system calls. On failure each returns a neutral value, such as 0, false or -1:
-// callers learn that the call failed, but not why.
+// Thin wrappers of system calls. On failure, they return a neutral value, such as 0, false or -1,
+// or do nothing: callers do not learn the reason.
 //
 // Between fork and exec a child only closes descriptors: allocating memory there could wait for a
 // lock that no thread of the child will ever release.
@@ -120,7 +120,7 @@ void CloseOtherDescriptors()
 /// Ensures that only the waiting caller collects the exit status of a child, by restoring the
 /// default action of SIGCHLD.
 ///
-/// If SIGCHLD were explicitly ignored, the system would discard the exit status.
+/// While a process ignores SIGCHLD, the system discards the exit statuses of its children.
 class DefaultChildSignal {
 public:
     DefaultChildSignal()

@@ -8,8 +8,8 @@
 /// File and process services of the operating system. The compiler uses only `ScanDir`, to find
 /// shadeop libraries; the rest is part of the library for other programs.
 ///
-/// None of them reports errors: if a system call fails, each returns the neutral result that its
-/// comment gives. Paths are null-terminated and must not be null; their length is not limited.
+/// No function reports errors: if a system call fails, the function returns the neutral result that
+/// its comment states. Paths are null-terminated and must not be null; their length is not limited.
 class QxSystem {
 public:
     using ScanCallback = void (*)(const char* path, void* data);
@@ -51,9 +51,9 @@ public:
     /// Returns the number of files that this process may have open; 0 on failure.
     [[nodiscard]] static std::size_t MaxOpenFiles();
     /// Starts a program with these arguments and does not wait for it. A path without "/" is
-    /// searched in `PATH`. The child inherits only the standard streams; it exits with status 127
-    /// if there is no such program. Returns the child's process number, or -1 if none could be
-    /// created.
+    /// searched in `PATH`. Of the open files, the child inherits only the standard streams. It
+    /// exits with status 127 if there is no such program. Returns the child's process number, or -1
+    /// if no child could be created.
     template <class... Arguments>
     static int LaunchProgram(const char* path, Arguments... arguments)
     {

@@ -3,7 +3,7 @@
 /// Base of all reference-counted objects. An object is made with `new` inside a `SlcPtr`; it holds
 /// the count itself, and the last `SlcPtr` deletes it.
 ///
-/// Cycles are not collected: a class that can be part of one says what breaks it.
+/// Cycles are not collected: the header of a class that can be part of a cycle says what breaks it.
 class SlcCollectable {
 public:
     SlcCollectable() = default;

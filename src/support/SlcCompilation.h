@@ -81,7 +81,7 @@ private:
     std::vector<std::size_t> m_order;                 // order of creation
 };
 
-/// `SlcCompilation::Current().Part<T>()`.
+/// Returns the part `T` of the current compilation.
 template <class T>
 [[nodiscard]] T& SlcPartOfCompilation()
 {

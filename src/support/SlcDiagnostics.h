@@ -15,8 +15,8 @@ class SlcCompilationError {};
 /// A compilation could not start, and the reason has been reported. Thrown by value.
 class SlcCompilationSevereError {};
 
-/// A fatal report has been made, and the compilation cannot continue. Thrown by value; the code
-/// that catches it ends the program with this status.
+/// A fatal report has been made, and the compilation cannot continue. Thrown by value. The driver
+/// ends the program with this status; the compiler library derives the kind of failure from it.
 struct SlcCompilationEnd {
     int status = 1;
 };
@@ -53,11 +53,11 @@ struct SlcReport {
     std::string text;
     std::string advice;  // lines with "\n" between them
 };
-/// Returns the reports that the compilation has shown, in order.
+/// Returns the reports that `RecordReport` has added, in order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
 /// Adds a report; the report functions below except `SeverError` and `SevereWarning` do this.
 void RecordReport(SlcReport report);
-/// Adds a line of advice to the last report; the advice functions below do this themselves.
+/// Adds a line of advice to the last report; `Advise` does this itself.
 void RecordAdvice(std::string_view text);
 
 /// A range of columns within one line of a file. Both members are 0 if the range is unknown.
@@ -76,7 +76,7 @@ void SetColumnsOfText(
 
 /// Resets the counts, since reports of the driver before the parse do not count.
 void ResetNbErrorsAndWarnings();
-/// Count an error or a warning; the report functions below do this themselves.
+/// Count an error or a warning. A report function below counts its report unless it says otherwise.
 void AddError();
 void AddWarning();
 /// Return the counts of this compilation so far.

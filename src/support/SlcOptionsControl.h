@@ -10,8 +10,8 @@ inline constexpr bool k_isDebugBuild = false;
 inline constexpr bool k_isDebugBuild = true;
 #endif
 
-/// The options of the command line, read by every subsystem. Each compilation owns an instance and
-/// fills it in. The defaults here are those of level 2 before a back end is chosen.
+/// The options of a compilation, read by all stages after the parser. Each compilation owns an
+/// instance and fills it in. The defaults here are those of level 2 before a back end is chosen.
 /// SlcOptimizationLevel.cpp lists what each level enables.
 struct SlcOptionsControl {
     bool m_useShadeops = true;            // unknown functions are looked up in shadeop libraries

@@ -1,7 +1,7 @@
 // A shader calls only a dozen of the library's functions, and making all entries would take longer
-// than compiling a small shader. So the outermost scope is empty at first. It makes the entries of
-// a name when the name is first looked up or redefined: a redefinition must see the built-ins of
-// its name.
+// than compiling a small shader. So the outermost scope has no functions at first. It makes the
+// built-ins of a name when the name is first looked up, or before an entry of that name is added:
+// once a name has entries, its built-ins are no longer made.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -35,7 +35,7 @@ SlcFuncSignature SignatureOf(SlcFuncDescription& function, const SlcDetailRules&
     return signature;
 }
 
-/// The outermost scope. It makes the entries of a built-in when its name is first looked up.
+/// The outermost scope, which makes the entries of built-ins on demand.
 class BuiltInScope : public SlcSymbolScope {
 public:
     explicit BuiltInScope(const SlcDetailRules& rules)
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    /// Does nothing if the name already has entries: they include those of its cards.
+    /// Does nothing if the name already has entries: its built-ins are then among them.
     void MakeBuiltIns(std::string_view name)
     {
         if (SlcSymbolScope::Find(name))

@@ -13,5 +13,5 @@ struct SlcDetailRules {
 };
 
 /// Makes a table with the whole library of the language and the variable `PI`: the outermost scope
-/// of every compilation. Entries are made on first look-up, since a shader uses few of them.
+/// of every compilation. The entries of a function are made when its name is first used.
 [[nodiscard]] SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules);

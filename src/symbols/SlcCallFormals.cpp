@@ -1,8 +1,9 @@
-// The only place that computes what a function requires of an argument: for semantic analysis, of
-// an argument of a call in the source; for the passes, of an argument of an instruction.
+// Computes what a function requires of an argument of a checked call: for semantic analysis and
+// lowering, of a call in the tree; for intermediate code and its passes, of an instruction.
 //
 //     occlusion(P, N, "bias", 2)             in the source: P, N, a name, a value
-//     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     in the code: each value of the tail in its place
+//     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     in the code: each value of the variable tail in a
+//                                            fixed position
 //
 // Tested by tests/symbols/SlcCallFormalsTest.cpp.
 
@@ -14,8 +15,8 @@
 
 namespace {
 
-/// `unpack` writes all its arguments except the first, although its card declares them
-/// as inputs. Only this function knows that.
+/// True for an argument that `unpack` writes: all except the first. Its card declares them as
+/// inputs, so only this function knows that they are outputs.
 bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
 {
     return position >= 1 && entry.GetPrimitive() == SqxPrimitive::CALL_PRIM_UNPACK;

@@ -30,6 +30,6 @@ struct SlcCallFormal {
 [[nodiscard]] std::vector<SlcCallFormal> SlcFormalsOf(const SlcProcCallExprNode& call);
 
 /// For an instruction: returns the formal of the argument at `position`, where each value of the
-/// variable tail has a fixed position. Past the last formal, returns one that accepts anything.
+/// variable tail has a fixed position. Past the end, returns a formal that accepts anything.
 /// O(n) for a tail of n values.
 [[nodiscard]] SlcCallFormal SlcFormalAt(const SlcFuncSymbolEntry& entry, std::size_t position);

@@ -1,6 +1,6 @@
-// All arguments of a shadeop are varying inputs, since its declaration states neither detail nor
-// storage. The library's name becomes part of identifiers in generated C++, so characters that are
-// invalid there are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
+// All formals of a shadeop are varying inputs, since its declaration states neither detail nor
+// storage. The library's name becomes part of identifiers in generated C++, so characters other
+// than letters and digits are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
 
@@ -13,7 +13,7 @@ bool IsLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-/// Keeps letters, digits and the characters in `kept`, and encodes all others.
+/// Keeps letters, digits and the characters in `kept`; replaces any other by its code, as "_2d_".
 std::string EncodedForC(std::string_view text, std::string_view kept)
 {
     constexpr const char* digits = "0123456789abcdef";
@@ -74,6 +74,6 @@ std::string SlcFuncDSOSymbolEntry::FileNameAsCId(std::string_view name)
     const std::size_t dot = name.rfind('.');
     if (dot == std::string_view::npos)
         return EncodedForC(name, "");
-    // Most extensions are valid in an identifier, but a backup copy may end in ".so~".
+    // Encode the extension too: most need no change, but a backup copy may end in ".so~".
     return EncodedForC(name.substr(0, dot), "") + '_' + EncodedForC(name.substr(dot + 1), "_");
 }

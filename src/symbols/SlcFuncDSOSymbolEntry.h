@@ -7,7 +7,7 @@
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
-/// What a shadeop's record and its library state, except the signature.
+/// The library of a shadeop, and the parts of its record other than the signature.
 struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
     SlcIdentNode* init = nullptr;        // function that prepares the shadeop; name may be empty
@@ -18,7 +18,7 @@ struct SlcShadeopInfo {
     std::string key;               // identifies the library in generated code
 };
 
-/// One record of a library's table: the declaration, and the functions that it names.
+/// One record of a library's table: the declaration, and its init and cleanup functions.
 struct SlcShadeopDeclaration {
     SlcTypeNode* returnType = nullptr;
     std::vector<SlcTypeNode*> argTypes;
@@ -36,7 +36,7 @@ struct SlcShadeopRules {
 /// A function from a shared library.
 class SlcFuncDSOSymbolEntry : public SlcFuncSymbolEntry {
 public:
-    /// Makes the entry of a declaration in the library at `libraryPath`. Every argument accepts
+    /// Makes the entry for a declaration in the library at `libraryPath`. Every argument accepts
     /// uniform and varying values, and none is an output.
     SlcFuncDSOSymbolEntry(SlcIdentNode* ident, const std::string& libraryPath,
                           SlcShadeopDeclaration declaration, const SlcShadeopRules& rules);
@@ -47,8 +47,8 @@ public:
     {
     }
 
-    /// Return the name in the source, under which the library exports the method, and the names of
-    /// its init and cleanup functions.
+    /// Return the name of the method, which is the same in the source and in the library, and the
+    /// names, possibly empty, of its init and cleanup functions.
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }

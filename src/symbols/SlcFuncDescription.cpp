@@ -1,4 +1,5 @@
-// The parameters of a card become fixed arguments, and a tail from the first optional one on:
+// The parameters in the card of a built-in become fixed arguments and, from the first optional,
+// named or repeated parameter on, a variable tail:
 //
 //     float f(point p, optional float samples = 0, named float bias = 0)
 // takes a point, and then the tail

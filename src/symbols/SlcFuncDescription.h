@@ -16,7 +16,7 @@ struct SlcFuncDescription {
     /// `card` must have a name in the language, and must outlive this object.
     explicit SlcFuncDescription(const SqxCard& card);
 
-    /// Returns all overloads of all functions, in the order of the table.
+    /// Returns all overloads of all functions, in the order of the cards.
     [[nodiscard]] static std::vector<SlcFuncDescription> All();
 
     const SqxCard& card;
@@ -26,8 +26,8 @@ struct SlcFuncDescription {
     std::vector<SlcDetailNode*> argDetails;        // uniform or unknown
     std::vector<SlcStorageSpecNode*> argStorages;  // input or output
     SlcCallSIMD simd;
-    /// The detail that the whole-grid form requires of each argument, including those of a tail
-    /// that is not repeated; empty if there is no such form.
+    /// The detail that the whole-grid form requires of each argument, including the values of a
+    /// tail that is not repeated; empty if there is no whole-grid form.
     std::vector<SlcDetailNode*> simdDetails;
     std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a fixed number of arguments
 };

@@ -1,7 +1,7 @@
-// Checks whether a call matches a function. The fixed arguments are compared one by one; the tail
-// then receives the further arguments in order and keeps its state between them. A formal accepts
-// its own type and types that promote to it; an output formal accepts only its own type, since
-// there is no promotion back.
+// Checks whether a call matches a function. The fixed arguments are compared one by one; further
+// arguments are passed in order to the function's variable tail, which keeps its state from one to
+// the next. With promotion, a formal also accepts types that promote to its type. An output formal
+// never does, since the result would have to be promoted back.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 
@@ -17,8 +17,8 @@
 
 namespace {
 
-/// Returns advice for an argument that the tail rejects; empty for a tail without names. `previous`
-/// is the leaf that accepted the argument before it; null for the first argument of the tail.
+/// Returns advice for an argument that the variable tail rejects; empty for a tail without names.
+/// `previous` is the leaf that accepted the preceding argument; null if that is a fixed argument.
 std::string AdviceOnTail(const SlcFuncVarArgLeaf* previous, const SlcExprNode* arg,
                          SlcFuncVarArgExpr* tail)
 {
@@ -95,8 +95,8 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
             sink->Error(args[i],
                         messageFor() + "(" + m_signature.argTypes[i]->ToString() + " expected)");
     }
-    // The tail is checked only if the arguments before it are correct, since it depends on their
-    // order.
+    // A wrong fixed argument is often one that is missing or misplaced. The arguments after it are
+    // then shifted, so reports about the tail would only follow from the first fault.
     if (reported || !VarArgBegin())
         return;
     const SlcFuncVarArgLeaf* leaf = nullptr;

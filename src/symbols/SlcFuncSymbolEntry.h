@@ -17,7 +17,7 @@ class SlcFuncSymbolEntry;
 class SlcProcCallExprNode;
 class SlcSemanticError;
 
-/// How a built-in may be called for many points at once.
+/// How a built-in may be called: for single points, for the whole grid, or both.
 enum class SlcCallSIMD {
     NoSimd,      // one call for each point, or once for uniform data
     Simd,        // also one call for the whole grid
@@ -27,7 +27,7 @@ enum class SlcCallSIMD {
 /// The origin of a function.
 enum class SlcFuncOrigin { BuiltIn, User, Shadeop };
 
-/// The expressions of a call, in order; the tree owns them.
+/// The arguments of a call, in source order; the tree owns them.
 using SlcCallArgs = std::vector<SlcExprNode*>;
 
 /// A rule that computes the detail of a call and reports violations of the detail rules. The rules
@@ -38,8 +38,8 @@ using SlcCheckInlineDetailProc = SlcDetailNode* (*)(SlcCheckInlineDetail*,
                                                     SlcPtr<SlcFuncSymbolEntry>,
                                                     SlcProcCallExprNode*);
 
-/// The declaration that all kinds of functions share. The three argument lists have the same length
-/// and do not include a variable tail.
+/// What all kinds of functions declare. `argTypes`, `argDetails` and `argStorages` have the same
+/// length and do not include a variable tail.
 struct SlcFuncSignature {
     SlcIdentNode* ident = nullptr;
     SlcTypeNode* returnType = nullptr;
@@ -49,7 +49,7 @@ struct SlcFuncSignature {
     bool orderSensitive = false;  // calls must not be reordered
     bool foldable = false;        // may be evaluated at compile time
     SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-    std::vector<SlcDetailNode*> simdDetails;  // required in a whole-grid call, by argument
+    std::vector<SlcDetailNode*> simdDetails;  // of each argument in a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
     std::optional<SqxPrimitive> primitive;  // of a built-in
@@ -75,12 +75,13 @@ public:
     /// Returns the number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMismatches(const SlcCallArgs& args) const;
     /// Reports each fixed argument that does not match even with promotion or, if all match, the
-    /// first such argument of the tail. For a call with `SlcOverloads::Outcome::WrongTypes`.
+    /// first such argument of the tail, or a name at its end without a value. Skips arguments that
+    /// have been reported already. For a call with `SlcOverloads::Outcome::WrongTypes`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
-    /// Query a variable tail and walk over it; without a tail, they return false and null. A tail
-    /// keeps the state of only one walk, which `VarArgBegin` restarts.
+    /// Query a variable tail and walk over it. Without a tail, the query returns false and the walk
+    /// null. A tail keeps the state of only one walk, which `VarArgBegin` restarts.
     [[nodiscard]] virtual bool IsVarNbArgs() const { return false; }
     virtual SlcFuncVarArgExpr* VarArgBegin() { return nullptr; }
     virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*, bool /*promote*/)
@@ -88,7 +89,7 @@ public:
         return nullptr;
     }
     virtual SlcFuncVarArgExpr* VarArgNext() { return nullptr; }
-    /// Null if the number of arguments is fixed.
+    /// Returns the variable tail; null if the number of arguments is fixed.
     [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
     /// Return the detail of a call by the function's rules: for a call as written, and for a call
@@ -102,7 +103,8 @@ public:
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetArgDetails() const;
     [[nodiscard]] const std::vector<SlcStorageSpecNode*>& GetArgStorages() const;
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
-    /// Includes the arguments of a tail, in their fixed positions.
+    /// Returns the detail that a whole-grid call requires of each argument, in the order of the
+    /// instruction; includes the values of a tail that is not repeated.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
     /// Returns the primitive of a built-in; nothing for other functions.
     [[nodiscard]] std::optional<SqxPrimitive> GetPrimitive() const { return m_signature.primitive; }

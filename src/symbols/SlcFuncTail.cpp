@@ -1,5 +1,5 @@
-// Lists a tail as the primitive expects it: only the values, each in a fixed position, although a
-// call in the source may name them in any order.
+// Lists the parts of a variable tail in the order of its card. The instruction of the built-in has
+// the values of the tail in this order, although a call in the source may name them in any order.
 //
 // Tested by tests/symbols/SlcFuncVarArgExprTest.cpp; the resulting calls are tested by
 // tests/lowering.

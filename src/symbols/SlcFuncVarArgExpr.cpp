@@ -1,7 +1,8 @@
-// A tail is a tree of parts, which one walk matches against the arguments of a call:
+// A variable tail is a tree of parts, which one walk matches against the arguments of a call:
 //
 //     float *                          1, 2, 3          one value, any number of times
-//     (float color)                    1, Cs            in this order
+//     (float color)                    1, Cs            in this order; the walk skips parts that
+//                                                       do not match
 //     named(blur float bias float)     "bias", 2        pairs of a name and a value, in any order:
 //                                                       after a pair that matched, the list starts
 //                                                       over
@@ -50,7 +51,7 @@ int SlcFuncVarArgSingle::GetMaxSize(bool) const
 
 SlcFuncVarArgLeaf* SlcFuncVarArgSingle::FindNextMatch(SlcExprNode* expr, bool promote)
 {
-    // The argument for an output is not promoted, and neither is one for a value of any type.
+    // An argument for an output is not promoted, nor is an argument for a value of any type.
     const bool mayPromote = promote && !m_storage->IsOutput() && !m_type->IsAnyType();
     const auto types = SlcPossibleTypes::Of(expr);
     const SlcTypeNode* type = types ? types->IsInTypes(m_type, mayPromote) : nullptr;
@@ -135,7 +136,7 @@ SlcFuncVarArgExpr* SlcFuncVarArgList::Next(bool skip)
         return nullptr;
     if (SlcFuncVarArgExpr* next = m_parts[m_current]->Next(skip))
         return next;
-    // After a match a named list starts again from its first pair, since pairs may be in any order.
+    // After a match, a named list starts over at its first pair, since pairs may be in any order.
     if (skip || m_order == Order::Positional)
         ++m_current;
     else

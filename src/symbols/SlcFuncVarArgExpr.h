@@ -11,11 +11,11 @@
 class SlcExprNode;
 class SlcFuncVarArgLeaf;
 
-/// A variable tail of arguments, which is matched against the arguments of one call. Each part is a
+/// A part of a variable tail, which is matched against the arguments of one call. Each part is a
 /// small state machine that `Begin` resets, so there can be only one walk at a time.
 ///
 ///     tail->Begin();
-///     for (argument : those after the fixed ones)
+///     for (argument : arguments after the fixed ones)
 ///         leaf = tail->FindNextMatch(argument, promote);      null: the call does not match
 class SlcFuncVarArgExpr {
 public:
@@ -26,19 +26,20 @@ public:
 
     /// Starts a walk and returns the first part; null for an empty list.
     virtual SlcFuncVarArgExpr* Begin() = 0;
-    /// Moves to the next part; null at the end. `skip` means that the last argument did not match.
+    /// Moves to the part to try next and returns it; null at the end. `skip` means that the last
+    /// argument did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
-    /// Returns the part that the next argument must match; null past the end.
+    /// Returns the part that the next argument is matched against first; null past the end.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
     /// Returns the maximum number of arguments, counting the names of pairs if `withNames`;
     /// negative for any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
-    /// Returns the leaf that accepts the argument, and moves past that leaf; null if none accepts
-    /// it. `promote` allows promotion.
+    /// Returns the leaf that accepts the argument; null if none does. A list also moves past parts
+    /// that do not match, and past the leaf. `promote` allows promotion.
     virtual SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) = 0;
 };
 
-/// A part that accepts one argument, which must have its type, detail and storage.
+/// A part that accepts single arguments, and the type, detail and storage that it requires of them.
 class SlcFuncVarArgLeaf : public SlcFuncVarArgExpr {
 public:
     [[nodiscard]] virtual SlcTypeNode* GetType() const = 0;

@@ -4,8 +4,8 @@
 
 #include "sqx/SqxPredefined.h"
 
-/// The names by which generated code accesses what the run time passes to it. The operands of
-/// predefined variables have these names, so passes recognize such an operand by its name.
+/// The names by which generated code accesses what the run time passes to it. The operand of a
+/// predefined variable has the variable's accessor as its name, so later stages recognize it.
 namespace SlcGeneratedNames {
 
 inline constexpr const char* k_hiddenPrefix = "i_hiddens";

@@ -1,5 +1,6 @@
-// The predefined variables with the nodes of their types. The table is built at compile time from
-// the rows that all readers of compiled shaders share (runtime/sqx/SqxPredefined.h).
+// The predefined variables with the nodes of their types. Their table is derived from the rows that
+// all readers of compiled shaders share (runtime/sqx/SqxPredefined.h). The variables of light loops
+// have a separate table, since they are accessed through the current light.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 

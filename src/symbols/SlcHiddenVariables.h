@@ -21,13 +21,13 @@ public:
     [[nodiscard]] static std::span<const VarInfo> All();
     /// Returns `PI`, which belongs to no kind of shader and is available in all code.
     [[nodiscard]] static const VarInfo& Pi();
-    /// Returns the variable. An unknown name is a fault of the compiler, and fatal.
+    /// Returns the variable of this name. An unknown name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
     /// Returns null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
     /// Returns the three variables that a light loop adds.
     [[nodiscard]] static std::span<const VarInfo> AllOfIlluminance();
-    /// An unknown name is fatal.
+    /// Returns the variable of a light loop. An unknown name is fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
     /// Returns null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoIlluminance(std::string_view name);

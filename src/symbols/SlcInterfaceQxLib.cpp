@@ -1,5 +1,5 @@
-// Translates types and details to the words and numbers of compiled files. The order of the rows
-// matters, since a vector or a normal also passes the test for points.
+// Translates types and details to the words and numbers of compiled files. In both tables of types
+// the order of the rows matters, since vectors and normals also pass the test for points.
 //
 // Tested by tests/backends, which read the files back.
 

@@ -5,7 +5,7 @@
 #include "frontend/SlcDetailNode.h"
 #include "frontend/SlcTypeNode.h"
 
-/// Maps types and details to their codes in the renderer's library.
+/// Maps types and details to their codes and words in compiled files.
 class SlcInterfaceQxLib {
 public:
     /// Returns the code of a type; for an array, pass its element type. For a type without a code,

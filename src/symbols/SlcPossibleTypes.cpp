@@ -1,9 +1,9 @@
-// The set of types of an expression. Look-up allows promotion in both directions: a float in the
-// set matches a required color, and a color in the set matches a float that can be promoted to it.
+// The set of types of an expression. If promotion is allowed, it works in both directions: a float
+// in the set matches a required color, and a color in the set matches a required float.
 //
 //     {point, color}   color required   color
 //     {float}          color required   color, promoted
-//     {error}          any required     error: it has been reported, so it matches
+//     {error}          any but void     error: a report has been made, so it matches
 //
 // Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
 
@@ -25,7 +25,7 @@ struct SharedSets {
     std::array<const TypeSet*, 16> recent = {};  // cache of sets with one type, by its address
 };
 
-/// Returns the only set with these members in this order; it lives until the compilation ends.
+/// Returns the shared set with these members in this order, which lives until the compilation ends.
 const TypeSet* SharedSet(TypeSet types)
 {
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
@@ -67,7 +67,7 @@ SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
 {
     SlcTypeNode* candidate = nullptr;
     for (SlcTypeNode* member : *m_types) {
-        // An expression that has been reported matches any required type.
+        // After a report, an expression has type error, which matches any type except void.
         if (type->IsSameType(member) || (member->IsErrorType() && !type->IsVoidType()))
             return member;
         if (!promote || candidate)

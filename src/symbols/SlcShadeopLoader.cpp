@@ -1,5 +1,5 @@
 // Libraries are read as files, one after another, and none of their code runs: only the table of
-// the requested function is read, record by record. A record that cannot be read is a warning. The
+// the requested function is read, record by record. An invalid record causes a warning. The
 // search ends at the first directory with a usable record, so that libraries in later directories
 // cannot add overloads. Results are cached by name, since each scope that calls the function asks
 // again.

@@ -20,9 +20,9 @@ public:
     SlcShadeopLoader(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options,
                      SlcShadeopRules rules);
 
-    /// Adds to the table all overloads of the function that libraries declare in the first search
-    /// directory with such a library. False if there are none. An invalid record is a warning at
-    /// `node`; a function that a library declares but does not contain is an error.
+    /// Adds to `table` all overloads of the function that the libraries of one directory declare:
+    /// the first search directory with a valid declaration. False if there is none. An invalid or
+    /// repeated record is a warning at `node`; a declared function that is missing is an error.
     ///
     /// The first call for a name reads every library of each directory that it searches.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);

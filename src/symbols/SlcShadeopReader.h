@@ -7,8 +7,8 @@
 #include "frontend/SlcTypeNode.h"
 #include "sqx/SqxShadeopText.h"
 
-/// Parses the declaration of a shadeop, such as "float blend(color, float[4])", and makes its
-/// nodes.
+/// Parses the declaration of a shadeop, such as "float blend(color, float[4])", and makes the nodes
+/// of its types and its name.
 ///
 /// Each operation continues where the previous one stopped, and none reads past the end.
 class SlcShadeopReader {

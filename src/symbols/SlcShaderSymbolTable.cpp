@@ -1,5 +1,5 @@
-// For each kind of shader, the predefined variables that it can only read and those that it may
-// write. The entries are made once per shader and then accessed with `EntryNamed` instead of a
+// Lists for each kind of shader the predefined variables that it should only read and those that it
+// may write. The entries are made once per shader and then accessed with `EntryNamed` instead of a
 // look-up, since a parameter may hide a name such as "P".
 //
 // `Ps` of a surface is its `P`: two names with one operand, so that a write to `P` also changes
@@ -68,7 +68,7 @@ constexpr const char* k_imagerReadWrite[] = {"Ci", "Oi", "I", "alpha"};
 
 constexpr const char* k_illuminanceNames[] = {"L", "Cl", "Ol"};
 
-/// Makes the entries of the light loops. The scope that this requires is not needed.
+/// Makes the entries that all light loops share. Only the entries are kept, not the new scope.
 void MakeIlluminanceEntries(const SlcPtr<SlcSymbolTable>& parent)
 {
     static_cast<void>(MakeShared<SlcIlluminanceSymbolTable>(parent, true));

@@ -19,7 +19,7 @@ public:
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
     /// Adds the variables of a light loop. All light loops of a shader share the entries: only the
-    /// first call makes them. If `first` is false, entries that the shader itself has are used.
+    /// first call makes them. If `first` is false, existing entries of the shader itself are used.
     void InitIlluminance(std::span<const char* const> names, bool first);
     /// Records the entry under its name; does nothing for an unknown name.
     static void InitStaticVarEntry(const VarEntry& entry);
@@ -40,7 +40,7 @@ private:
     friend class SlcSurfaceSymbolTable;
 };
 
-/// There is one class per kind of shader, which adds its variables as read-only or writable.
+/// This class and the next four are the scopes of the five kinds of shader.
 class SlcSurfaceSymbolTable : public SlcShaderSymbolTable {
 public:
     explicit SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent);

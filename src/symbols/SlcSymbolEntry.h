@@ -48,8 +48,9 @@ public:
     /// otherwise.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
 
-    /// Returns the variable's operand in the intermediate code; null until the lowering makes it.
-    /// An `extern` alias returns the operand of its outer variable.
+    /// Returns a reference to the variable's operand in the intermediate code, which is null until
+    /// it is made: the operand of a predefined variable with the entry, any other by the lowering.
+    /// For an `extern` alias, this is the operand of its outer variable.
     [[nodiscard]] SlcPtr<SlcLexType>& GetIntCodeVar();
     /// Makes an operand named `cName` with the variable's type, detail and storage. Defined with
     /// the operand class in `icode`.

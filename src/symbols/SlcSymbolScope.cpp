@@ -1,6 +1,6 @@
 // The entries of a name are sorted by the position of the table that they were added to: a table
 // sees the entries at its own position or before it. A look-up hashes the name and then searches
-// its entries from the last one or, for functions, by binary search.
+// its entries: for a variable from the last one, for the overloads of a call by binary search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 

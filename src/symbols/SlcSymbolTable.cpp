@@ -37,7 +37,7 @@ SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
         next->m_definitionScope = m_definitionScope;
         return next;
     }
-    // A later table exists already; neither of the two sees the other's declarations.
+    // A later table exists; neither it nor the new table may see the other's declarations.
     auto fork = MakeShared<SlcSymbolTable>(m_scope->m_parent);
     fork->m_scope->m_previous = this;
     return fork;

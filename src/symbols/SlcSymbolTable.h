@@ -14,8 +14,8 @@ class SlcSymbolScope;
 struct SlcShadeopDeclaration;
 struct SlcShadeopRules;
 
-/// A name that must be known is unknown: a fault of the compiler. Thrown by value; around light
-/// statements `SlcCheckSemantics` catches it to report their place.
+/// A name that must be known is unknown: a fault of the compiler. Thrown by value. During the check
+/// of a light statement, `SlcCheckSemantics` catches it to report the place of the statement.
 struct SlcSymbolNotFound {
     SlcIdentNode* ident;
 };
@@ -25,7 +25,7 @@ struct SlcLookup {
     enum class Functions { All, WithValue };
 
     SlcIdentNode* ident = nullptr;
-    const SlcProcArgsNode* arguments = nullptr;  // with their sets of types
+    const SlcProcArgsNode* arguments = nullptr;  // annotated with sets of types
     Functions functions = Functions::All;        // `WithValue` ignores void functions
 };
 
@@ -62,8 +62,8 @@ public:
 
     /// Makes a new scope inside this one.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateNewScopeTable();
-    /// Makes the next table of this scope. If this table already has a next one, the result does
-    /// not see that one's names.
+    /// Makes the next table of this scope. If the scope already has a later table, the new table
+    /// does not see the names of the later one.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateCurrentScopeTable();
 
     // The Add operations do not check whether the name exists: a caller that must reject

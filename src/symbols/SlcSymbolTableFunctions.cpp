@@ -1,12 +1,12 @@
 // Look-up of functions. All scopes are searched, nearest first, and an exact match in an outer
 // scope is better than a match with promotion in an inner one:
 //
-//     float f(color c)   in the body             f(1)      outer f(float): exact, in any scope
-//     float f(float x)   before the shader       f(Cs)     inner f(color)
-//     float f(float x, y)                        f("a")    none with one argument matches:
-//                                                          the report names the closest
+//     float f(color c)       in the body         f(1)      outer f(float): an exact match
+//     float f(float x)       before the shader   f(Cs)     inner f(color)
+//     float f(float x, y)    before the shader   f("a")    none: the report is about f(float), the
+//                                                          closest in the outermost table
 //
-// Each scope is searched by groups. A group is the entries of one name in one table, so the cost
+// Each scope is searched by groups, each with the entries of one name in one table. So the cost
 // does not depend on the number of tables: a scope with a thousand declarations costs one search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
@@ -138,8 +138,8 @@ TableMatches MatchesIn(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>
     return matches;
 }
 
-/// Returns the overload whose mismatches are reported when none matches: the one that matches the
-/// most arguments; among equals the last.
+/// Returns the overload to report when none matches: among those with the right number of
+/// arguments, the one with the fewest mismatches; among equals the last.
 SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
                                      const SlcCallArgs& args)
 {

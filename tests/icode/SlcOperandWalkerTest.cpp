@@ -56,15 +56,17 @@ TEST(SlcOperandWalker, VisitsReadsBeforeWritesAndSkipsMissingOperands)
     }
 }
 
-/// Overrides the `Case` of classes at different levels of the class tree, as a pass may.
+/// Overrides the `Case` of a class, of its base class and of another base class, as a pass may.
 class Heights : public SlcAllICodeWalker {
 public:
+    int m_additions = 0;
     int m_arithmetic = 0;
     int m_marks = 0;
     int m_rest = 0;
 
 private:
     using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcAddICode>) override { ++m_additions; }
     void Case(SlcPtr<SlcArithExprICode>) override { ++m_arithmetic; }
     void Case(SlcPtr<SlcInvisibleICode>) override { ++m_marks; }
     void Default(SlcPtr<SlcICode>) override { ++m_rest; }
@@ -81,7 +83,8 @@ TEST(SlcAllICodeWalker, CallsTheNearestOverriddenClass)
     Heights heights;
     for (const auto& code : codes)
         code->ApplyWalker(&heights);
-    EXPECT_EQ(heights.m_arithmetic, 2);
+    EXPECT_EQ(heights.m_additions, 1);
+    EXPECT_EQ(heights.m_arithmetic, 1);
     EXPECT_EQ(heights.m_marks, 1);
     EXPECT_EQ(heights.m_rest, 2);
 }

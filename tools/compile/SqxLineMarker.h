@@ -12,6 +12,6 @@ struct SqxLineMarker {
     bool returns = false;  // an included file has ended, and `file` continues
 };
 
-/// Reads a line marker. Returns nothing for another line, or for a name that is not a file, such as
-/// `<built-in>`.
+/// Reads a line marker. Returns nothing for any other line, and for a marker whose name is not a
+/// file, such as `<built-in>`.
 [[nodiscard]] std::optional<SqxLineMarker> SqxReadLineMarker(std::string_view line);

@@ -12,20 +12,22 @@ class SqxSearchedPlaces {
 public:
     using Folders = std::vector<std::filesystem::path>;
 
-    /// Adds the paths for the headers of a preprocessed text, according to its line markers.
-    /// `folders` are those of `-I`, in order; relative ones refer to the working directory.
+    /// Adds the paths that were searched before each header of a preprocessed text was found, as
+    /// its line markers imply. `folders` are those of `-I`, in order; relative ones refer to the
+    /// working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
     /// Adds a path at which a header was not found. A file that has appeared there meanwhile counts
     /// as new.
     void AddMissing(const std::filesystem::path& header);
-    /// Adds the places of shadeop libraries. `taken` are the libraries that the shader calls, and
-    /// `folders` are searched in this order: of those up to the last one that contains such a
-    /// library, adds each folder and all libraries in it.
+    /// Adds the folders that were searched for shadeop libraries, and all libraries in them.
+    /// `taken` are the libraries that the shader calls, and `folders` are in the order of the
+    /// search, which ended at the last folder that contains one of `taken`.
     void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
 
     /// Paths at which a header was not found.
     [[nodiscard]] const std::set<std::string>& MissingHeaders() const { return m_missing; }
-    /// True if a file has appeared since then.
+    /// True if a file has appeared at one of the paths, or a library in one of the folders, since
+    /// the compile.
     [[nodiscard]] bool HasNewFiles() const;
 
     // Conversion to the text of a file, so that a later run can check.

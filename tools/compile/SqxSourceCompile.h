@@ -33,7 +33,7 @@ public:
     /// and for the C++ compiler of `--dso`. Returns true if there is an output. Throws
     /// `SqxCompileError` for an invalid option.
     [[nodiscard]] bool Run();
-    /// As above in a separate process, so that this one survives a crash. `isOver` is called every
+    /// As `Run`, in a separate process, so that this one survives a crash. `isOver` is called every
     /// millisecond; when it returns true, the process and all that it started are ended. Throws
     /// `SqxCompileError` if `sqxmake` cannot be started.
     [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
@@ -64,7 +64,7 @@ private:
     std::filesystem::path m_source;
     std::vector<std::string> m_options;
     std::filesystem::path m_work;
-    const char* m_ownCommand;  // preprocess command of the user; null: the library preprocesses
+    const char* m_ownCommand;  // preprocess command of the user; null if the library preprocesses
     std::string m_messages;
     std::set<std::string> m_files;
     SqxSearchedPlaces m_places;

@@ -1,12 +1,12 @@
 //     matte.sqx: matte.sl include/noise.h
 //
-// A backslash escapes a blank. The backslashes before a blank, and those that end a name, must be
-// doubled, and others must not:
+// `$` is doubled. A backslash escapes a blank. Backslashes before a blank, and backslashes that end
+// a name, must be doubled, and others must not:
 //
 //     a b -> a\ b        a\ b -> a\\\ b        a\b -> a\b
 //
-// Make reads the backslashes before a `#` and a `:` in the same way, while ninja reads all but the
-// last of them as they are. In a target, make takes an unescaped `%` for a pattern.
+// Make reads backslashes before a `#` and a `:` in the same way as before a blank. Ninja reads all
+// of these except the last as they are. In a target, make takes an unescaped `%` for a pattern.
 //
 // Tested by tests/make/run.sh and tests/preprocessor.
 

@@ -1,7 +1,7 @@
-// Manual pages are generated from the same tables as `--help`, so that they cannot contradict it.
-// They use the few macros of man(7) that every reader of manual pages supports.
+// Manual pages are generated from the tables of `--help`, so that they cannot contradict it; for
+// the compiler only the options are. Pages use the few macros of man(7) that every reader supports.
 //
-// Tested by tests/manual/run.sh: each option that a program prints is in its page.
+// Tested by tests/options and by tests/manual/run.sh: a page has each option that `--help` prints.
 
 #include "manual/SqxManualPage.h"
 
@@ -15,7 +15,7 @@ namespace {
 constexpr const char* k_date = "2026-11-25";
 
 /// Escapes the characters that have a meaning in man(7): backslashes and dashes, and a dot or a
-/// quote at the start of a line.
+/// quote at the start of the text, which may become the start of a line.
 [[nodiscard]] std::string Escaped(std::string_view text)
 {
     std::string escaped;

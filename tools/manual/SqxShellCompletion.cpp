@@ -1,4 +1,5 @@
-// The texts use no library of completion functions, since not every system has one.
+// The texts need only functions that come with the shells: not every system has the library of
+// completion functions for bash.
 //
 // Tested by tests/manual/run.sh, with the shells that are installed.
 
@@ -22,7 +23,7 @@ namespace {
     return text;
 }
 
-/// Returns the options whose value is a folder, as a pattern of the shell.
+/// Returns the options whose value is a folder, with bars between them.
 [[nodiscard]] std::string FolderOptions(std::span<const SqxOption> options)
 {
     std::string text;
@@ -59,15 +60,15 @@ namespace {
     return "'" + WithBackslashes(text, "\\'") + "'";
 }
 
-/// Returns "-I" for "-IDIR" and for "-I" followed by "DIR", since the value may be part of the same
-/// word. Returns an empty text for options for which it may not.
+/// Returns "-I" for "-IDIR" and for "-I" followed by "DIR", since users write the value in the same
+/// word; "-D" likewise. Returns an empty text for other options.
 [[nodiscard]] std::string_view GluedOption(std::string_view word)
 {
     return word.starts_with("-I") || word.starts_with("-D") ? word.substr(0, 2)
                                                             : std::string_view();
 }
 
-/// Returns the spellings without repeating an option whose value may be part of the same word.
+/// Returns the spellings, but only the first one of `-D` and `-I`.
 [[nodiscard]] std::vector<std::string_view> DistinctSpellings(const SqxOption& option)
 {
     std::vector<std::string_view> words = SqxSpellings(option.word);
@@ -99,8 +100,8 @@ namespace {
 }
 
 /// Returns an option as `complete` of fish expects it: "-l size", "-o O2" after a single dash, or
-/// "-s I" for an option whose value may be part of the same word. Other options of one letter do
-/// not use "-s", since the programs do not accept several letters after one dash.
+/// "-s I" for an option that `GluedOption` returns. Other options of one letter do not use "-s",
+/// since the programs do not accept several letters after one dash.
 [[nodiscard]] std::string FishWord(std::string_view word)
 {
     if (word.starts_with("--"))

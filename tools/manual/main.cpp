@@ -1,4 +1,4 @@
-// Writes the manual pages of all programs and the completion of their command lines into a folder.
+// Writes manual pages and command line completion of all programs of this build into a folder.
 
 #include <fstream>
 #include <iostream>

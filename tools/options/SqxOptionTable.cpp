@@ -1,5 +1,5 @@
-// `--help`: what the program does, then the options; their effects are in one column, after the
-// longest word.
+// `--help` prints usage and description, then the options. The effects of the options are in one
+// column, to the right of the longest option.
 //
 // Tested by tests/manual/run.sh, which compares it with the manual pages.
 

@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-// The description of a program is written once, as tables, from which its `--help`, its manual page
-// and the completion of its command line are generated. All texts are literals.
+// The description of a program is written once, as tables, from which its `--help` (except that of
+// the compiler), manual page and command line completion are generated. All texts are literals.
 
-/// One option of a program: its text on the command line, and its effect. Rows are in the order of
-/// the help text.
+/// One option of a program: its text on the command line, and its effect. The options of a program
+/// are in the order of its help text.
 struct SqxOption {
-    std::string_view word;      // "--size", or both spellings: "-o, --output"
+    std::string_view word;      // "--size", or all spellings: "-o, --output"
     std::string_view argument;  // such as "DIR"; empty if it has none
     std::string_view effect;    // one sentence without capital letter and full stop
 };

@@ -29,7 +29,7 @@ public:
     /// Advances to the next word, at first to the first one. Returns false after the last word.
     [[nodiscard]] bool Next();
 
-    /// The current word. Valid after `Next` has returned true.
+    /// The current word. May be called after `Next` has returned true.
     [[nodiscard]] const std::string& Word() const { return m_words[m_position]; }
     [[nodiscard]] bool IsOption() const;
 
@@ -55,8 +55,8 @@ private:
     bool m_optionsEnd = false;  // after "--"
 };
 
-/// Reads a whole command line: `readOption` calls `Is` and `Value` for each known option, and
-/// `readFile` gets all words that are not options.
+/// Reads a whole command line: calls `readOption` for each option, which is then the current word,
+/// and `readFile` for each other word.
 void SqxReadWords(const std::vector<std::string>& arguments,
                   const std::function<void(SqxOptionWords&)>& readOption,
                   const std::function<void(const std::string&)>& readFile);

@@ -7,7 +7,7 @@
 /// The margins of a wrapped text.
 struct SqxLineLimits {
     std::size_t width;       // maximum length of a line, unless a word is longer
-    std::size_t indent = 0;  // of all lines except the first, to which it is not added
+    std::size_t indent = 0;  // of all lines; the caller writes that of the first
 };
 
 /// Breaks a text into lines. `spell` converts each word; null leaves words unchanged.

@@ -11,7 +11,7 @@ class SqxByteEncoder {
 public:
     explicit SqxByteEncoder(SqxEncoding encoding);
 
-    /// Returns the nearest byte. Values are clamped to 0 and 1; NaN becomes 0.
+    /// Returns the nearest byte. Values below 0 or above 1 are clamped; NaN becomes 0.
     [[nodiscard]] unsigned char operator()(float value) const
     {
         if (!(value > 0))
@@ -27,6 +27,6 @@ public:
 private:
     static constexpr unsigned int k_parts = 4096;
 
-    std::array<float, 257> m_least;  // least value of each byte; that of 256 is never reached
+    std::array<float, 257> m_least;  // least value of each byte; the last one is infinite
     std::array<unsigned char, k_parts> m_first;  // by part of the range: byte of its least value
 };

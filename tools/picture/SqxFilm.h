@@ -12,7 +12,7 @@
 struct SqxPixels {
     unsigned int width = 0;
     unsigned int height = 0;
-    std::vector<QxRGBColor> colors;     // times their opacity
+    std::vector<QxRGBColor> colors;     // premultiplied by opacity
     std::vector<QxRGBColor> opacities;  // 0 where nothing was drawn
 };
 
@@ -26,7 +26,8 @@ public:
     /// Touches all memory of the film, so that the system provides it before grids are drawn. Call
     /// it before the first `Draw`.
     void Prepare();
-    /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
+    /// Draws the grid as an `SqxMesh`, which explains `number` and `sides`. Several threads may
+    /// draw at a time, in any order of the grids.
     void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
     /// Returns the mean of the samples of each pixel. Uses up to `most` threads.
     [[nodiscard]] SqxPixels Finish(std::size_t most) const;

@@ -1,14 +1,14 @@
-// Most cells are about as small as a sample, and many lie between samples. So the bounds of the
-// samples in each cell are computed for a whole row of cells, in loops that compile to vector
-// instructions. Then each sample in the bounds is tested against the four outer edges of its cell
-// at once, and against the diagonal. Only a sample that is inside needs a division.
+// Most cells are about as large as a sample, and many contain no sample. So the bounds of the
+// samples that may be in each cell are computed for a whole row of cells, in loops that compile to
+// vector instructions. Then each sample in the bounds is tested against the four outer edges of its
+// cell at once, and against the diagonal. Only a sample that is inside needs a division.
 //
-// Both cells that share an edge compute it from its corners in the same order. They therefore agree
-// on which side of it a sample is, and no sample between cells is missed.
+// Two cells that share an edge test samples against it with its corners in the same order. They
+// therefore agree on which side of the edge a sample is, and no sample between cells is missed.
 //
 // Points behind the camera or too close to it, and points so far away that products of their
-// coordinates might overflow, are projected to NaN. No comparison with NaN is true, so triangles
-// with such a corner are not drawn, without a separate test.
+// coordinates might overflow, get NaN for x. No comparison with NaN is true, so triangles with such
+// a corner are not drawn, without a separate test.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 
@@ -67,7 +67,8 @@ int Floor(float number)
     return whole - (number < static_cast<float>(whole) ? 1 : 0);
 }
 
-/// Computes the first and the last sample between the corners of each cell, in one dimension.
+/// Computes the first and the last sample between the corners of each cell, in one dimension and
+/// within `limits`.
 void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& limits, float count,
                 int* first, int* last)
 {
@@ -124,7 +125,7 @@ struct CellRow {
 
 private:
     struct Triangle {
-        std::size_t a;  // points
+        std::size_t a;  // indices of the corners
         std::size_t b;
         std::size_t c;
         float area;  // twice the signed area; negative if the corners turn left
@@ -138,8 +139,8 @@ inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
 {
     const SqxFour cornersX = LoadPairs(x + column, x + column + next);
     const SqxFour cornersY = LoadPairs(y + column, y + column + next);
-    // The outer edges are ab, ac, bd and cd, the diagonal is bc. The sign of the area of the
-    // triangle of an edge and a sample is the side of the edge that the sample is on.
+    // The outer edges are ab, ac, bd and cd, the diagonal is bc. An edge and a sample form a
+    // triangle, and the sign of its area depends on the side of the edge that the sample is on.
     const SqxFour startX = __builtin_shufflevector(cornersX, cornersX, 0, 0, 1, 2);
     const SqxFour startY = __builtin_shufflevector(cornersY, cornersY, 0, 0, 1, 2);
     const SqxFour alongX = __builtin_shufflevector(cornersX, cornersX, 1, 2, 3, 3) - startX;
@@ -168,7 +169,8 @@ inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
     }
 }
 
-/// Interpolates the colors of the corners and stores them unless the sample is nearer.
+/// Interpolates colors and opacities of the corners. Stores the result unless `sample` already has
+/// a nearer surface.
 inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const
 {
     const auto [a, b, c, area] = triangle;
@@ -181,7 +183,7 @@ inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB
     const std::uint32_t nearness = NearnessOf(ofA * z[a] + ofB * z[b] + ofC * z[c]);
     if (nearness < sample.nearness || (nearness == sample.nearness && number >= sample.number))
         return;
-    // No corner is the last point of the grid, so another color follows each in memory.
+    // No corner is the last point of the grid, so another color follows that of each corner.
     const SqxFour color =
         SqxLoadFour(Ci + a) * ofA + SqxLoadFour(Ci + b) * ofB + SqxLoadFour(Ci + c) * ofC;
     const SqxFour opacity =
@@ -288,7 +290,7 @@ void SqxMesh::FindBounds(std::size_t line, const Rows& rows)
                m_bounds.bottom.data());
 }
 
-/// On the outer side the corners of a cell turn right.
+/// Empties the bounds of cells that show their inner side, on which their corners turn left.
 void SqxMesh::LeaveOutInner(std::size_t line)
 {
     const std::size_t columns = m_layout.columns;

@@ -10,17 +10,17 @@ struct SqxSample {
     QxRGBColor color;
     std::uint32_t nearness;  // grows as the distance shrinks
     QxRGBColor opacity;
-    std::uint32_t number;  // of the grid
+    std::uint32_t number;  // of the grid that was drawn here
 };
 
-/// A shaded grid, projected to the raster of samples of a film. The cells between its points are
-/// drawn, except for a margin of one cell on each side. Colors are interpolated between points.
+/// A shaded grid, projected to the raster of samples of a film. The cells between the grid's points
+/// are drawn, except for a margin of one cell on each side. Colors are interpolated between points.
 ///
-/// Each cell is two triangles. A sample is in a triangle if it is on the inner side of all three
-/// edges (Pineda, "A parallel algorithm for polygon rasterization", 1988).
+/// Each cell is two triangles. A sample is in a triangle if it is not on the outer side of any of
+/// its edges (Pineda, "A parallel algorithm for polygon rasterization", 1988).
 class SqxMesh {
 public:
-    /// A range of rows of samples; empty if the last one comes before the first.
+    /// A range of rows of samples, both ends included; empty if `last` is less than `first`.
     struct Rows {
         int first;
         int last;
@@ -29,7 +29,7 @@ public:
     /// Which sides of the cells are drawn.
     enum class Sides {
         Both,
-        Outer,  // only the side that the normals point to
+        Outer,  // only cells with a triangle that shows the side that the normals point to
     };
 
     /// The grid must outlive the mesh; `number` identifies it. `columns` and `rows` are the size of
@@ -38,8 +38,9 @@ public:
 
     /// Returns the rows that contain all samples of the cells.
     [[nodiscard]] Rows Reached() const;
-    /// Draws the part in these rows, and replaces samples that are farther away. `samples` is the
-    /// whole raster, row by row. At equal distance the grid with the lowest number wins.
+    /// Draws the part of the mesh in these rows, and replaces samples that are farther away.
+    /// `samples` is the whole raster, row by row. At equal distance the grid with the lower number
+    /// wins, so that the picture does not depend on the order of drawing.
     void Draw(SqxSample* samples, const Rows& rows);
 
 private:

@@ -1,6 +1,6 @@
 // Terms that depend only on u are computed once for each column, and terms of v once for each row,
-// so that a point needs only a few products. There is one loop over a row for each variable, which
-// compiles to vector instructions.
+// so that a point needs only a few products. Each vector has a separate loop over the points of a
+// row, so that the loop compiles to vector instructions.
 //
 // Tested by tests/picture/SqxPatchTest.cpp.
 
@@ -13,8 +13,8 @@
 
 namespace {
 
-/// The vectors of a row in the space of the shape: x and z by column, both times two factors, and
-/// y.
+/// The vectors of a row in the space of the shape: x and z by column, both times `factor` and
+/// `unit`, and the same y for all.
 struct OwnVectors {
     const float* x;
     const float* z;
@@ -62,9 +62,9 @@ SqxPatch::SqxPatch(const SqxShape& shape, const QxGrid& layout, float u, float v
     }
 }
 
-/// Along a row of a surface of revolution, the dot product of N and I depends only on the direction
-/// of the column relative to the camera. Its extremes are therefore at the extremes of that
-/// direction.
+/// Along a row of a surface of revolution, the dot product of N and I is a linear function of the
+/// dot product of the column's direction and the middle of the shape. Both are therefore extreme
+/// in the same columns.
 bool SqxPatch::IsHidden() const
 {
     if (!m_shape.IsClosed())

@@ -4,7 +4,7 @@
 
 #include "picture/SqxShape.h"
 
-/// The points of a rectangle of parameters of a shape, before they are stored in a grid.
+/// The points of a shape for a rectangle of u and v, before they are stored in a grid.
 class SqxPatch {
 public:
     /// The first point is at `u` and `v`, and the others follow in steps of `du` and `dv`. The
@@ -13,10 +13,10 @@ public:
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
     /// True if the shape is closed and the patch turns its inner side to the camera at each point:
-    /// then other parts of the shape cover the patch. Costs as much as two columns of points.
+    /// then other parts of the shape cover the patch. Computes only two columns of points.
     [[nodiscard]] bool IsHidden() const;
-    /// Sets positions, derivatives, normals and parameters of `grid`, which must have the layout of
-    /// the patch.
+    /// Sets positions, derivatives, normals, `I`, and u, v, s, t of `grid`, which must have the
+    /// layout of the patch.
     void Place(QxHostGrid& grid) const;
 
 private:
@@ -27,7 +27,7 @@ private:
         std::vector<float> xByU;
         std::vector<float> zByU;
     };
-    /// Some points of one row.
+    /// Adjacent points of one row, and where to store their vectors.
     struct Points {
         std::size_t column;  // of the first
         std::size_t count;

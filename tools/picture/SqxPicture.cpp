@@ -1,6 +1,6 @@
 // The shape is divided into grids. Each thread repeatedly takes the next grid, shades it, and draws
-// it to a common film. The result does not depend on which thread takes a grid: its random numbers
-// depend only on its number, and texts of shaders are reported in the order of the grids.
+// it to a common film. The result does not depend on which thread takes a grid: the random numbers
+// depend only on the number of the grid, and texts of shaders are reported in the order of grids.
 
 #include "picture/SqxPicture.h"
 
@@ -56,14 +56,14 @@ unsigned int EdgeFor(unsigned int columns, unsigned int rows)
 struct Cut {
     unsigned int columns;  // cells
     unsigned int rows;
-    unsigned int edge;
+    unsigned int edge;  // of a grid, in cells
 
     [[nodiscard]] unsigned int Across() const { return (columns + edge - 1) / edge; }
     [[nodiscard]] unsigned int Count() const { return Across() * ((rows + edge - 1) / edge); }
 };
 
-/// Each grid has one more line of points on each side than are drawn, so that all drawn points have
-/// neighbours for derivatives and normals, and no seam is visible.
+/// Returns the points of a grid. On each side the grid has one line of points that is not drawn, so
+/// that all drawn points have neighbours for derivatives and normals, and no seam is visible.
 SqxPatch PatchOf(const SqxShape& shape, const Cut& cut, unsigned int number)
 {
     const unsigned int column = number % cut.Across() * cut.edge;
@@ -98,12 +98,12 @@ struct SqxPicture::Pieces {
 
     std::atomic<unsigned int> next = 0;
     std::atomic<unsigned int> done = 0;
-    std::atomic<bool> ended = false;  // by an error, or because the picture is no longer needed
-    std::mutex mutex;                 // guards the fields below
+    std::atomic<bool> ended = false;  // by an error in one of the threads
+    std::mutex mutex;                 // guards `working` and `fault`
     std::condition_variable changed;
     std::size_t working = 0;  // threads
     std::exception_ptr fault;
-    std::vector<std::vector<SqxNote>> notes;  // by piece
+    std::vector<std::vector<SqxNote>> notes;  // by piece; one thread writes each
 };
 
 SqxPicture::SqxPicture(SqxPictureSettings settings)
@@ -206,7 +206,7 @@ SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
     return RunPieces(pieces, watch);
 }
 
-/// Starts the threads; this thread reports progress and checks whether to stop, until they end.
+/// Starts the threads, which check whether to stop, and reports progress until they end.
 SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 {
     // All threads are counted first, since one may end before the next one starts.

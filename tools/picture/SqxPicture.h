@@ -38,6 +38,7 @@ public:
         /// Called when a picture, coarse or whole, is complete, see `Pixels`.
         std::function<void()> show;
         /// Called about ten times a second with the share of the whole picture that is complete.
+        /// The share starts at 0 again when an imager begins.
         std::function<void(float)> progress;
         /// Called for each text that shaders printed for the whole picture, in the order of its
         /// pieces.
@@ -51,8 +52,8 @@ public:
     /// The last complete picture. If rendering ended before the first one was complete: its
     /// completed pieces.
     [[nodiscard]] const SqxPixels& Pixels() const { return m_pixels; }
-    /// Returns that picture over the background, scaled to the size of the whole picture: three
-    /// bytes per pixel, rows from the top.
+    /// Returns the picture of `Pixels` over the background, scaled to the size of the whole
+    /// picture: three bytes per pixel, rows from the top.
     [[nodiscard]] std::vector<unsigned char> Bytes(SqxEncoding encoding) const;
 
 private:
@@ -71,6 +72,6 @@ private:
     SqxPictureSettings m_settings;
     SqxShape m_shape;
     std::vector<std::unique_ptr<SqxPictureStage>> m_stages;  // one for each thread
-    std::unique_ptr<SqxFilm> m_film;  // of the whole picture; null if it was not prepared
+    std::unique_ptr<SqxFilm> m_film;  // of the whole picture; null if none is prepared
     SqxPixels m_pixels;
 };

@@ -1,5 +1,5 @@
-// A scene without files that shows what each type of shader does: a key light and a weaker one, a
-// sky above a ground for reflections, and a checkerboard for textures.
+// A scene that needs no files and shows what each type of shader does: a key light and weaker ones,
+// a sky above a ground for reflections, and a checkerboard in place of a missing texture.
 //
 // Tested by tests/picture/SqxPictureTest.cpp.
 

@@ -10,8 +10,8 @@ struct SqxNote {
     std::string text;
 };
 
-/// The surroundings of the shape: spaces, lights, and substitutes for the files and surfaces that a
-/// shader may ask for. Each thread has its own scene.
+/// The surroundings of the shape: spaces, lights, and substitutes for the files and for the other
+/// surfaces that a shader may ask for. Each thread has its own scene.
 class SqxPictureScene : public QxHostScene {
 public:
     /// The settings must outlive the scene.

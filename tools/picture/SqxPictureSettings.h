@@ -13,18 +13,20 @@ class SqxTexture;
 
 enum class SqxShapeKind { Sphere, Square, Torus };
 
-/// Thrown if a picture cannot be rendered or written. The text is for the user.
+/// Thrown if something that a picture needs is missing or invalid, or if the picture cannot be
+/// written. The text is for the user.
 class SqxPictureError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
+/// A light. Its positions are relative to the middle of the shape.
 struct SqxPictureLight {
     enum class Kind { Ambient, Point, Distant };
 
     Kind kind = Kind::Ambient;
-    QxVector3 from = {0, 0, 0};  // its position, relative to the middle of the shape
-    QxVector3 to = {0, 0, 0};    // where a distant one points
+    QxVector3 from = {0, 0, 0};  // position, or start of the direction of a distant light
+    QxVector3 to = {0, 0, 0};    // end of the direction of a distant light
     QxRGBColor color = {1, 1, 1};
     float intensity = 1;
 };

@@ -1,5 +1,5 @@
 // The steps for a grid are displacement, normals of the displaced points, surface, and volume. The
-// imager runs on the finished pixels. If a displacement does not assign `N`, the normals of the
+// imager runs on the finished pixels. If a displacement leaves `N` unchanged, the normals of the
 // displaced surface are computed, as a renderer would do.
 //
 // Each thread has its own stage, since an instance shades one grid at a time.
@@ -72,7 +72,7 @@ QxHostGrid& SqxPictureStage::Grid(const QxGrid& layout)
 void SqxPictureStage::Shade(QxHostGrid& grid, unsigned int piece)
 {
     m_scene.BeginPiece(piece);
-    // In case the surface shader does not assign these.
+    // `Ci` and `Oi` are cleared in case the surface shader does not assign them.
     grid.Set("Ci", QxRGBColor{0, 0, 0});
     grid.Set("Oi", QxRGBColor{0, 0, 0});
     grid.Set("Cs", m_settings.color);

@@ -14,12 +14,12 @@ public:
     /// parameter.
     SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// Returns a grid of that layout, to be filled. Its values are arbitrary. It is valid until the
-    /// next call.
+    /// Returns a grid of this layout with arbitrary values, for the caller to fill. The reference
+    /// is valid until the next call.
     [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout);
-    /// Displaces and shades the points in the grid. For `piece` see `SqxPictureScene::BeginPiece`.
+    /// Displaces and shades the points of the grid. For `piece` see `SqxPictureScene::BeginPiece`.
     void Shade(QxHostGrid& grid, unsigned int piece);
-    /// Runs the imager, which must exist, over rows of the picture.
+    /// Runs the imager, which must exist, over rows of the picture and replaces their pixels.
     void RunImager(SqxPixels& pixels, unsigned int firstRow, unsigned int rows, unsigned int piece);
     /// Sets a test that is called while shaders run; if it returns true, they throw
     /// `QxHostStopped`.

@@ -1,6 +1,6 @@
 // The compiler library compiles each source in its own temporary folder, since two shaders may have
-// the same name. The folders exist as long as the object, since a shared object is read from its
-// file.
+// the same name. The folders exist as long as the `SqxShaderBuild`, since a shared object is read
+// from its file.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 

@@ -6,7 +6,8 @@
 /// The shape to shade and how the camera sees it.
 ///
 /// The camera is at the origin of the current space and looks along z. The middle of the shape is
-/// `k_distance` away. The space of the shape is rotated, so that a pole of a sphere is visible.
+/// `k_distance` away. The space of a sphere or torus is rotated, so that a pole or the hole is
+/// visible.
 class SqxShape {
 public:
     static constexpr float k_distance = 5;
@@ -15,17 +16,18 @@ public:
 
     /// Returns the transform from the space of the shape to the current space.
     [[nodiscard]] const QxMatrix44& ToCurrent() const { return m_toCurrent; }
-    /// Returns the transform from world space to the current space. Both have the same axes, and
-    /// the origin of world space is the middle of the shape.
+    /// Returns the transform from world space to the current space. Their axes have the same
+    /// directions, and the origin of world space is the middle of the shape.
     [[nodiscard]] static QxMatrix44 WorldToCurrent();
 
-    /// Returns the length of the shape along u and v, in units of the smaller edge of the picture.
+    /// Returns the greatest length of the shape along u or v in the picture, in units of the
+    /// picture's smaller edge.
     [[nodiscard]] float LengthAlongU() const;
     [[nodiscard]] float LengthAlongV() const;
 
-    /// A point of the shape, in its own space, has the x and z of its column times the radius of
-    /// its row, and the height of its row as y. Sphere and torus are surfaces of revolution around
-    /// the y axis; the rows of the square have radius 1.
+    /// In the space of the shape, a point has the x and z of its column times the radius of its
+    /// row, and the height of its row as y. Sphere and torus are surfaces of revolution around the
+    /// y axis; the rows of the square have radius 1.
 
     /// The values that all points with the same `u` share.
     struct Column {
@@ -56,8 +58,8 @@ public:
         float z;  // depth; positive in front of the camera
     };
     [[nodiscard]] static Projected Project(const QxVector3& place);
-    /// Returns the projection as a matrix. In the space that it leads to, the middle of the picture
-    /// is at the x and y of `middle`, and half its smaller edge is as long as x and y of `half`.
+    /// Returns the projection as a matrix. In its target space, the middle of the picture is at the
+    /// x and y of `middle`, and half the picture's smaller edge is `half.x` wide or `half.y` high.
     [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:

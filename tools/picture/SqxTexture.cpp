@@ -1,8 +1,8 @@
 // A pyramid of pictures. A look-up blends the two whose pixels are about as large as the patch.
 //
 // L. Williams, "Pyramidal parametrics", 1983. The longer side of the patch, in pixels, determines
-// the level. One thing differs: even if a side has an odd number of pixels, each pixel of the next
-// smaller picture is the mean of exactly the area that it covers.
+// the level. Unlike there, a side may have an odd number of pixels: each pixel of the next smaller
+// picture is the mean of exactly the area that it covers.
 
 #include "picture/SqxTexture.h"
 

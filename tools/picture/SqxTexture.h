@@ -16,7 +16,8 @@ public:
     /// Reads a PNG file. Throws `SqxPictureError`.
     [[nodiscard]] static std::shared_ptr<const SqxTexture> Read(const std::string& path);
 
-    /// Returns the mean color of the patch of the query, from its first channel on.
+    /// Returns the mean of three channels, from `query.channel` on, over the patch of the query.
+    /// Returns `query.fill` for channels that do not exist and for patches that are not finite.
     [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
     /// As above for each query of a grid.
     void Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const;

@@ -7,7 +7,7 @@
 /// runs a function in a separate thread, where operations are allowed that a signal handler must
 /// not perform. Then the signal ends the program.
 ///
-/// Create it before other threads, which must not receive the signals.
+/// Create the object before other threads, so that they inherit the blocked signals.
 class SqxEndSignals {
 public:
     explicit SqxEndSignals(std::function<void()> beforeTheEnd);

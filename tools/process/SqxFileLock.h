@@ -14,7 +14,7 @@ public:
     SqxFileLock(const SqxFileLock&) = delete;
     SqxFileLock& operator=(const SqxFileLock&) = delete;
 
-    /// `Taken`: another process holds it. `Failed`: the file cannot be created or locked.
+    /// `Taken`: another process holds the lock. `Failed`: the file cannot be created or locked.
     [[nodiscard]] State Found() const { return m_state; }
 
 private:

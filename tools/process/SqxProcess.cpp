@@ -1,11 +1,11 @@
 // A program is started by fork and exec without a shell, so that paths need no quoting. Between the
-// two, the child makes only calls that are safe there in a process with several threads: another
-// thread may have held the lock of the heap or of the environment, which the child would wait for
-// forever. So words and environment are complete before. If a call fails, the child exits like a
-// command that was not found.
+// two, the child makes only calls that are safe after the fork of a process with several threads:
+// another thread may have held the lock of the heap or of the environment, and the child would wait
+// for it forever. So words and environment are completed before the fork. If a call fails, the
+// child exits like a command that was not found.
 //
-// Waiting with a test first checks the child without reaping it: the process number of a reaped
-// child may belong to another process, which must not be killed.
+// As long as the child may have to be killed, its end is checked without reaping it: after that,
+// its process number may belong to another process.
 //
 // Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
 
@@ -81,7 +81,7 @@ constexpr int k_notStarted = 127;
 
 void EndGroup(pid_t child)
 {
-    setpgid(child, child);  // the child may not have done so yet
+    setpgid(child, child);  // the child may not have called it yet
     kill(-child, SIGKILL);
 }
 

@@ -9,10 +9,10 @@
 /// A program to run as a child process, and its surroundings.
 struct SqxCommand {
     std::vector<std::string> words;  // the first is a path, or a name that `PATH` finds
-    std::filesystem::path folder;    // working directory; empty: this one
+    std::filesystem::path folder;    // working directory; empty: that of this program
     std::filesystem::path output;    // file for its output; empty: the streams of this program
-    std::vector<std::pair<std::string, std::string>> variables;  // added to our environment
-    /// Called with each line of the output on both streams, in place of `output`.
+    std::vector<std::pair<std::string, std::string>> variables;  // override the environment
+    /// If set, called with each line of the output on both streams; `output` must then be empty.
     std::function<void(const std::string& line)> onLine = nullptr;
     /// If set, called every few milliseconds; when it returns true, the program and all that it
     /// started are ended.
@@ -27,6 +27,6 @@ struct SqxCommand {
 /// Returns the path of the program of that name in the folder of the running one.
 [[nodiscard]] std::filesystem::path SqxProgramBeside(const std::string& name);
 
-/// Returns `text` as one word of the shell, quoted if necessary, for a command that is shown to
-/// users or read by a shell.
+/// Returns `text` in single quotes, as one word of the shell, for a command that is shown to users
+/// or read by a shell.
 [[nodiscard]] std::string SqxShellWord(const std::string& text);

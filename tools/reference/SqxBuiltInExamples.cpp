@@ -1,5 +1,5 @@
 // Each value was derived by hand from the definition of its function, and is compared with the
-// results of both outputs.
+// results of byte-code and of generated C++.
 //
 // Tested by tests/host/BuiltInExamplesTest.cpp.
 

@@ -6,10 +6,10 @@
 /// A call of a built-in function and its result, for the reference page. A test runs all of them as
 /// byte-code and as shared objects.
 ///
-/// They run at the middle point of the host's square of 5 by 5 points, where s, t, u and v are
-/// 0.5, P and I are (0, 0, 1), and N and Ng are (0, 0, -1). The scene has a white point light at
-/// (0, 1, 0), an ambient light of 0.1, the space "shader", which is twice as large as the current
-/// one and moved by (1, 0, 0), and the attribute "tag", a float of 7.
+/// The examples run at the middle point of the host's square of 5 by 5 points, where s, t, u and v
+/// are 0.5, P and I are (0, 0, 1), and N and Ng are (0, 0, -1). The scene has a white point light
+/// at (0, 1, 0), an ambient light of 0.1, the space "shader", which is twice as large as the
+/// current one and moved by (1, 0, 0), and the attribute "tag", a float of 7.
 struct SqxBuiltInExample {
     std::string_view function;
     std::string_view type;  // of the expression, such as "color"

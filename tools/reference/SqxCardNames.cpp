@@ -1,4 +1,4 @@
-// A function becomes a single macro, for one point or for uniform data:
+// Most functions become a single macro, for one point or for uniform data:
 //
 //     @forms(128) float mod(float a, float b), QxMod
 //     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))

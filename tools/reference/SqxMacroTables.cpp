@@ -29,7 +29,8 @@ std::string_view TypeName(SqxCardType type)
     }
 }
 
-/// Returns the type of a parameter, or its name if a call passes it by name.
+/// Returns the type of a parameter, or its name if a call passes it by name or may omit it; an
+/// optional output parameter is listed by its type.
 std::string_view Word(const SqxCard& card, const SqxParameter& parameter)
 {
     const bool isNamed = parameter.isNamed || (parameter.isOptional && !parameter.isOutput);

@@ -3,7 +3,7 @@
 //
 //     <!-- table: NAME -->    and    <!-- end of table -->
 //
-// are replaced by the table of that name, generated from the compiler's rows. So a declaration in
+// are replaced by the table of that name, generated from the compiler's tables. So a declaration in
 // docs/built-ins.md is the one against which the compiler checks calls.
 //
 // Tested by tests/reference/run.sh, which fails if tables in the tree are out of date.

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Return tables for documents, as Markdown, generated from the compiler's tables. Throw
-/// `std::runtime_error` if a built-in or a predefined variable has no meaning.
+/// Return tables for documents, as Markdown, generated from the compiler's tables. The first two
+/// throw `std::runtime_error` if a built-in or a predefined variable has no meaning.
 [[nodiscard]] std::string SqxBuiltInTable();
 [[nodiscard]] std::string SqxPredefinedTable();
 [[nodiscard]] std::string SqxInstructionTable();

@@ -20,8 +20,8 @@ struct SqxCppOptions {
     std::string source;                   // "-" is standard input
     std::string output;                   // empty: standard output
     Rule rule = Rule::None;
-    std::string ruleFile;              // empty: standard output, or derived from the source's name
-    std::vector<std::string> targets;  // as written in the rule; empty: derived as well
+    std::string ruleFile;              // empty: `output`, or for `Beside` SOURCE.d
+    std::vector<std::string> targets;  // as written in the rule; empty: SOURCE.sqx
     int warningLevel = 1;
     SqxInformation information = SqxInformation::None;
 };

@@ -1,4 +1,5 @@
-// Preprocesses a source like the compiler and writes the text, so that users can inspect it.
+// Preprocesses a source like the compiler. Writes the text, so that users can inspect it, or a rule
+// for makefiles that lists the files that were read.
 
 #include <filesystem>
 #include <fstream>
@@ -61,8 +62,8 @@ SlcPreprocessed Preprocess(const SqxCppOptions& options)
     return SlcPreprocessText("<stdin>", {std::istreambuf_iterator<char>(std::cin), {}}, wanted);
 }
 
-/// If the source has errors, writes the incomplete text, but no rule, since builds would treat the
-/// rule as complete. Returns false after an error.
+/// Writes the text, the rule, or both. If the source has errors, writes the incomplete text, but no
+/// rule, since builds would treat the rule as complete. Returns false after an error.
 bool Run(const SqxCppOptions& options)
 {
     const SlcPreprocessed result = Preprocess(options);

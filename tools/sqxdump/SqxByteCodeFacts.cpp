@@ -1,6 +1,6 @@
 // Most facts are in the sections of the file. The use of predefined variables and lights is derived
-// from the instructions; a shared object lists it. Default values are computed by the machine,
-// which gets the shader without its main block, so that errors in that block do not matter.
+// from the instructions; a shared object contains it as a list. The machine computes default
+// values. It gets the shader without its main block, so that errors in that block do not matter.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -21,7 +21,7 @@ using Facts = SqxShaderFacts;
 constexpr std::string_view k_evalLights = "EVAL_LIGHTS";
 constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
 
-/// The effects of the instructions in all blocks of a shader.
+/// The uses of predefined variables and lights in all blocks of a shader.
 class CodeFacts {
 public:
     explicit CodeFacts(const SqxObjectFacts& object) : m_usesLights(object.UsesLights())
@@ -89,7 +89,8 @@ std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
     return seen;
 }
 
-/// The renderer sets and reads these variables, so their use is not visible in the code.
+/// True for the results of a shader. The renderer uses them, so that they may be listed although no
+/// instruction names them.
 bool IsResult(const SqxShader& shader, const std::string& name)
 {
     constexpr int k_light = 3;
@@ -161,7 +162,7 @@ SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
     SqxShader only = shader;
     only.main = SqxBlock();
     only.initializers.clear();
-    // A value without an initializer is unknown too.
+    // The values of parameters without an initializer are unknown, too.
     std::set<std::size_t> unknown;
     for (std::size_t i = 0; i < shader.parameterCount; ++i)
         unknown.insert(i);

@@ -18,8 +18,8 @@ public:
     [[nodiscard]] bool IsSharedObject() const;
     /// Returns the shader's name, which is that of its file; empty for standard input.
     [[nodiscard]] std::string ShaderName() const;
-    /// Returns a path by which a shared object can be loaded as long as this object exists. Throws
-    /// `QxHostError` if there is no memory for a copy of standard input.
+    /// Returns the path of the file, or of a copy of standard input that exists as long as this
+    /// object. Throws `QxHostError` if there is no memory for the copy.
     [[nodiscard]] std::string PathToLoad();
 
 private:

@@ -1,4 +1,5 @@
-// Options that exclude each other are refused, since a script that gives both has a mistake.
+// A section together with a listing is refused, since a script that asks for both has a mistake. Of
+// `--params` and `--json`, the last one counts.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.
 

@@ -22,5 +22,5 @@ struct SqxDumpOptions {
 /// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxDumpProgram();
 
-/// `arguments` are the words after the name of the program. Throws `SqxUsageError`.
+/// Reads `arguments`, the words after the name of the program. Throws `SqxUsageError`.
 [[nodiscard]] SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments);

@@ -1,6 +1,6 @@
 // The text and the JSON object are written from the same facts, so that they cannot contradict each
-// other. Facts that a file does not contain are listed as unknown. For example, a loaded shared
-// object has zero both for the default value zero and for one that depends on the shading point.
+// other. Facts that a file does not contain are listed as unknown. A zero in a loaded shared object
+// is listed as ambiguous: such an object has it also for values that depend on the shading point.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -75,7 +75,8 @@ std::string ValueText(const QxHostValue& value)
     return text;
 }
 
-/// Colors are stored in rgb, whatever space they are given in.
+/// Returns the value, with " in rgb" after a color that is given in another space, since files
+/// contain all colors in rgb.
 std::string KnownText(const Facts::Parameter& parameter)
 {
     const bool isElsewhere = parameter.type == QxValueType::Color && !parameter.space.empty() &&

@@ -13,12 +13,13 @@ struct SqxListed {
 };
 
 /// Returns type and name, a table of the parameters, and the facts of the shader. If `wanted` is
-/// not empty, returns only the lines of these parameters.
+/// not empty, lists only these parameters and omits the facts. Empty if the type is unknown.
 [[nodiscard]] std::string SqxListingText(const SqxListed& listed,
                                          const std::vector<std::string>& wanted);
 
-/// Returns the same as a JSON object in one line, see docs/listing.md. If `wanted` is not empty,
-/// the object has only these parameters. Throws `SqxUsageError` in a build without nlohmann-json.
+/// Returns a JSON object with all facts, in one line, see docs/listing.md. If `wanted` is not
+/// empty, the object has only these parameters. Throws `SqxUsageError` in a build without
+/// nlohmann-json.
 [[nodiscard]] std::string SqxListingJson(const SqxListed& listed,
                                          const std::vector<std::string>& wanted);
 

@@ -16,7 +16,7 @@ struct SqxShaderFacts {
     enum class Default {
         Known,
         PerPoint,        // depends on the shading point
-        ZeroOrPerPoint,  // a loaded shared object has zero for both
+        ZeroOrPerPoint,  // zero in a loaded shared object, which has it in both cases
         Unknown,
     };
 
@@ -52,7 +52,7 @@ struct SqxShaderFacts {
     std::optional<bool> modifiesP;
     std::vector<Predefined> predefined;
     std::optional<std::vector<std::string>> shadeopLibraries;
-    std::string defaultsFault;  // why default values are not known; empty if they are
+    std::string defaultsFault;  // why default values are not known; empty if all are
     std::optional<Fault> fault;
 };
 
@@ -61,8 +61,8 @@ struct SqxShaderFacts {
 using SqxTrustedFolders = std::optional<std::vector<std::string>>;
 
 /// Reads byte-code with any contents; in a damaged file, the part before its error. `name` is for
-/// messages. Shadeop libraries that default values call are loaded from the folders. If loading or
-/// the computation of default values fails, `defaultsFault` says why and all other facts are valid.
+/// messages. Shadeop libraries that default values call are loaded from the folders. If that is not
+/// allowed, or loading or computing fails, `defaultsFault` says why; all other facts are valid.
 /// Never throws because of the contents of the file.
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
                                               const SqxTrustedFolders& shadeopFolders);

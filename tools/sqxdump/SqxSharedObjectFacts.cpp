@@ -29,8 +29,8 @@ const char* TypeName(QxShaderInterface::QxType type)
     return "imager";
 }
 
-/// Surfaces and volumes receive lights. An `illuminance` whose body uses nothing of the light is
-/// not visible here.
+/// Only surfaces and volumes receive lights. Returns nothing if none of the variables of lights is
+/// used, since there may be an `illuminance` whose body does not use them.
 std::optional<bool> UsesLights(const QxShader& shader)
 {
     if (shader.Type() != QxShaderInterface::e_typeSurface &&

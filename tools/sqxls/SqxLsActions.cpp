@@ -1,5 +1,5 @@
-// Advice becomes an edit only if it allows a single fix: a token to insert, or a word of another
-// language to replace. The title of an edit says what it changes.
+// A report becomes an edit only if a single fix is likely: to insert a token, to replace a word or
+// a sign, or to declare a variable. The title of an edit says what it changes.
 //
 // Tested by tests/sqxls/SqxLsActionsTest.cpp.
 
@@ -28,7 +28,7 @@ struct Fix {
     std::string text;
 };
 
-/// A word of another language, and its replacement.
+/// A word or sign that is wrong at its place, often from another language, and its replacement.
 struct Replacement {
     std::string_view advice;  // part of the advice of the report
     std::string_view from;    // the text of one token or more
@@ -146,7 +146,8 @@ std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, con
     return tokens.size();
 }
 
-/// True if the declaration of a variable, given by its token, declares no other one.
+/// True if the declaration of a variable, given by the index of its token, declares no further
+/// variable after it. The callers check the tokens before the variable.
 bool IsDeclaredAlone(const std::vector<SqxLsToken>& tokens,
                      const std::vector<std::size_t>& partners, std::size_t variable)
 {
@@ -190,7 +191,7 @@ std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText
         return std::nullopt;
     const std::string name = report.text.substr(k_report.size());
     const std::size_t use = TokenNamed(report, name, text, tokens);
-    if (use == tokens.size() || IsPredefined(name))  // in another type of shader
+    if (use == tokens.size() || IsPredefined(name))  // in another shader type
         return std::nullopt;
     std::size_t statement = use;
     const auto partners = SqxLsPartnersOf(tokens);
@@ -220,7 +221,7 @@ SqxJson ActionOf(const SqxLsText& text, const std::string& uri, const Fix& fix, 
     return {{"title", fix.title}, {"kind", kind}, {"edit", {{"changes", std::move(changes)}}}};
 }
 
-/// Returns the diagnostics of the request at the place of the report.
+/// Returns those diagnostics in the request that have the range, which is that of a report.
 SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
 {
     SqxJson list = SqxJson::array();
@@ -232,7 +233,7 @@ SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
     return list;
 }
 
-/// Adds actions that write the detail that the compiler has derived into declarations of locals.
+/// Adds actions that declare locals in the range with the detail that the compiler has derived.
 void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLsSpan& range,
                 const std::vector<SqxLsToken>& tokens, SqxJson& actions)
 {
@@ -289,7 +290,7 @@ SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params)
             actions.push_back(std::move(action));
         }
     }
-    if (indexed.analysis->result.succeeded)  // otherwise more assignments may follow
+    if (indexed.analysis->result.succeeded)  // an error may hide assignments that change details
         AddDetails(indexed, uri, range, tokens, actions);
     return actions;
 }

@@ -2,6 +2,6 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// Answers `textDocument/codeAction` with edits that carry out the compiler's advice, and with
-/// edits that add the derived detail to declarations of locals.
+/// `textDocument/codeAction`: returns edits that fix problems that the compiler reports in a range,
+/// and edits that add the derived detail to declarations of locals.
 [[nodiscard]] SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -155,8 +155,8 @@ void AddTexts(const SqxLsCursor& cursor, const SqxLsContext& context, Items& ite
         }
 }
 
-/// Adds the files that an include directive could name: those in the source's folder and in the
-/// folders of the options.
+/// Adds the files and folders that an include directive could name: those in the source's folder
+/// and in the folders that the options name for included files.
 void AddFiles(const SqxLsWorkspace& workspace, const SqxLsCursor& cursor,
               const SqxLsContext& context, Items& items)
 {

@@ -17,10 +17,10 @@ struct SqxLsContext {
     };
 
     Kind kind = Kind::Code;
-    SqxLsSpan typed;   // the part of the word that is before the place
+    SqxLsSpan typed;   // the part of the word, string or file name before the place
     std::string call;  // name of the innermost open call; empty if there is none
     std::size_t argument = 0;
-    std::size_t callBegin = 0;  // offset of its name
+    std::size_t callBegin = 0;  // offset of the name `call`
     std::string before;         // token before the word
     bool isInLightLoop = false;
     std::string target;  // name that the current statement assigns to; empty if none

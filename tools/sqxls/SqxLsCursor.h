@@ -12,7 +12,7 @@ struct SqxLsIndexed {
     std::shared_ptr<const SqxLsAnalysis> analysis;
     const QxSourceIndex* index = nullptr;
     std::shared_ptr<const SqxLsText> text;  // of the document
-    int file = -1;                          // its number in the index
+    int file = -1;                          // number of the document in the index; -1 if none
 
     /// Returns the text of a file by its number in the index; null if the number is negative or the
     /// file could not be read.

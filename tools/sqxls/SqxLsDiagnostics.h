@@ -14,20 +14,22 @@ struct SqxLsReportPlace {
     bool isExact = true;  // false if the compile has not read the file
 };
 
-/// Returns the place of a report; the first line of the source if its file has not been read.
+/// Returns the place of a report; the first line of the source if the compile has not read the file
+/// that the report names.
 [[nodiscard]] SqxLsReportPlace SqxLsPlaceOf(const QxCompileReport& report,
                                             const SqxLsAnalysis& analysis);
 
-/// Returns the reports of a compile as diagnostics, by the path of the file that shows them.
+/// Returns the reports of a compile as diagnostics, by the path of the file in which they are
+/// shown.
 [[nodiscard]] std::map<std::string, SqxJson> SqxLsDiagnosticsOf(const SqxLsAnalysis& analysis,
                                                                 const SqxLsClient& client);
 
-/// Records which diagnostics an editor shows. Those of an included file may come from several
-/// sources.
+/// Records which diagnostics an editor shows. The compiles of several sources may report errors in
+/// one included file.
 class SqxLsPublisher {
 public:
-    /// Sets the diagnostics that the compile of the source `owner`, a URI, has for each file, and
-    /// returns the messages that publish the changes. Files without diagnostics are cleared.
+    /// Replaces the diagnostics from the compile of the source `owner`, a URI. Returns one message
+    /// for the source, if it is open, and for each file that has such diagnostics or has had them.
     [[nodiscard]] std::vector<SqxJson> Publish(const SqxLsWorkspace& workspace,
                                                const std::string& owner,
                                                std::map<std::string, SqxJson> diagnostics);

@@ -43,7 +43,7 @@ void AddBrackets(const std::vector<SqxLsToken>& tokens, Folds& folds)
             folds.Add(tokens[i].span.begin, tokens[partners[i] - 1].span.end, nullptr);
 }
 
-/// Consecutive comments, each on separate lines, fold together.
+/// Adds one fold for comments on consecutive lines.
 void AddComments(const SqxLsText& text, const std::vector<SqxLsToken>& tokens, Folds& folds)
 {
     for (std::size_t i = 0; i < tokens.size(); ++i) {

@@ -4,7 +4,7 @@
 
 // `textDocument/foldingRange` and `textDocument/selectionRange`, which need only the tokens.
 
-/// Returns the folds: blocks and lists of more than one line, comments, and conditions of the
+/// Returns the folds of more than one line: blocks, lists, comments, and conditions of the
 /// preprocessor.
 [[nodiscard]] SqxJson SqxLsFoldingRanges(SqxLsWorkspace& workspace, const SqxJson& params);
 

@@ -9,6 +9,7 @@
 /// "Content-Length: N" states the number of bytes of the content that follows.
 class SqxLsFraming {
 public:
+    /// The largest content, in bytes.
     static constexpr std::size_t k_maxLength = std::size_t{64} << 20U;
 
     struct Content {
@@ -18,15 +19,16 @@ public:
 
     /// Appends the next bytes of the stream.
     void Add(std::string_view bytes) { m_bytes += bytes; }
-    /// Returns the next message, or nothing if it is incomplete. A message that is too long is
-    /// skipped without being stored.
+    /// Returns the next message, or the fault of an invalid one; nothing if more bytes are needed.
+    /// A message that is too long is skipped without being stored.
     [[nodiscard]] std::optional<Content> Next();
 
     /// Returns a message with its header.
     [[nodiscard]] static std::string Framed(std::string_view content);
 
 private:
-    /// Reads a header into `m_length`. Returns a fault if the header is invalid, otherwise nothing.
+    /// Reads a header, once it is complete, into `m_length`. Returns a fault if the header is
+    /// invalid or states a length that is too large, otherwise nothing.
     [[nodiscard]] std::optional<Content> ReadHeader();
 
     std::string m_bytes;

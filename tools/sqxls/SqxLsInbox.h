@@ -15,11 +15,12 @@ class SqxLsInbox {
 public:
     struct Message {
         SqxJson json;
-        std::string fault;  // why the message could not be parsed; empty if it could
+        std::string fault;  // why the message could not be read; empty if it could
         bool isCancelled = false;
     };
 
-    /// Parses and queues a message. `$/cancelRequest` is not queued, but marks its request.
+    /// Parses and queues a message. `$/cancelRequest` is not queued; it marks the request that it
+    /// names, if that request still waits.
     void Add(const SqxLsFraming::Content& content);
     /// Closes the queue after the last message.
     void Close();

@@ -20,7 +20,7 @@ enum class SqxLsErrorCode {
     RequestCancelled = -32800,
 };
 
-/// Thrown to refuse a request; code and text go into the answer.
+/// Thrown to refuse a message. The answer to a request contains the code and the text.
 class SqxLsError : public std::runtime_error {
 public:
     SqxLsError(SqxLsErrorCode code, const std::string& text)
@@ -44,7 +44,7 @@ private:
 
 /// Reads a position. Throws `SqxLsError` if `json` is not a position.
 [[nodiscard]] SqxLsPosition SqxLsReadPosition(const SqxJson& json);
-/// Reads a range as a range of bytes of `text`. Throws `SqxLsError` if `json` is not a range.
+/// Reads a range as a range of bytes of `text`. Throws `SqxLsError` if `json` is not a valid range.
 [[nodiscard]] SqxLsSpan SqxLsReadRange(const SqxJson& json, const SqxLsText& text);
 
 [[nodiscard]] SqxJson SqxLsWritePosition(const SqxLsPosition& position);

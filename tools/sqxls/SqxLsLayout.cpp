@@ -38,7 +38,7 @@ struct State {
     std::size_t heads = 0;            // nested heads whose statement comes next
     bool isInStatement = false;       // the statement has begun
     std::size_t value = 0;            // column of the assigned value; 0 outside an assignment
-    std::size_t headParenthesis = 0;  // number of brackets open inside those of a head; 0 outside
+    std::size_t headParenthesis = 0;  // size of `open` in the parentheses of a head; 0 outside
 };
 
 bool IsAssignment(std::string_view sign)
@@ -166,7 +166,7 @@ void Layout::PlaceToken(std::size_t i)
         m_column += token.span.Length();
 }
 
-/// Moves the other lines of a comment by the same distance as its first line.
+/// Moves the other lines of a comment by as many columns as its first line has moved.
 void Layout::MoveComment(const SqxLsToken& comment)
 {
     const std::string& bytes = m_source.Bytes();
@@ -185,7 +185,7 @@ void Layout::MoveComment(const SqxLsToken& comment)
         if (now.find('\t') == std::string_view::npos && !m_indent.usesTabs) {
             column = std::max(column + first, before) - before;
             Replace({at + 1, text}, std::string(column, ' '));
-        }  // only the editor knows the width of a tab
+        }  // a line with tabs stays: only the editor knows their width
         m_column = column + std::min(bytes.find('\n', text), comment.span.end) - text;
     }
 }

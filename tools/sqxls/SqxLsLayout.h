@@ -18,8 +18,9 @@ struct SqxLsEdit {
     std::string text;
 };
 
-/// Returns the edits that format a source, in order. They replace only blanks and keep all tokens
-/// and line breaks. Formatting a formatted source changes nothing. Returns no edits for a source
-/// with an unclosed comment or string, or with an invalid byte. O(n).
+/// Returns the edits that format a source, in order. They change only blanks, also within comments,
+/// and the number of empty lines: no line is split or joined. Formatting a formatted source changes
+/// nothing. Returns no edits for a source with an unclosed comment or string, or with an invalid
+/// byte. O(n).
 [[nodiscard]] std::vector<SqxLsEdit> SqxLsLayoutOf(const SqxLsText& source,
                                                    const SqxLsIndent& indent);

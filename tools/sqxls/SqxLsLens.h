@@ -9,6 +9,7 @@ constexpr const char* k_sqxLsPreview = "sqxls.preview";
 /// `textDocument/codeLens`: returns a lens "Preview" for each shader.
 [[nodiscard]] SqxJson SqxLsLenses(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `workspace/executeCommand`: starts `sqxview` for the file, unless it already runs. Returns
-/// {"uri": ADDRESS, "external": true if the server must ask the editor to open the address}.
+/// `workspace/executeCommand`: starts a preview of the file, unless one already runs. Returns
+/// {"uri": ADDRESS, "external": true if the server must ask the editor to open the address}. Throws
+/// `SqxLsError` if the command is invalid or the preview does not start.
 [[nodiscard]] SqxJson SqxLsExecute(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -3,9 +3,10 @@
 //
 //     printf ("gain %f\n, Kd);         reports at '"', '%', 'f' and '\'
 //
-// If strings follow, the first of them closes this one. From there on the intended strings are read
-// as code and the code as strings, and the last quote of the file is the unclosed one. The first
-// string that crosses the end of a line is therefore taken as the error.
+// If other strings follow, the first quote of the next one closes the open string. From there on
+// the intended strings are read as code and the code as strings, and the last quote of the file is
+// the unclosed one. The first string that crosses the end of a line is therefore taken as the
+// error.
 //
 // Tested by tests/sqxls/SqxLsDiagnosticsTest.cpp.
 
@@ -26,7 +27,7 @@ constexpr std::string_view k_refused = "Invalid charcacter";
 struct Misread {
     SqxLsSpan text;
     std::size_t quote = 0;  // offset of the quote that begins it
-    std::size_t next = 0;   // first token after it, where the parser may report an error
+    std::size_t next = 0;   // offset of the next token, where the parser may report an error
 };
 
 std::optional<Misread> MisreadPart(const SqxLsText& text)

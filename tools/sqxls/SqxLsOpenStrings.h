@@ -6,7 +6,7 @@
 #include "compiler/QxCompiler.h"
 #include "sqxls/SqxLsText.h"
 
-/// Reduces the reports about unclosed strings to one, and moves it to the quote that is most likely
-/// unclosed. `path` is the path of the text, as `SqxLsNormalPath` returns it.
+/// Replaces the reports that an unclosed string causes in the text by a single one, at the quote
+/// that is most likely unclosed. `path` is the path of the text, as `SqxLsNormalPath` returns it.
 void SqxLsKeepOneOfOpenString(std::vector<QxCompileReport>& reports, const std::string& path,
                               const SqxLsText& text);

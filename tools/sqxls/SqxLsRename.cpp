@@ -111,8 +111,8 @@ std::vector<const QxCompileReport*> ErrorsIn(const QxCompileResult& result)
     return errors;
 }
 
-/// Refuses the new name if the renamed source has more errors, and reports the first that is new.
-/// The texts of the others may contain the name, so only their lines are compared.
+/// Refuses the new name if the renamed source has more errors. Reports the first error that is new
+/// by its line; texts are not compared, since those of old errors may contain the renamed name.
 void CompareErrors(const QxCompileResult& before, const QxCompileResult& after)
 {
     const auto errorsBefore = ErrorsIn(before);

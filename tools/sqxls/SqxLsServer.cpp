@@ -1,6 +1,6 @@
-// The protocol requires the order `initialize`, work, `shutdown`, `exit`. Requests about documents
-// are in the table of SqxLsMethods.cpp; this file handles messages that change the state of the
-// server.
+// The protocol requires the order `initialize`, work, `shutdown`, `exit`. All requests except
+// `initialize` and `shutdown` are in the table of SqxLsMethods.cpp; this file handles the other
+// messages, which change the state of the server.
 //
 // Tested by tests/sqxls.
 

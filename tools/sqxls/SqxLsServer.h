@@ -12,7 +12,7 @@
 
 /// Implements the Language Server Protocol 3.17: handles messages one after the other, and sends
 /// answers and diagnostics. Errors in a message are answered by an error of the protocol, or logged
-/// if the message expects no answer. Only `exit` ends the server.
+/// if the message expects no answer. No message except `exit` ends the server.
 class SqxLsServer {
 public:
     using Send = std::function<void(const SqxJson& message)>;
@@ -21,8 +21,8 @@ public:
 
     /// Handles one message.
     void Receive(const SqxLsInbox::Message& message);
-    /// Publishes the diagnostics of one changed document, or returns false if no document has
-    /// changed. Called while no message waits.
+    /// Publishes the diagnostics of one document whose diagnostics may have changed; returns false
+    /// if there is no such document. Called while no message waits.
     bool Settle();
     /// Returns the exit status once the editor has sent `exit`: 0 if `shutdown` came before it,
     /// otherwise 1. Returns nothing before that.
@@ -54,5 +54,5 @@ private:
     SqxLsPublisher m_publisher;
     std::string m_root;  // folder that relative paths of settings refer to
     int m_lastId = 0;    // of our own requests
-    int m_configurationId = 0;
+    int m_configurationId = 0;  // of our open request for the settings; 0 if there is none
 };

@@ -36,7 +36,8 @@ std::string WithWholePath(const std::string& option, const fs::path& folder)
     return "-I" + (folder / name).lexically_normal().string();
 }
 
-/// Returns the lines of a text file; empty if it cannot be read.
+/// Returns the lines of a text file that are not blank, without blanks at both ends; nothing if the
+/// file cannot be read.
 std::vector<std::string> LinesOf(const fs::path& path)
 {
     std::vector<std::string> lines;

@@ -17,11 +17,12 @@ struct SqxLsSettings {
 };
 
 /// Reads settings. Members that are missing or have another type keep their defaults. Relative
-/// paths refer to `folder`.
+/// folders refer to `folder`.
 [[nodiscard]] SqxLsSettings SqxLsReadSettings(const SqxJson& json, const std::string& folder);
 
 /// Returns the options for compiling a source. They come from three places, of which later ones
-/// override earlier ones: the last run of `sqxmake`, if it compiled the source; the nearest
-/// `compile_flags.txt` in the folder of the source or above; the settings. Reads a few small files.
+/// override earlier ones: the last run of `sqxmake`, if the source is one of its sources; the
+/// nearest `compile_flags.txt` in the folder of the source or above; the settings. Reads a few
+/// small files.
 [[nodiscard]] QxCompileOptions SqxLsOptionsFor(const std::string& path,
                                                const SqxLsSettings& settings);

@@ -19,7 +19,7 @@ bool IsMacro(const QxIndexedName& name)
     return name.kind == QxNameKind::Macro;
 }
 
-/// Returns the overloads of a name. A macro of that name hides them.
+/// Returns the overloads of a name. A macro of that name with parameters hides them.
 Overloads OverloadsOf(const QxSourceIndex& index, const std::string& name)
 {
     Overloads overloads;
@@ -73,8 +73,8 @@ int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
     return -1;
 }
 
-/// Returns the index in `overloads` of the chosen one; if the compiler has chosen none, that of the
-/// first one with enough parameters.
+/// Returns the index of the overload that the compiler has chosen; if there is none, of the first
+/// overload with enough parameters; otherwise 0.
 std::size_t ActiveOf(const SqxLsCursor& cursor, const SqxLsContext& context,
                      const Overloads& overloads)
 {

@@ -2,6 +2,6 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/signatureHelp`: returns all overloads of the function whose call encloses a place,
-/// and which argument is being typed; null if no call encloses it.
+/// `textDocument/signatureHelp`: returns all overloads of the function, or the macro, whose call
+/// encloses a place, and which argument is being typed; null if no known function is called there.
 [[nodiscard]] SqxJson SqxLsSignatureHelp(SqxLsWorkspace& workspace, const SqxJson& params);

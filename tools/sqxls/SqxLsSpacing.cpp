@@ -1,5 +1,6 @@
-// Blanks that are a matter of taste stay unchanged: those around '.', and those between a type or a
-// space and the parenthesis after it.
+// Where blanks are a matter of taste, the source's choice between none and one stays: around '.',
+// between a keyword such as a type, or the name of a space, and the parenthesis after it, and
+// between a unary sign and another sign. Before a comment, blanks are added but never removed.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 

@@ -90,7 +90,7 @@ bool IsShaderWord(const SqxLsToken& token)
     });
 }
 
-/// Calls `visit(token, kind)` for the name of each definition.
+/// Calls `visit(token, kind)` for the name of each shader and function that the text defines.
 template <class Visit>
 void ForEachDefinition(const SqxLsText& text, Visit visit)
 {

@@ -6,6 +6,6 @@
 /// and macros.
 [[nodiscard]] SqxJson SqxLsDocumentSymbols(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `workspace/symbol`: returns shaders and functions of all sources in the folders of the
-/// workspace, found by their tokens. Reads the files each time.
+/// `workspace/symbol`: returns the shaders and functions that match a query, in the sources in the
+/// folders of the workspace and in all open files. Scans the tokens of all files each time.
 [[nodiscard]] SqxJson SqxLsWorkspaceSymbols(SqxLsWorkspace& workspace, const SqxJson& params);

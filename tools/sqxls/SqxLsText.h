@@ -28,9 +28,9 @@ struct SqxLsSpan {
     bool operator==(const SqxLsSpan&) const = default;
 };
 
-/// A text, with conversions between byte offsets, positions and places. It may contain any bytes:
-/// one that is not part of a UTF-8 character counts as one unit, like the replacement character
-/// that an editor shows for it.
+/// A text, with conversions between byte offsets, positions and places. A text may contain any
+/// bytes: a byte that is not part of a UTF-8 character counts as one unit, like the replacement
+/// character that an editor shows for that byte.
 ///
 /// Conversions cost a search in the table of lines and a walk over one line.
 class SqxLsText {
@@ -50,8 +50,8 @@ public:
     /// Returns the line that contains the offset, without its line break and the blanks at both
     /// ends.
     [[nodiscard]] SqxLsSpan LineAround(std::size_t offset) const;
-    /// Returns the letters, digits and underscores around the offset, or those that end at it; may
-    /// be empty.
+    /// Returns the range of letters, digits and underscores that contains the offset, or begins or
+    /// ends at it; may be empty.
     [[nodiscard]] SqxLsSpan WordAt(std::size_t offset) const;
 
     /// Replaces a part of the text. O(n), since the table of lines is rebuilt.

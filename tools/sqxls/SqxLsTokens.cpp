@@ -1,6 +1,6 @@
-// Formatting needs comments and blanks, which the scanner of the compiler discards, and must not
-// expand macros, so it has a separate scanner. A byte that no token can contain becomes a `Broken`
-// token, and the source is not formatted.
+// Features that work on the source as it is written, such as formatting and folding, need comments
+// and unexpanded macros. The compiler's scanner discards comments, so these features use a separate
+// one. A byte that begins no token becomes a `Broken` token; a source with it is not formatted.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 
@@ -189,8 +189,8 @@ std::vector<std::size_t> SqxLsPartnersOf(const std::vector<SqxLsToken>& tokens)
             open.push_back(i);
         if (closing == std::string_view::npos)
             continue;
-        // A closing brace also closes brackets that are open in its block: a missing parenthesis is
-        // more common than a missing brace.
+        // At a closing brace, brackets still open in its block get no partner: a missing
+        // parenthesis is more common than a missing brace.
         while (closing == 2 && !open.empty() && tokens[open.back()].text != "{")
             open.pop_back();
         if (open.empty() || tokens[open.back()].text != k_opening.substr(closing, 1))

@@ -19,7 +19,7 @@
 struct SqxLsAnalysis {
     std::string path;  // of the source
     QxCompileResult result;
-    std::set<std::string> dependsOn;  // paths that it read, or at which it found no file
+    std::set<std::string> dependsOn;  // paths that the compile read, or at which it found no file
     std::map<std::string, std::shared_ptr<const SqxLsText>> texts;  // by path
 
     /// Returns the text of a file that was read; null for any other file.
@@ -46,8 +46,9 @@ public:
     /// since its changes apply to another text.
     void Change(const SqxJson& params);
     void Close(const std::string& uri);
-    /// Discards the analyses that depend on the file.
+    /// Discards the analyses that depend on the file; for a `compile_flags.txt`, all analyses.
     void MarkStale(const std::string& path);
+    /// Sets the settings and discards all analyses, since the options may differ.
     void SetSettings(const SqxLsSettings& settings);
     /// Sets the folders of the workspace, for its symbols.
     void SetFolders(std::vector<std::string> folders) { m_folders = std::move(folders); }
@@ -68,8 +69,9 @@ public:
     /// Returns the document with this path; null if no editor has the file open.
     [[nodiscard]] const SqxLsDocument* DocumentAt(const std::string& path) const;
 
-    /// Returns the analysis of a document or, if it is an included file, of an open source that
-    /// includes it. Compiles at most once for each change of a file that the analysis depends on.
+    /// Returns the analysis of a document; for an included file, that of an open source that
+    /// includes it, if there is one. Compiles a source at most once for each change of a file that
+    /// it depends on.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis> AnalysisOf(SqxLsDocument& document);
     /// Compiles a file, which need not be open, and does not store the result. `texts`, by path,
     /// replace the contents of files. Returns null if the file cannot be read.

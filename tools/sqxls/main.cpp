@@ -37,7 +37,7 @@ void ReadInput(SqxLsInbox& inbox)
     inbox.Close();
 }
 
-/// Ends the program if the client has stopped reading, since no client is left to serve.
+/// Writes a message. Ends the program if the client has stopped reading: there is no other client.
 void WriteOutput(const SqxJson& message)
 {
     const std::string text =
@@ -56,7 +56,7 @@ int Serve()
 {
     std::signal(SIGPIPE, SIG_IGN);
 #ifdef __GLIBC__
-    mallopt(M_ARENA_MAX, 1);  // both threads share one memory pool; one of them rarely allocates
+    mallopt(M_ARENA_MAX, 1);  // all threads share one memory pool: only this thread allocates often
 #endif
     static SqxLsInbox inbox;  // static, since the other thread still uses it at exit
     std::thread([] { ReadInput(inbox); }).detach();

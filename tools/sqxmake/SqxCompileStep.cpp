@@ -54,12 +54,12 @@ public:
 
 private:
     /// True if a build of this program runs the step. The build reads from the state which sources
-    /// had errors. The step must not fail because of them, or ninja would print its command.
+    /// had errors, and takes a failed step for a failure of the build itself.
     [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
 
-    /// Writes the files that were read. In a build, those whose names ninja would misread are
+    /// Writes the names of the files that were read. In a build, names that ninja would misread are
     /// written to the state instead, for `MarkStale` of the next build. Other build systems compile
-    /// such a source each time, since they find no file of the misread name.
+    /// such a source each time, since they find no file with the misread name.
     void WriteDependencies() const
     {
         std::vector<std::string> files;
@@ -79,7 +79,7 @@ private:
                                                SqxRuleReader::Ninja));
     }
 
-    /// Writes no stamp, so that ninja runs the step again the next time.
+    /// Writes an empty rule, but no stamp, so that ninja runs the step again the next time.
     [[nodiscard]] int EndWithoutStamp() const
     {
         WriteRule({});

@@ -1,7 +1,7 @@
 // Ninja compares times, orders the steps and runs them in parallel. This program writes the file
 // for ninja, with one step per source, and handles what ninja does not see: two sources with the
-// same output, removed outputs and sources, new files that hide those found before, two builds in
-// one folder, and sources with errors.
+// same output, removed outputs and sources, new files that would be found before those of the last
+// compile, changed files that ninja cannot name, two builds in one folder, and sources with errors.
 //
 // Tested by tests/make/run.sh.
 
@@ -108,7 +108,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
     const int status = SqxRunNinja(options, file);
     const bool isWhole = outcome.Print(options.keepGoing, all.size() - sources.size());
     if (SqxWasInterrupted(status)) {
-        // A shell stops a loop only if the program was ended by the signal.
+        // The shell ends a loop of commands only if the signal itself ends this process.
         std::signal(SIGINT, SIG_DFL);
         std::raise(SIGINT);
     }

@@ -8,14 +8,14 @@
 /// The state that builds keep from one run to the next, in a separate folder: `stamps/ID` for each
 /// compiled source (its path, and the name of its output), `owners/SHADER.sqx` for each output (the
 /// path of its source), `failed/ID` for each source that had errors in its last compile (the
-/// reports), `searched/ID` for the paths at which the last successful compile did not find a file,
-/// `unnamed/ID` for files that it has read but ninja cannot name, `work/ID` while a source is being
-/// compiled, and `options` of the last build, for editors.
+/// reports), `searched/ID` for the paths that the last successful compile searched, `unnamed/ID`
+/// for files that the compile has read but ninja cannot name, `work/ID` while a source is being
+/// compiled, `options` of the last build, for editors, and `stopped` after `Stop`.
 class SqxMakeState {
 public:
     struct Stamp {
         std::string source;
-        std::string output;  // a path, in the output folder
+        std::string output;  // relative to the output folder
     };
 
     /// Does not access the folder yet.
@@ -25,10 +25,10 @@ public:
     void Create() const;
 
     [[nodiscard]] const std::filesystem::path& Folder() const { return m_folder; }
-    /// Returns a unique and readable file name for a source. It depends only on the absolute path,
-    /// so it stays the same.
+    /// Returns a unique and readable file name for a source. The name depends only on the absolute
+    /// path of the source, so it is the same in each run.
     [[nodiscard]] static std::string IdOf(const std::filesystem::path& source);
-    // Return the paths of the state files of a source. The files need not exist.
+    // Return the paths of the state files of a source, and of its work folder. None needs to exist.
     [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path SearchedOf(const std::string& id) const;
@@ -48,7 +48,7 @@ public:
                                                    const std::string& source) const;
     /// Stores the files that a compile has read and that ninja cannot name. Throws `SqxMakeError`.
     void WriteUnnamed(const std::string& id, const std::vector<std::string>& files) const;
-    /// True if one of these files is gone or newer than the stamp of the source.
+    /// True if a file of the last `WriteUnnamed` is gone or newer than the stamp of the source.
     [[nodiscard]] bool HasChangedUnnamed(const std::string& id) const;
 
     /// Options of the compiler, and the folder that relative paths in them refer to.
@@ -61,7 +61,8 @@ public:
     /// Returns the options of the last build; empty if no build has stored them.
     [[nodiscard]] Options ReadOptions() const;
 
-    /// After `Stop`, the steps of a build do nothing until `Resume`. `Stop` throws `SqxMakeError`.
+    /// After `Stop`, steps that a build has started do nothing until `Resume`. `Stop` throws
+    /// `SqxMakeError`.
     void Stop() const;
     void Resume() const;
     [[nodiscard]] bool IsStopped() const;

@@ -1,4 +1,4 @@
-// One rule, and one statement per source:
+// The file contains one rule, and one statement per source:
 //
 //     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | sqxmake
 //
@@ -6,8 +6,8 @@
 // compiler knows. Environment variables are written to a response file: ninja compares its content
 // like a command, but does not print it.
 //
-// Ninja's values cannot contain line breaks. Where an option does, the command takes them from
-// variables of the shell:
+// Ninja's values cannot contain line breaks. If an option does, the command takes the line breaks
+// from variables of the shell:
 //
 //     n=$(printf '\nx'); n=${n%x}; ... exec sqxmake ... '-DA=1'"$n"'2'
 //
@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 
 const std::string k_setLineBreaks = "n=$(printf '\\nx'); n=${n%x}; r=$(printf '\\r'); ";
 
-/// Escapes a path for a `build` line. A bar can only be the value of a variable.
+/// Escapes a path for a `build` line. Ninja has no escape for a bar, so a variable contains it.
 [[nodiscard]] std::string NinjaPath(const fs::path& path)
 {
     std::string escaped;
@@ -48,7 +48,7 @@ const std::string k_setLineBreaks = "n=$(printf '\\nx'); n=${n%x}; r=$(printf '\
     return escaped;
 }
 
-/// Returns a word of the shell. Line breaks in it are variables, see `k_setLineBreaks`.
+/// Quotes a text as a word of the shell. Variables replace line breaks, see `k_setLineBreaks`.
 [[nodiscard]] std::string WordOnOneLine(const std::string& text)
 {
     std::string word;

@@ -1,7 +1,7 @@
 // The output of ninja is a sequence of lines: the progress, which starts with a mark that is set
-// here; the output of steps; and messages of ninja, which start with its name. Steps succeed even
-// for a source with errors, so a failed step means that the build itself failed. Ninja then shows
-// the whole command, which is left out.
+// here; the output of steps; and messages of ninja, most of which start with its name. Steps
+// succeed even for a source with errors, so a failed step means that the build itself failed. Ninja
+// then prints "FAILED: " and the whole command; both are left out.
 //
 // Tested by tests/make/run.sh.
 
@@ -78,7 +78,7 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
     const char* ninja = std::getenv("NINJA");
     SqxCommand command;
     command.words = {ninja && *ninja ? ninja : "ninja", "-f", file.string()};
-    // Sources with errors are not failures for ninja, but a step that crashes is.
+    // Needed although sources with errors are no failures for ninja: a step may still crash.
     if (options.keepGoing)
         command.words.emplace_back("-k0");
     if (options.jobs > 0)
@@ -98,6 +98,6 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
 
 bool SqxWasInterrupted(int status)
 {
-    // The second value is that of ninja 1.13 and later.
+    // Ninja returns the second value since version 1.13, before that the first.
     return status == 2 || status == 128 + SIGINT;
 }

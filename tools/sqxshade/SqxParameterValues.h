@@ -6,8 +6,9 @@
 
 #include "picture/SqxPictureSettings.h"
 
-/// Converts a text to a value for a parameter: a string, a number, or numbers separated by commas;
-/// one number also stands for three equal ones. Throws `SqxPictureError` if it does not fit.
+/// Converts a text to a value for a parameter: a string, a number, or numbers separated by commas.
+/// For a color, point, vector or normal, one number stands for three equal ones; not in arrays.
+/// Throws `SqxPictureError` if the text does not fit the parameter.
 [[nodiscard]] QxHostValue SqxReadParameterValue(const QxShader::Parameter& parameter,
                                                 const std::string& text);
 

@@ -97,7 +97,7 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     (void)picture.Render(watch);  // nothing stops it
 }
 
-/// `film` is invalid if none was prepared.
+/// Renders one picture of all shaders. `film` is invalid if none was prepared.
 std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding,
                               std::future<std::unique_ptr<SqxFilm>> film)
 {

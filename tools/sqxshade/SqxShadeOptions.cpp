@@ -1,8 +1,8 @@
 // One table holds each option's name, its argument, how it is read and its text in `--help`.
-// Parameters belong to the shader before them, or to the first one if they come before it.
+// Parameters belong to the shader before them, or to the first shader if they come before it.
 //
-// All bounds are checked here, before anything is compiled; a picture that would take too much
-// memory is refused with its reason.
+// All bounds are checked here, before anything is compiled, so that a picture that would need too
+// much memory is refused at once.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -107,7 +107,7 @@ void ReadSize(Options& options, const std::string& text)
     options.picture.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
 }
 
-/// Parameters before the first shader belong to it.
+/// Adds a parameter to the last shader; before the first one, to a shader without a path.
 void ReadParameter(Options& options, const std::string& text)
 {
     if (options.shaders.empty())
@@ -115,8 +115,8 @@ void ReadParameter(Options& options, const std::string& text)
     options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
 }
 
-/// The name of a file after '--' may look like an option; "./" keeps the compiler from reading it
-/// as one.
+/// Adds a shader, or sets the path of one that has only parameters. A path after '--' may start
+/// with '-'; "./" keeps the compiler from reading it as an option.
 void AddShader(Options& options, const std::string& path)
 {
     if (options.shaders.empty() || !options.shaders.back().path.empty())
@@ -136,7 +136,7 @@ struct OptionRow {
     void (*read)(Options& options, const std::string& value);
 };
 
-//   word, argument, reading and effect
+//   word, argument and effect; how the option is read
 constexpr OptionRow k_options[] = {
     {{"-o", "FILE", "the picture; SHADER.png in the working directory by default"},
      [](Options& o, const std::string& v) { o.output = v; }},

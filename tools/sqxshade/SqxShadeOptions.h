@@ -10,7 +10,7 @@
 #include "picture/SqxPictureSettings.h"
 #include "picture/SqxShaderBuild.h"
 
-/// The options of the command line.
+/// The options of the command line of `sqxshade`.
 struct SqxShadeOptions {
     struct Shader {
         std::string path;
@@ -31,7 +31,7 @@ struct SqxShadeOptions {
 /// not such an option.
 using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 
-/// `arguments` are the words after the name of the program. For each option `readMore` is called
+/// Reads `arguments`, the words after the name of the program. For each option, calls `readMore`
 /// first. Throws `SqxUsageError`.
 [[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
                                                   const SqxReadMoreOptions& readMore = {});

@@ -21,7 +21,7 @@ public:
     ///
     /// `version` is the version of the source. If it differs from that of the last call, all levels
     /// are compiled while other threads wait. A compile ends when `isOver` returns true or a time
-    /// limit is reached. If the source does not compile, "fault" says why; nothing is thrown.
+    /// limit is reached. If there is no code, "fault" says why; nothing is thrown.
     [[nodiscard]] std::string Level(int level, unsigned long version,
                                     const std::function<bool()>& isOver);
 

@@ -15,7 +15,7 @@
 /// The current state of a picture; each state replaces the previous one.
 struct SqxViewPainting {
     unsigned long request = 0;                     // the number of the request
-    std::shared_ptr<const std::vector<char>> png;  // null before the first
+    std::shared_ptr<const std::vector<char>> png;  // what is shown; null until there is something
     bool isOver = false;                           // no further state follows
     bool isWhole = false;                          // the PNG is the whole picture
     std::string fault;                             // why the picture ended before it was whole

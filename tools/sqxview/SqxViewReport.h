@@ -17,9 +17,9 @@ struct SqxViewExcerpt {
 
 /// Returns the lines around each place `file:line: ...` of a report. Files have the order in which
 /// the report first names them, and lines ascend; places that are close together share an excerpt.
-/// `read` must store the text of a file and return true, or return false if the file was
-/// not compiled: any text of a report may look like a place. Only the first places of a long report
-/// are used.
+/// `read` must store the text of a file and return true, or return false if the compile has not
+/// read that file: any text of a report may look like a place. Only the first places of a long
+/// report are used.
 [[nodiscard]] std::vector<SqxViewExcerpt>
 SqxViewExcerptsOf(const std::string& report,
                   const std::function<bool(const std::string& file, std::string& text)>& read);

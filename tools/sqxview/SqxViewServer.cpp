@@ -1,6 +1,6 @@
 // Any site that a browser shows may send requests to this machine. So each request is checked
-// first: it must address this machine by its own name and come from a page of this program. The
-// content policy of each answer prevents the page from loading anything from elsewhere.
+// first: it must address this machine by its own name, and an origin that it names must be this
+// server. The content policy of each answer prevents the page from loading anything from elsewhere.
 //
 // There are many threads, since each page that waits for a new state blocks one. Some threads are
 // always free for requests that end at once.
@@ -33,8 +33,8 @@ constexpr const char* k_form = "application/x-www-form-urlencoded";
 constexpr const char* k_plain = "text/plain; charset=utf-8";
 constexpr const char* k_json = "application/json";
 
-/// Scripts, styles and pictures may come only from here, and no other page may show this one in a
-/// frame.
+/// The page may load scripts, styles and data only from here, and pictures also from `data:` URLs.
+/// No page may show this one in a frame.
 constexpr const char* k_contentPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
     "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";

@@ -9,12 +9,12 @@
 ///
 /// Refuses requests that pages of other sites may have caused: those that address this machine by
 /// another name, and those whose headers name another origin. Serves only the page, the state, the
-/// picture and the byte-code of the session's shaders.
+/// picture and the byte-code of the session's shaders, and accepts changes of its settings.
 class SqxViewServer {
 public:
     /// Starts to serve at `port`, or at any free port for 0. Throws `std::runtime_error` if the
     /// port is not available. The session must outlive the server. The server answers several
-    /// requests at a time in its own threads; their size, number and time are limited.
+    /// requests at a time in its own threads; it limits the size, number and time of requests.
     SqxViewServer(SqxViewSession& session, int port);
     /// Closes all connections, including those of pages that wait for a state.
     ~SqxViewServer();

@@ -121,7 +121,8 @@ void SqxViewSession::Changed()
     m_changed.notify_all();
 }
 
-// Functions of the thread that compiles.
+// Functions of the thread that compiles. The threads of the server also call `FindDefaults` and
+// `Repaint`.
 
 void SqxViewSession::Work(const std::stop_token& end)
 {
@@ -161,7 +162,7 @@ void SqxViewSession::Take(std::size_t number, SqxViewCompiled compiled)
     Repaint();
 }
 
-/// Drops the values whose parameters no longer have the same name and type, and reports each.
+/// Drops the values that no longer fit a parameter by name, type and length, and reports each.
 void SqxViewSession::KeepFittingValues(std::size_t number, const QxShader& before)
 {
     SqxViewShader& shader = m_state.shaders[number];

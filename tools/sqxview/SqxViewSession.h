@@ -73,7 +73,7 @@ private:
     std::mutex m_mutex;  // guards the fields below
     std::condition_variable_any m_changed;
     SqxViewState m_state;
-    unsigned long m_paintings = 0;  // counts requests
+    unsigned long m_paintings = 0;  // counts requests to the painter
     std::shared_ptr<const std::vector<char>> m_picture;
 
     SqxViewPainter m_painter;

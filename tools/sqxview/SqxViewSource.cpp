@@ -1,11 +1,12 @@
 // A compile lists the files that it has read and the paths at which it found no header. Both are
-// watched from then on. A change during the compile is noticed, too: if a file was already watched
-// before, the watch compares with the state before the compile, and a new file must not have
-// changed since the compile has started. The start is the time of the compile's folder, since the
-// times of files lag behind the clock.
+// watched from then on. A change during the compile is noticed, too: a file that was already
+// watched is compared with its state before the compile, and a file that is new to the watch counts
+// as changed if its time is not before the start of the compile. The start is the time of the
+// compile's folder, since the times of files lag behind the clock.
 //
-// All compiles use one temporary folder: the folder of the source may be the one for temporary
-// files, and it changes whenever a folder is created or removed in it.
+// All compiles use one temporary folder. If a source has errors, its folder is watched. This may be
+// the system's folder for temporary files, and a new temporary folder for each compile would change
+// it and so cause the next compile.
 //
 // Tested by tests/sqxview.
 
@@ -45,8 +46,8 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 {
 }
 
-/// Watches the files; if the source has errors, the folders too, since it may lack a file that is
-/// created later.
+/// Watches the files; if the source has errors, also its folder and the folders of shadeop
+/// libraries, since the source may lack a file that is created there later.
 void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files,
                              const SqxViewWatch::Time& start)
 {

@@ -22,7 +22,7 @@ struct SqxViewCompiled {
 
 /// Options for compiling sources.
 struct SqxViewCompileOptions {
-    std::vector<std::string> words;    // of the compiler
+    std::vector<std::string> words;    // of the compiler's command line
     std::vector<std::string> folders;  // searched for shadeop libraries
 };
 
@@ -33,8 +33,8 @@ public:
     SqxViewSource(std::string path, SqxViewCompileOptions options);
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
-    /// True if the source must be compiled: before the first compile, or if a file has changed
-    /// since the last one. Checks each file.
+    /// True if the source must be compiled: if no compile is complete yet, if the last one was
+    /// stopped, or if a file has changed since the last one. Checks each file.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
     /// Compiles the source and watches the files that were read. If the source has errors or the
     /// compiler cannot be run, the report of the result says so. Returns nothing if the compile was

@@ -1,5 +1,5 @@
-// The whole state is one JSON object, so a page that has missed ten changes needs only the last
-// one.
+// The whole state is one JSON object, so a page that has missed ten changes needs only the latest
+// state.
 //
 // Tested by tests/sqxview.
 

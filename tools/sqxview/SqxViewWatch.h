@@ -6,11 +6,11 @@
 #include <set>
 #include <string>
 
-/// Watches files and folders for changes, including those that do not exist yet.
+/// Watches files and folders for changes. They need not exist yet.
 class SqxViewWatch {
 public:
     SqxViewWatch() = default;
-    /// Records the current state of each path; later changes are compared with it.
+    /// Records the current state of each path. `HasChanged` compares with this state.
     explicit SqxViewWatch(const std::set<std::string>& paths);
 
     /// When a file or folder was last written, renamed or given other properties, since 1970.
@@ -40,5 +40,5 @@ private:
     };
     [[nodiscard]] static Stamp StampOf(const std::string& path);
 
-    std::map<std::string, std::optional<Stamp>> m_stamps;  // nothing: counts as changed
+    std::map<std::string, std::optional<Stamp>> m_stamps;  // by path; nothing: it counts as changed
 };

@@ -15,8 +15,8 @@
 
 namespace {
 
-/// Blocks the signals that end the program in this thread and all threads that it starts, so that
-/// one thread can wait for them.
+/// Blocks SIGINT, SIGTERM and SIGHUP in this thread and in all threads that it starts later, so
+/// that this thread can wait for them. Returns these signals.
 sigset_t HoldEndSignals()
 {
     sigset_t signals;

@@ -20,10 +20,10 @@ enum class QxKernelChoice { Best, Baseline, Avx2 };
 class QxMachineProgram {
 public:
     /// `bytes` is the text of the file; `name` is for messages. Shadeop libraries are searched only
-    /// in `shadeopFolders`, in order. Their tables are read here; a library is loaded at the first
-    /// call of one of its functions, and stays loaded as long as the program exists. Throws
-    /// `QxHostError` for an error in the file, the libraries or the choice of kernels. The
-    /// arguments are copied.
+    /// in `shadeopFolders`, in order. The tables of the libraries are read here; a library is
+    /// loaded at the first call of one of its functions, and stays loaded as long as the program
+    /// exists. Throws `QxHostError` for an error in the file, the libraries or the choice of
+    /// kernels. Keeps no reference to the arguments.
     QxMachineProgram(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
@@ -31,7 +31,8 @@ public:
     QxMachineProgram(const SqxShader& shader, std::string name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
-    /// Calls the cleanup functions of shadeops. All runs must have been destroyed.
+    /// Calls the cleanup functions of the shadeops that were called, and unloads their libraries.
+    /// All runs must have been destroyed before.
     ~QxMachineProgram();
     QxMachineProgram(const QxMachineProgram&) = delete;
     QxMachineProgram& operator=(const QxMachineProgram&) = delete;
@@ -43,7 +44,7 @@ public:
     /// Returns the number of instructions in all blocks of the file.
     [[nodiscard]] std::size_t InstructionCount() const;
 
-    /// True if this processor can run AVX2 kernels.
+    /// True if AVX2 kernels were built and this processor can run them.
     [[nodiscard]] static bool HasAvx2();
 
     // For runs.

@@ -1,12 +1,13 @@
 // Runs the instructions of a program.
 //
-// Outside parallel brackets an instruction runs once, or for the whole grid. Inside, the code runs
-// strip by strip, so that the values of a strip stay in the cache from one instruction to the next.
-// A loop inside the brackets runs as long as the strip has an active point, so points that have
-// left the loop cost nothing once the whole strip has left it. Points do not depend on each other
-// there, so the order has no effect; texts that points pass to the scene are sorted. Inside the
-// brackets a condition narrows the mask: code without active points is skipped, and the mask is
-// ignored if all points are active.
+// Outside parallel brackets an instruction runs once, for the whole grid, or for the points of a
+// flag. Inside, the code runs strip by strip, so that the values of a strip stay in the cache from
+// one instruction to the next. A loop inside the brackets runs as long as the strip has an active
+// point, so points that have left the loop cost nothing once the whole strip has left it. The order
+// of points inside the brackets has no effect, unless they may affect each other, as by writes to a
+// uniform variable: then strips of one point run in order. Texts that points pass to the scene are
+// sorted. Inside the brackets a condition narrows the mask: code without active points is skipped,
+// and the mask is ignored if all points are active.
 
 #include "machine/run/QxMachineRun.h"
 
@@ -25,7 +26,7 @@ constexpr unsigned int k_flagsAtOnce = 64;
 
 enum class Share { None, Some, All };
 
-/// Returns how many points have the flag set; `any` and `all` combine their flags by `|` and `&`.
+/// Returns whether no, some or all flags are set; `any` and `all` combine the flags by `|` and `&`.
 Share ShareOf(unsigned int any, unsigned int all)
 {
     if (any == 0)
@@ -37,7 +38,7 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
 {
     unsigned int any = 0;
     unsigned int all = 1;
-    // Once both kinds have been seen, the other points do not matter.
+    // Once a set and a cleared flag have been seen, the other flags do not matter.
     for (unsigned int i = first; i < first + count && any <= all; i += k_flagsAtOnce) {
         const unsigned int end = std::min(i + k_flagsAtOnce, first + count);
         for (unsigned int j = i; j < end; ++j) {
@@ -48,7 +49,7 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
     return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
 }
 
-/// mask = outer and (flags == wanted)
+/// Sets mask = outer and (flags == wanted). Returns how many points of the mask are set.
 Share MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
                const QxPoints& points, bool wanted)
 {
@@ -280,8 +281,8 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
     for (unsigned int first = 0; first < size; first += strip) {
         const unsigned int count = std::min(strip, size - first);
         m_steps = stepsBefore;
-        // Strip locals occur only with strips of at least the usual length. Smaller grids have one
-        // such strip, which begins at point 0, to which these locals are bound initially.
+        // Strip locals occur only with strips of at least the usual length. A grid that is not
+        // longer has one strip, which begins at point 0, where these locals are bound initially.
         if (size > k_qxMachineStrip)
             m_store.BindStrip(*begin, first);
         RunStrip(codes, begin + 1, first, count);
@@ -334,7 +335,8 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
     }
 }
 
-/// Returns the target of a jump, or the next instruction if it is not taken.
+/// Returns the target of a jump, or the next instruction if the jump is not taken. Counts the steps
+/// of a backward jump, and ends the loops over lights that the jump leaves.
 const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
 {
     const bool jump =

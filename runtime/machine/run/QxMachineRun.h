@@ -22,10 +22,10 @@ public:
 
     /// An evaluation that takes more steps than this throws `QxHostError`, since the shader does
     /// not seem to end. A step is an instruction that is repeated by a backward jump, independent
-    /// of the size of the grid. The work on texts and lists is counted separately, as the mean of
-    /// all points: characters, values, and states of regular expressions.
+    /// of the size of the grid. The work on texts and lists (characters, values, and states of
+    /// regular expressions) is counted separately, as the mean of all points, with the same limit.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
-    /// An evaluation whose variables need more bytes than this throws `QxHostError`.
+    /// An evaluation whose variables and masks need more bytes than this throws `QxHostError`.
     void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
     /// An evaluation calls `test` every few milliseconds, in the thread that evaluates, and throws
     /// `QxHostStopped` if the test returns true. An empty test disables this.
@@ -34,8 +34,9 @@ public:
     /// Call it when they become invalid, for example before evaluations with another host.
     void ForgetFiles() { m_state.questions.files.Forget(); }
 
-    // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
-    // come from `QxShaderInfo::Declare` and have room for the points of the grid.
+    // Both functions may throw `QxHostError` or `QxHostStopped`, and may be called again
+    // afterwards. The variables must come from `QxShaderInfo::Declare`; when a grid is shaded,
+    // varying ones must have room for its points.
 
     /// Assigns default values to the variables that the host has not set, except default values
     /// that depend on shading data.
@@ -86,5 +87,5 @@ private:
     std::chrono::steady_clock::time_point m_asked;    // time of the last stop test
     std::vector<unsigned int> m_loops;                // lights of the open loops, innermost last
     std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
-    std::vector<const QxStopAndBool*> m_outer;        // masks of the open conditions
+    std::vector<const QxStopAndBool*> m_outer;        // masks around the open conditions
 };

@@ -1,7 +1,9 @@
-// A run owns one block of memory, divided among its variables; parameters and predefined variables
-// stay in the host's memory. Each variable has two addresses: `m_homes` is its own memory,
-// `m_values` its current address. They differ only for variables that are re-bound while code runs:
-// aliases of elements, locals with room for one strip, and L, Cl and Ol in a loop over lights.
+// A run owns one block of memory, divided among its locals; parameters and predefined variables
+// stay in the host's memory, constants in that of the program. Each variable has two addresses:
+// `m_homes` is its own memory, `m_values` its current address. The addresses differ only for
+// variables that are re-bound while code runs: aliases of elements, locals with room for one strip,
+// and L, Cl and Ol in a loop over lights. A predefined variable that the host did not set is an
+// array of zeros.
 //
 // A varying reference is an array of addresses, one per point, followed by dummy elements that it
 // refers to before it is bound, so that a file that uses it too early does no harm.
@@ -56,7 +58,7 @@ std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
 }
 
 /// Returns the bytes of the block that a variable takes. They fit into 64 bits: the verifier limits
-/// the variables of a file, and a grid has less than 2^32 points.
+/// the variables of a file, and a grid has fewer than 2^32 points.
 std::uint64_t BytesOf(const QxStorage& storage, std::size_t points)
 {
     if (!IsOwn(storage.kind))

@@ -17,9 +17,9 @@ template <class Value>
                                     first * sizeof(Value));
 }
 
-/// The memory of a run: the address of the values of each variable. The run owns the memory of
-/// locals, which is kept between grids of the same size; the rest belongs to the grid, the instance
-/// or the program.
+/// The memory of a run: the address of the values of each variable. This object owns the memory of
+/// locals, which is kept between grids of the same size, and that of predefined variables that the
+/// host did not set; the rest belongs to the grid, the instance or the program.
 class QxMachineStore {
 public:
     /// `code` must outlive this object. Allocates nothing yet.
@@ -29,11 +29,11 @@ public:
     QxMachineStore(const QxMachineStore&) = delete;
     QxMachineStore& operator=(const QxMachineStore&) = delete;
 
-    /// Prepares for the given number of points. Texts are empty, arrays are zero, and references
-    /// are unbound; other locals keep values of the previous run, see `Clear`. `variables` are
-    /// those of the instance; their values are used in place, so they must not move or change their
-    /// length while code runs. Throws `QxHostError` if there is not enough memory, or if more than
-    /// `memoryLimit` bytes would be needed; it may be called again afterwards.
+    /// Prepares for the given number of points. Local texts are empty, local arrays are zero, and
+    /// references are unbound; other locals may have values of the previous run, see `Clear`.
+    /// `variables` are those of the instance; their values are used in place, so they must not move
+    /// or change their length while code runs. Throws `QxHostError` if there is not enough memory,
+    /// or if more than `memoryLimit` bytes would be needed; it may be called again afterwards.
     void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
     /// Binds the predefined variables; call it after `Start`. Variables that the host did not set
     /// are zero at first. `eye` is copied; the arrays of `h` must live while code runs. Throws like
@@ -49,7 +49,7 @@ public:
     /// that begins at point `first`.
     void BindStrip(const QxCode& brackets, unsigned int first);
 
-    /// Returns the number of points that it is prepared for; 1 before the first run.
+    /// Returns the number of points that this object is prepared for; 1 before the first `Start`.
     [[nodiscard]] unsigned int Points() const
     {
         return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);

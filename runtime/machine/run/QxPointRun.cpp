@@ -1,4 +1,4 @@
-// Runs a grid of one point, as ray tracers shade them.
+// Runs grids of one point, which ray tracers shade.
 //
 // The single point is either active or not. So a condition is a jump over its brackets, there is no
 // mask, parallel brackets are ignored, and instructions with a kernel for one point avoid the loop

@@ -14,8 +14,8 @@ struct QxDraft {
     QxCode code;
     const QxKernelRow* row = nullptr;  // in the table of kernels; null for jumps and brackets
     std::size_t first = 0;             // index of its first operand and letter in the block
-    bool jumps = false;                // until the block is complete: the target is the index of an
-                                       // instruction of the file
+    bool jumps = false;                // is a jump of the file; until the block is complete, its
+                                       // target is the index of an instruction of the file
 };
 
 /// A block during translation. Passes drop drafts and append operands; operands that are no longer

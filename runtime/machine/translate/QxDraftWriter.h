@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /// An operand before it is written. For a varying reference, `operand` has no variable yet:
-    /// `Emit` assigns a temporary.
+    /// An operand before it is added to the block. For a varying reference, `operand` has no
+    /// variable yet: `Emit` assigns a temporary.
     struct Argument {
         QxOperand operand;
         char letter;                  // in the layout
@@ -31,8 +31,8 @@ public:
     };
     /// Makes the argument for a variable of the file. `wanted` is the storage that the instruction
     /// requires: a constant number is converted to a triple or the empty text if required, and a
-    /// result that the call leaves out is discarded. All operations throw `QxHostError` for
-    /// anything that the machine does not support.
+    /// result that the call leaves out is discarded. `MakeArgument`, `Emit` and `RowOf` throw
+    /// `QxHostError` for anything that the machine does not support.
     [[nodiscard]] Argument MakeArgument(int variable, char letter, QxStored wanted);
 
     /// Adds an instruction without operands. The reference is valid until the next one is added.
@@ -40,7 +40,7 @@ public:
     /// Adds an operand to the last instruction.
     void AddOperand(const QxOperand& operand, char letter);
     /// Chooses the kernels of a draft's row for its operands, all of which must have been added.
-    /// Its step and row must be set; it need not be the last draft.
+    /// The draft's step and row must be set; it need not be the last draft.
     void ChooseKernels(QxDraft& draft);
     /// Adds a whole instruction, with loads of its references before it and stores after it.
     /// `number` is its literal, `flag` the condition of a conditional instruction.

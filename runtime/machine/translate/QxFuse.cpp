@@ -4,7 +4,7 @@
 //     t = a * b;  y = t + c               becomes    y = a * b + c
 //     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
 //
-// if `t` and `u` are not live afterwards, and drops changes of flags that are not read. An
+// if `t` and `u` are not live afterwards. Also drops changes of flags that are not read. An
 // instruction on numbers spends most of its time on loads and stores, not on arithmetic, and a
 // temporary costs one of each. Products are rounded as before. The pass walks a block backwards, so
 // that fused instructions can be fused again. It is a peephole optimization on adjacent
@@ -159,7 +159,7 @@ bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
     if (operands[0].variable != OperandsOf(copy)[1].variable || letters[0] != 'w' ||
         target.variable == operands[0].variable || !IsOnlyFor(operands[0], copy))
         return false;
-    // Only kernels with a shape read all operands of a point before they write the result.
+    // Only kernels of cheap functions read all operands of a point before they write the result.
     for (std::size_t k = 1; k < source.code.count; ++k)
         if (letters[k] != 'r' || (operands[k].variable == target.variable && !source.row->shaped))
             return false;
@@ -205,7 +205,7 @@ void Fuser::Drop(std::size_t index)
     m_block.drafts[index].code.count = 0;  // no operands: it reads and writes nothing
 }
 
-/// The first operand is the result.
+/// Replaces a draft by a fused instruction. The first operand is the result.
 void Fuser::Replace(std::size_t index, SqxPrimitive primitive,
                     const std::vector<QxOperand>& operands)
 {

@@ -9,5 +9,5 @@
 ///
 /// `writer` must have written a whole block, whose jumps refer to drafts; it also writes the fused
 /// instructions. `liveness` must have been computed for that block and stays valid. O(n) for n
-/// drafts, except for chains of copies.
+/// drafts and operands.
 void QxFuse(QxDraftWriter& writer, QxLiveness& liveness);

@@ -121,7 +121,7 @@ void Joiner::EmitWithin(std::size_t index)
     AddStep(QxCodeStep::EndIf);
 }
 
-/// Adds a draft that the block did not have.
+/// Adds a draft for a bracket that the block did not have.
 QxDraft& Joiner::AddStep(QxCodeStep step)
 {
     QxDraft& draft = m_result.emplace_back();

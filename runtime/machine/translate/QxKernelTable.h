@@ -8,8 +8,8 @@
 /// The kernels of all instructions, by primitive and by number: the kernels compiled for one
 /// instruction set, and the kernels that all sets share.
 ///
-/// There are two tables per process, each built on first use; they never change, so threads may
-/// share them.
+/// There are up to two tables per process, each built on first use; they never change, so threads
+/// may share them.
 class QxKernelTable {
 public:
     /// Returns the table of the baseline or, if `avx2`, of the kernels compiled for AVX2, which may
@@ -20,8 +20,8 @@ public:
     {
         return m_byPrimitive[static_cast<std::size_t>(primitive)];
     }
-    /// Finds the row for an instruction number, which must not exceed `SqxHighestNumber`. Null also
-    /// for marks, such as jumps and brackets, which need no kernel.
+    /// Finds the row for an instruction number, which must not exceed `SqxHighestNumber`. Null if
+    /// there is none, as for jumps and brackets, which need no kernel.
     [[nodiscard]] const QxKernelRow* OfNumber(int number) const { return m_byNumber[number]; }
 
 private:

@@ -5,9 +5,9 @@
 //     if not f goto end;  u = 2;  ...  w = u;  ...
 //
 // Inside a loop, each uniform instruction is guarded by the flag that says whether any point is
-// active, which the jump that leaves the loop has already tested. After a jump that was not taken,
-// its flag is known until it is written or until another path joins. A dropped jump no longer joins
-// at its target, so flags may stay known there.
+// active. The jump that leaves the loop has already tested this flag. After a jump that was not
+// taken, its flag is known until the flag is written or until another path joins. A dropped jump no
+// longer joins at its target, so flags may stay known there.
 //
 // Tested by tests/machine/DraftPassesTest.cpp.
 

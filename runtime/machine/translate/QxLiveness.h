@@ -7,10 +7,10 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineCode.h"
 
-/// Liveness of locals that hold a single value, at each place of a block.
+/// Liveness of locals, except arrays, texts and references, at each place of a block.
 ///
 /// Alfred Aho, Ravi Sethi, Jeffrey Ullman, "Compilers", 1986, 10.6. The difference is that the
-/// brackets of a condition run only for the points of its flag. So a write inside kills a value
+/// brackets of a condition run only for the points of its flag. So a write inside kills the value
 /// only for these points, and at the start of the brackets the live sets of both kinds of points
 /// are merged. If an `and` right after the brackets combines another flag with the flag of the
 /// brackets, the other points do not count as readers of that other flag: their result is false.

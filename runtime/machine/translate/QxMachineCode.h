@@ -26,8 +26,8 @@ struct QxStorage {
         Constant,   // number: index of the constant
         Alias,      // stands for one array element, the same for all points
         Reference,  // refers to an array element at each point
-        Nowhere,    // for results that the shader discards
-        Ng,
+        Nowhere,    // for discarded results, and for variables that no code uses
+        Ng,         // the geometric normal of the grid
     };
     Kind kind = Kind::Local;
     QxStored stored = QxStored::Number;

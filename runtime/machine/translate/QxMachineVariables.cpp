@@ -1,7 +1,7 @@
 // Every variable of the file becomes a `QxStorage`, which says who owns its values and how large
 // they are. The order of the file is kept, so that numbers in code need no translation. Variables
-// that only the translation needs (for discarded results, `Ng` for faceforward, temporaries) come
-// after those of the file.
+// that only the translation needs (for discarded results, `Ng` for faceforward, temporaries, locals
+// of strips, converted constants) come after those of the file.
 //
 // If all points refer to the same element, a reference is an alias, which costs nothing to use:
 //
@@ -175,7 +175,7 @@ bool QxMachineVariables::IsOneForAllPoints(const QxOperand& operand) const
     return operand.step == 0 && operand.variable != m_nowhere;
 }
 
-// References. Those that no instruction binds stay `Nowhere`.
+// References. A reference that no instruction binds stays `Nowhere`.
 
 void QxMachineVariables::ClassifyReferences(const SqxBlock& block)
 {

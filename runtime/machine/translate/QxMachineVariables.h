@@ -34,8 +34,8 @@ public:
 
     // Each of these adds a variable, unless stated otherwise, and returns its number.
 
-    /// A varying temporary for the element of a varying reference. It does not own texts stored in
-    /// it.
+    /// A varying temporary for the element of a varying reference. The temporary does not own the
+    /// texts in it.
     [[nodiscard]] std::uint32_t AddTemporary(QxStored stored);
     /// A varying local with room for one strip. Each kind of storage has its own locals, numbered
     /// from 0; local `index` is added if it does not exist yet.

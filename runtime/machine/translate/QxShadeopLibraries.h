@@ -16,8 +16,8 @@ public:
     QxShadeopLibraries(const std::vector<std::string>& names,
                        const std::vector<std::string>& folders);
 
-    /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the library does
-    /// not list the shadeop with these functions, or does not define one of them.
+    /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the table does not
+    /// list the shadeop with its init and cleanup functions, or the library lacks one of the three.
     [[nodiscard]] std::vector<std::string> DeclarationsOf(const SqxDSOFunction& shadeop) const;
     /// Returns the absolute path of a library.
     [[nodiscard]] const std::string& PathOf(std::size_t library) const

@@ -2,9 +2,9 @@
 
 #include "machine/translate/QxLiveness.h"
 
-/// Removes masks: a write whose result other points do not need is done for all points. The values
-/// that points compute stay the same. `liveness` must have been computed for the block, and stays
-/// valid. O(n) for n drafts.
+/// Removes masks: a cheap function whose result other points do not need is computed for all
+/// points. The values that are read stay the same. `liveness` must have been computed for the
+/// block, and stays valid. O(n) for n drafts.
 void QxIgnoreMasks(QxDraftBlock& block, QxLiveness& liveness);
 
 /// Removes brackets around a few writes that ignore the mask. Targets of codes stay indexes of

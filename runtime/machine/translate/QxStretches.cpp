@@ -238,8 +238,8 @@ void StretchFinder::CheckJumps()
     }
 }
 
-/// Excludes instructions to hoist that must not run before the stretch, and flags that would be
-/// set for a strip but read for the grid.
+/// Excludes instructions to hoist that must not run before the stretch, and reductions of flags
+/// whose result would be computed for a strip but read for the grid.
 void StretchFinder::CheckStretch(const QxStretch& stretch)
 {
     std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // change of the number of jumps
@@ -301,7 +301,7 @@ void StretchFinder::RecordAccess(const QxDraft& draft)
         m_readBy[draft.code.flag.variable] = m_stretchNumber;
 }
 
-/// True if lights may read the variable: any except locals and the results `Ci` and `Oi`.
+/// True if lights may read the variable: any variable except locals and the results `Ci` and `Oi`.
 bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];

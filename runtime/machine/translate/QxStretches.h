@@ -16,10 +16,11 @@ struct QxStretch {
 /// to be hoisted.
 [[nodiscard]] bool QxIsToHoist(const QxDraft& draft);
 
-/// Returns the maximal stretches of a block, in order, without those that contain at most one pair
-/// of brackets or one instruction for the grid. They begin and end outside brackets, and jumps do
-/// not leave a stretch, except to its end, or enter its middle. `block` must be whole; targets of
-/// codes are indexes of drafts. `variables` are those of the program. O(n) for n drafts, except for
-/// jumps that cross each other: after a limited number of rounds the result is empty.
+/// Returns the maximal stretches of a block, in order, without those that contain fewer than two
+/// pairs of brackets or instructions for the grid. Stretches begin and end outside brackets. A jump
+/// in a stretch leads into it or to its end; no other jump enters its middle. `block` must be
+/// whole; targets of codes are indexes of drafts. `variables` are those of the program. O(n) for n
+/// drafts, except for jumps that cross each other: after a limited number of rounds the result is
+/// empty.
 [[nodiscard]] std::vector<QxStretch> QxFindStretches(const QxDraftBlock& block,
                                                      const QxMachineVariables& variables);

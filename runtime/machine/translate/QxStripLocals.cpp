@@ -8,7 +8,7 @@
 // where x' has room for one strip, which all strips reuse. Its values then stay in the first-level
 // cache. The compiler reuses one temporary for unrelated values. So variables are renamed
 // separately for each pair of brackets: a variable that must stay in other brackets, or that an
-// instruction for the whole grid uses elsewhere, can still be replaced in this one. This is array
+// instruction for the whole grid uses elsewhere, can still be replaced in this pair. This is array
 // contraction (Vivek Sarkar, Guang Gao, "Optimization of array accesses by collective loop
 // transformations", 1991) to strips instead of to single values.
 //
@@ -17,7 +17,7 @@
 // which more often have no active point and are then skipped.
 //
 // A kernel that does not work point by point may read other points, so its operands are not
-// replaced.
+// replaced; the reduction of a flag, which here reads only its strip, is an exception.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -113,7 +113,8 @@ void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
 }
 
 /// Records the variables that must stay: those that are live at the current draft, which is the
-/// start or the end of the brackets, and the operands of kernels that may read other points.
+/// start or the end of the brackets, uniform variables, and the operands of kernels that may read
+/// other points.
 void StripLocals::Fix(Brackets& brackets)
 {
     ForOperands(brackets, [&](const QxDraft& draft, const QxOperand& operand) {

@@ -4,10 +4,10 @@
 // becomes
 //     IfTrue f -> after;  kernel of varying times uniform, operands x, y and the constant;  EndIf
 //
-// Conditions on uniform flags, which are outside parallel brackets, become jumps. Numbers of the
-// file are resolved here, and checked if a kernel relies on them, so that a run only follows
-// addresses. Then separate passes join brackets, fuse instructions, simplify masks, and move values
-// that live only in one strip to storage for a strip.
+// Conditions outside parallel brackets, whose flags are uniform, become jumps. Numbers of the file
+// are resolved here, and checked if a kernel relies on them, so that a run only follows addresses.
+// Then separate passes drop known jumps, join brackets, merge conditions, fuse instructions,
+// simplify masks, and move values that live only in one strip to storage for a strip.
 //
 // Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -294,7 +294,8 @@ void QxTranslator::MarkWrittenFlags()
     }
 }
 
-/// Brackets that only set flags to constants, which are common in loops, need no mask:
+/// Replaces conditional brackets that only set flags to constants, as is common in loops, by
+/// operations that need no mask:
 ///
 ///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF    becomes    d = d and c; c = ...
 ///
@@ -392,7 +393,7 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         else if (letter != 'n')
             arguments.push_back(
                 m_writer.MakeArgument(value, letter, Wanted(*row, arguments.size())));
-        // The variable that receives the answer of a message call.
+        // A message call also needs the type of the variable that receives the answer.
         if (letter == 'm')
             number = static_cast<int>(m_shader.variables[static_cast<std::size_t>(value)].type);
     }

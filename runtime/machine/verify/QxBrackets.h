@@ -14,15 +14,15 @@ public:
         SqxPrimitive begin = SqxPrimitive::BEGIN_PARALLEL;
         std::size_t first = 0;   // index of the opening instruction
         std::size_t last = 0;    // index of the closing instruction
-        std::size_t parent = 0;  // index of the enclosing bracket, in order of their starts
+        std::size_t parent = 0;  // number of the enclosing bracket, in order of starts
         std::size_t depth = 0;   // 1 for outermost brackets
         bool parallel = false;   // is a parallel run, or is inside one
     };
 
-    /// Throws `QxRefused` if brackets do not nest, are nested more deeply than
-    /// `QxVerifier::k_deepestNesting`, or if a jump enters a bracket, or leaves one that is not a
-    /// loop over lights. The targets of jumps must be starts of instructions, which the reader
-    /// ensures.
+    /// Throws `QxRefused` if brackets do not nest, or are nested more deeply than
+    /// `QxVerifier::k_deepestNesting`; if the start and the end of a loop over lights do not refer
+    /// to each other; or if a jump enters a bracket, or leaves one that is not a loop over lights.
+    /// The targets of jumps must be starts of instructions, which the reader ensures.
     explicit QxBrackets(const QxUntrustedBlock& block);
 
     /// True if an instruction is in a parallel run; the end of a bracket counts as inside, its

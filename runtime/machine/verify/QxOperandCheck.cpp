@@ -1,5 +1,5 @@
 // Checks each instruction separately against its layout: every operand has a type that its letter
-// allows, constants are not written, and details are valid at that place.
+// allows, constants are not written, and details are valid where the instruction is.
 //
 // The kernels rely on this: a float where three are read would be a read past the end, and a
 // varying value written to a uniform variable a write past the end.
@@ -93,7 +93,8 @@ bool RunsForGrid(const SqxLayout& layout)
     return layout.simd || layout.run == SqxRun::Grid || layout.run == SqxRun::Reduce;
 }
 
-/// True if its result may be uniform although it reads varying values.
+/// True if the result of an instruction may be uniform although the instruction reads varying
+/// values.
 bool MayReduce(const SqxLayout& layout)
 {
     return layout.run == SqxRun::Reduce || layout.run == SqxRun::Answer;
@@ -156,7 +157,8 @@ void QxOperandCheck::CheckType(const SqxInstruction& instruction, std::size_t i)
         RefuseOperand(instruction, i, "belongs to main");
 }
 
-/// Checks the reference, its array and the index.
+/// Checks that the reference has the type of the array, and is varying if the array or the index
+/// is.
 void QxOperandCheck::CheckReference(const SqxInstruction& instruction) const
 {
     const auto type = [&](std::size_t i) {
@@ -170,7 +172,7 @@ void QxOperandCheck::CheckReference(const SqxInstruction& instruction) const
         RefuseOperand(instruction, 0, "is uniform, but its element is varying");
 }
 
-/// Checks the two arrays of a conversion.
+/// Checks that the two arrays of a conversion have the same shape and length.
 void QxOperandCheck::CheckArrays(const SqxInstruction& instruction) const
 {
     const auto size = [&](std::size_t i) {

@@ -5,8 +5,8 @@
 #include "machine/verify/QxBrackets.h"
 #include "machine/verify/QxUntrustedBlock.h"
 
-/// The facts about a variable that decide whether it may be an operand. There is one for each
-/// variable of a shader, in order, for all its blocks.
+/// The facts about a variable that decide whether it may be an operand. There is one object for
+/// each variable of a shader, in order, and all blocks share them.
 struct QxOperandFacts {
     explicit QxOperandFacts(const SqxVariable& variable);
 

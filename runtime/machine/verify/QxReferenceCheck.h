@@ -7,9 +7,9 @@
 #include "machine/verify/QxOperandCheck.h"
 #include "machine/verify/QxUntrustedBlock.h"
 
-/// Checks that each reference refers to elements of one array, and is bound wherever it is used:
-/// there must be an `ARRAY_REF` on every path from the start of the block. Paths follow jumps and
-/// loops over lights; a conditional bracket counts as entered.
+/// Checks that each reference refers to elements of one array, and is bound wherever it is used: on
+/// every path from the start of the block to the use there must be an `ARRAY_REF`. Paths follow
+/// jumps and loops over lights; a conditional bracket counts as entered.
 class QxReferenceCheck {
 public:
     /// `facts` are those of all variables of the shader. Both must outlive this object.
@@ -42,7 +42,7 @@ private:
 
     std::unordered_map<std::size_t, std::size_t> m_far;  // index of a far reference by its number
     std::unordered_map<std::size_t, Set> m_atJoin;       // bound on all paths seen so far
-    Set m_bound;                                         // on the paths to the current instruction
+    Set m_bound;                                         // bound on all paths to this instruction
     std::size_t m_index = 0;                             // of the current instruction
     bool m_changed = false;                              // a backward jump has shrunk the set of a
                                                          // join

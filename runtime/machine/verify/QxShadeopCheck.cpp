@@ -1,6 +1,7 @@
 // A library accesses its arguments through raw addresses, according to the types that it declares.
-// So each call must match some overload in number, shape and length of the arguments. It does not
-// matter which overload the compiler chose, since they share a method.
+// So each call must match some overload in the number of arguments, and in the shape and length of
+// the arguments and the result. It does not matter which overload the compiler chose, since all
+// overloads share a method.
 //
 // Tested by tests/machine/QxShadeopCheckTest.cpp.
 

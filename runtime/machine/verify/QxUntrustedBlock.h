@@ -14,8 +14,8 @@ struct QxUntrustedBlock {
     /// Main, and the initializers that run once per shader or at each point, see `QxVerifier`.
     enum class Kind { Main, OnceInitializer, PointInitializer };
 
-    /// Throws `QxRefused`. `fault` continues the sentence after the name of the instruction: "jumps
-    /// into or out of brackets".
+    /// Stores the message and throws `QxRefused`. `fault` continues the sentence after the name of
+    /// the instruction: "goes into or out of brackets".
     [[noreturn]] void Refuse(const SqxInstruction& instruction, const std::string& fault) const
     {
         message = SqxFaultText(code.Line(instruction), section,

@@ -1,6 +1,6 @@
-// Verifies first the variables, whose facts the operands are checked against; then each block: its
-// brackets, its operands, its references, in this order, since each step relies on the previous
-// ones.
+// Verifies first the names, the variables, whose facts the operands are checked against, and the
+// results of initializers; then each block: its brackets, its operands, its references, in this
+// order, since each step relies on the previous ones.
 //
 // A single fault rejects the whole file: the compiler does not write such code, so the file is
 // damaged or malicious. Kernels need not repeat these checks for each point.
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Returns at least the size in bytes of one element in the machine.
+/// Returns the size in bytes of one element in the machine; for a string, at least this size.
 std::size_t BytesOf(SqxType type)
 {
     switch (type) {
@@ -77,7 +77,7 @@ void QxVerifier::Refuse(int line, const std::string& section, const std::string&
     throw QxRefused();
 }
 
-/// A name with two numbers would be two variables with the same memory.
+/// Two predefined variables of the same name would share their memory.
 void QxVerifier::VerifyNames(const SqxShader& shader)
 {
     std::unordered_set<std::string_view> predefined;
@@ -134,7 +134,7 @@ void QxVerifier::VerifyInitializers(const SqxShader& shader)
     }
 }
 
-/// The value is copied to the parameter without conversion.
+/// The value is copied to the parameter without conversion, so type and length must be equal.
 void QxVerifier::VerifyResult(const SqxShader& shader, const SqxInitializer& initializer)
 {
     const auto number = static_cast<std::size_t>(initializer.result);

@@ -12,24 +12,29 @@
 /// vectors, normals and colors count as one type. Arrays occur only where they are allowed.
 /// Constants are not written, except for literal integers, which stand for omitted results.
 ///
-/// Detail. Outside parallel brackets an instruction that runs once has uniform operands, except in
-/// an initializer of a varying value: there it runs for each point if its result is varying. A
-/// uniform variable is written from varying ones only inside the brackets, where the last point
-/// counts, and by the reducing and answering instructions (`SqxRun`). An initializer that runs once
-/// per shader has only uniform operands and does not access the grid or its lights. Initializers do
-/// not use the locals of main.
+/// Detail. Outside parallel brackets an instruction that runs once has uniform operands, except
+/// `ARRAY_REF` with a uniform index, which binds a reference for all points, and except in an
+/// initializer that runs at each point: there an instruction with a varying result may have varying
+/// operands. A uniform variable is written from varying ones only inside the brackets, where the
+/// last point counts, and by the reducing and answering instructions (`SqxRun`). An initializer
+/// that runs once per shader has only uniform operands and does not access the grid or its lights.
+/// Initializers do not use the locals of main.
 ///
 /// Flow. Brackets nest, to a limited depth; parallel brackets do not contain other parallel
-/// brackets. A jump stays within its brackets, or leaves loops over lights. A loop over lights ends
-/// where its start says, and jumps back to the instruction after its start.
+/// brackets, jumps or loops over lights. A jump stays within its brackets, or leaves loops over
+/// lights. A loop over lights ends where its start says, and jumps back to the instruction after
+/// its start.
 ///
 /// References. `ARRAY_REF` binds a reference to an element of an array of its type, always the same
-/// array, and a varying array only if the reference is varying. On every path of jumps and loops
+/// array; the reference is varying if the array or the index is. On every path of jumps and loops
 /// over lights to a use there is such a binding; a conditional bracket counts as entered, so the
 /// machine initially binds references to dummy elements.
 ///
 /// Sizes. The variables of a shader fit into memory: see the limits below. The machine checks the
 /// number of points.
+///
+/// Names. No two predefined variables and no two parameters have the same name. A parameter has at
+/// most one initializer, whose result has the type and the length of the parameter.
 ///
 /// The machine also checks everything that depends on values: array indices, steps of an endless
 /// loop, lights that were not run, formats that do not match their arguments, functions of

@@ -1,4 +1,5 @@
-// A report identifies a part of the source by the first name or constant in it.
+// A report identifies an expression by the first name or constant in it. Only nodes that usually
+// begin with one have a `Case`; the text for all others is "<somewhere>".
 
 #include "support/reports/SlcNearError.h"
 

@@ -5,7 +5,7 @@ import { byId, make, showText } from "./elements.js";
 let shaders = [];
 let shownCode = "";
 
-/** Updates the list of shaders, and the byte-code and listing if they are visible. */
+/** Updates the list of shaders and the listing, and the byte-code if it is visible. */
 export function takeShaders(now) {
     shaders = now;
     showCode();

@@ -38,7 +38,8 @@ export function numbersControl(labels, changed) {
     return { element: fields.map((field) => field.element), show };
 }
 
-/** Returns the range from 0 to twice the default value, extended to include the current value. */
+/** Returns the range from 0 to twice the default value, or to 1 for 0, extended to include the
+    current value. If one of the values is negative, the range is symmetric about 0. */
 function sliderRange(usual, number) {
     const reach = Math.max(usual === 0 ? 1 : 2 * Math.abs(usual), Math.abs(number));
     return [usual < 0 || number < 0 ? -reach : 0, reach];
