@@ -50,6 +50,21 @@ TEST_F(Picture, ShowsCoarseOnesFirst)
     EXPECT_EQ(plain.Bytes(SqxEncoding::Linear), last);
 }
 
+TEST_F(Picture, ReportsTheTextsOfTheFinalPassOnly)
+{
+    SqxPictureSettings settings = Settings(k_ramp);
+    settings.shaders.push_back(
+        {QxShader::Open(m_folder.Build("grade", "imager grade() { printf(\"text\"); }", "--int")),
+         {}});
+    SqxPicture picture(settings);
+    unsigned int texts = 0;
+    SqxPicture::Watch watch;
+    watch.coarseFirst = true;
+    watch.note = [&](const SqxNote&) { ++texts; };
+    EXPECT_EQ(picture.Render(watch), SqxPictureEnd::Whole);
+    EXPECT_EQ(texts, 100U * 80);
+}
+
 // A film that is prepared before the shaders are known is used once.
 TEST_F(Picture, IsTheSameOnAPreparedFilm)
 {

@@ -13,6 +13,8 @@ LsEditor::LsEditor(const SqxJson& settings, const SqxJson& capabilities)
               m_published[message["params"]["uri"]] = message["params"];
           else if (message["method"] == "window/logMessage")
               logged.push_back(message["params"]["message"]);
+          else
+              asked.push_back(message["method"]);
       })
 {
     Ask("initialize", {{"processId", nullptr},
@@ -25,8 +27,8 @@ LsEditor::LsEditor(const SqxJson& settings, const SqxJson& capabilities)
 SqxJson LsEditor::DefaultCapabilities()
 {
     return SqxJson::parse(R"({"textDocument": {
-        "publishDiagnostics": {"relatedInformation": true},
-        "completion": {"completionItem": {"snippetSupport": true}}}})");
+        "publishDiagnostics": {"relatedInformation": true}},
+        "workspace": {"inlayHint": {"refreshSupport": true}}})");
 }
 
 std::string LsEditor::Uri(const std::string& name)

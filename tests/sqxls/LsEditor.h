@@ -45,6 +45,7 @@ public:
     /// Returns the last message with the diagnostics of a file.
     const SqxJson& Published(const std::string& name);
     std::vector<std::string> logged;
+    std::vector<std::string> asked;  // methods of the server's requests
 
     [[nodiscard]] SqxJson PositionOf(const std::string& name, const std::string& mark) const;
     /// Returns the text of a file after the edits of an answer.

@@ -235,6 +235,7 @@ TEST_F(SqxLsNames, HintsShowDetailsAndArguments)
     editor.Notify(
         "workspace/didChangeConfiguration",
         SqxJson::parse(R"({"settings": {"shaderqx": {"inlayHints": {"details": false}}}})"));
+    EXPECT_EQ(editor.asked, std::vector<std::string>{"workspace/inlayHint/refresh"});
     EXPECT_EQ(hints(), "");
 }
 

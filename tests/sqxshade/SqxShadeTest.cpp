@@ -298,6 +298,7 @@ TEST_F(SqxShade, RefusesWrongCommandLines)
         {2, "good.sqx --light lamp", "A light must be 'point', 'distant' or 'ambient'"},
         {2, "good.sqx --light point:to=1,1,1", "A light of kind 'point' has no 'to'"},
         {2, "good.sqx --light distant:from=0,0,0", "must differ"},
+        {2, "good.sqx --light point:intensity=1,2,3", "must be one number, but is '1,2,3'"},
         {2, "good.sqx --texture wood", "A texture must be NAME=VALUE, but is 'wood'"},
         {2, "good.sqx --param tint", "A parameter must be NAME=VALUE, but is 'tint'"},
         {1, "good.sqx --param Kd=1", "Shader 'good.sqx' has no parameter 'Kd'"},

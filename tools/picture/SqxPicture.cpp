@@ -183,26 +183,26 @@ SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
         film->Draw(grid, number, sides);
     };
     Pieces pieces{cut.Count(), run, isWhole};
-    const SqxPictureEnd end = RunPieces(pieces, watch);
+    SqxPictureEnd end = RunPieces(pieces, watch);
     if (end != SqxPictureEnd::Whole && m_pixels.width > 0)
         return end;
     SqxPixels pixels = film->Finish(m_stages.size());
     if (end == SqxPictureEnd::Whole && m_stages[0]->Has(QxShaderInterface::e_typeImager)) {
-        const SqxPictureEnd imagerEnd = RunImager(pixels, watch);
-        if (imagerEnd != SqxPictureEnd::Whole && m_pixels.width > 0)
-            return imagerEnd;
+        end = RunImager(pixels, isWhole, watch);
+        if (end != SqxPictureEnd::Whole && m_pixels.width > 0)
+            return end;
     }
     m_pixels = std::move(pixels);
     return end;
 }
 
-SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
+SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, bool isWhole, const Watch& watch)
 {
     const auto run = [&](SqxPictureStage& stage, unsigned int number) {
         const unsigned int first = number * k_imagerRows;
         stage.RunImager(pixels, first, std::min(k_imagerRows, pixels.height - first), number);
     };
-    Pieces pieces{(pixels.height + k_imagerRows - 1) / k_imagerRows, run, true};
+    Pieces pieces{(pixels.height + k_imagerRows - 1) / k_imagerRows, run, isWhole};
     return RunPieces(pieces, watch);
 }
 

@@ -65,7 +65,7 @@ private:
 
     [[nodiscard]] std::vector<Pass> Passes(bool coarseFirst) const;
     [[nodiscard]] SqxPictureEnd RenderPass(const Pass& pass, const Watch& watch);
-    [[nodiscard]] SqxPictureEnd RunImager(SqxPixels& pixels, const Watch& watch);
+    [[nodiscard]] SqxPictureEnd RunImager(SqxPixels& pixels, bool isWhole, const Watch& watch);
     [[nodiscard]] SqxPictureEnd RunPieces(Pieces& pieces, const Watch& watch);
     void Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch) const;
 

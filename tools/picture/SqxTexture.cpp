@@ -14,11 +14,10 @@ namespace {
 
 constexpr unsigned int k_channels = 4;
 
-/// A picture as `count` lines of `length` pixels along the dimension to halve. In memory, pixels
-/// are `step` values apart, and lines `stride` values.
+/// A picture as lines of `length` pixels along the dimension to halve. In memory, pixels are `step`
+/// values apart, and lines `stride` values.
 struct Lines {
     unsigned int length;
-    unsigned int count;
     std::size_t step;
     std::size_t stride;
 };
@@ -45,7 +44,7 @@ SqxImage HalfAsWide(const SqxImage& image)
 {
     SqxImage half = {std::max(1U, image.width / 2), image.height, {}};
     half.values.resize(static_cast<std::size_t>(half.width) * half.height * k_channels);
-    const Lines lines = {image.width, image.height, k_channels,
+    const Lines lines = {image.width, k_channels,
                          static_cast<std::size_t>(image.width) * k_channels};
     float* result = half.values.data();
     for (unsigned int row = 0; row < half.height; ++row)
@@ -58,8 +57,8 @@ SqxImage HalfAsHigh(const SqxImage& image)
 {
     SqxImage half = {image.width, std::max(1U, image.height / 2), {}};
     half.values.resize(static_cast<std::size_t>(half.width) * half.height * k_channels);
-    const Lines lines = {image.height, image.width,
-                         static_cast<std::size_t>(image.width) * k_channels, k_channels};
+    const Lines lines = {image.height, static_cast<std::size_t>(image.width) * k_channels,
+                         k_channels};
     float* result = half.values.data();
     for (unsigned int row = 0; row < half.height; ++row)
         for (unsigned int column = 0; column < half.width; ++column, result += k_channels)

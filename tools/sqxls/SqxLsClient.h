@@ -3,7 +3,6 @@
 /// The capabilities of the editor, from its first message.
 struct SqxLsClient {
     bool showsRelatedInformation = false;
-    bool takesSnippets = false;  // supports snippets in completions
     bool watchesFiles = false;
     bool answersConfiguration = false;
     bool showsDocuments = false;

@@ -36,7 +36,6 @@ SqxLsClient ClientOf(const SqxJson& capabilities)
     SqxLsClient client;
     const auto can = [&](std::string_view path) { return SqxLsFlag(capabilities, path); };
     client.showsRelatedInformation = can("textDocument/publishDiagnostics/relatedInformation");
-    client.takesSnippets = can("textDocument/completion/completionItem/snippetSupport");
     client.watchesFiles = can("workspace/didChangeWatchedFiles/dynamicRegistration");
     client.answersConfiguration = can("workspace/configuration");
     client.showsDocuments = can("window/showDocument/support");
@@ -77,10 +76,10 @@ void SqxLsServer::Log(const std::string& text)
 
 void SqxLsServer::Ask(const char* method, SqxJson params)
 {
-    m_send({{"jsonrpc", "2.0"},
-            {"id", ++m_lastId},
-            {"method", method},
-            {"params", std::move(params)}});
+    SqxJson message = {{"jsonrpc", "2.0"}, {"id", ++m_lastId}, {"method", method}};
+    if (!params.is_null())
+        message["params"] = std::move(params);
+    m_send(message);
 }
 
 void SqxLsServer::Receive(const SqxLsInbox::Message& message)
@@ -175,14 +174,24 @@ void SqxLsServer::ChangeConfiguration(const SqxJson& settings)
     m_workspace.SetSettings(SqxLsReadSettings(SectionOf(settings), m_root));
 }
 
+void SqxLsServer::RefreshViews()
+{
+    if (m_workspace.Client().refreshesHints)
+        Ask("workspace/inlayHint/refresh", nullptr);
+    if (m_workspace.Client().refreshesTokens)
+        Ask("workspace/semanticTokens/refresh", nullptr);
+}
+
 void SqxLsServer::Response(const SqxJson& message)
 {
     const SqxJson& result = SqxLsMember(message, "result");
     if (m_configurationId == 0 || message["id"] != m_configurationId)
         return;
     m_configurationId = 0;
-    if (result.is_array() && !result.empty() && result[0].is_object())
+    if (result.is_array() && !result.empty() && result[0].is_object()) {
         ChangeConfiguration(result[0]);
+        RefreshViews();
+    }
 }
 
 void SqxLsServer::Notification(const std::string& method, const SqxJson& params)
@@ -210,11 +219,14 @@ void SqxLsServer::Notification(const std::string& method, const SqxJson& params)
             if (changes.is_array())
                 for (const SqxJson& change : changes)
                     m_workspace.MarkStale(SqxLsPathOf(SqxLsTextMember(change, "uri")));
+            RefreshViews();
         } else if (method == "workspace/didChangeConfiguration") {
-            if (SqxLsMember(params, "settings").is_object())
+            if (SqxLsMember(params, "settings").is_object()) {
                 ChangeConfiguration(params["settings"]);
-            else if (m_workspace.Client().answersConfiguration)
+                RefreshViews();
+            } else if (m_workspace.Client().answersConfiguration) {
                 AskForConfiguration();
+            }
         }
     } catch (const std::exception& error) {
         Log(method + ": " + error.what());

@@ -42,7 +42,11 @@ private:
     void Initialized();
     void ChangeConfiguration(const SqxJson& settings);
     void AskForConfiguration();
+    /// Sends a request to the editor, without parameters if `params` is null.
     void Ask(const char* method, SqxJson params);
+    /// Tells an editor that supports it to request hints and semantic tokens again. Editors do so
+    /// by themselves only for a document that they have changed.
+    void RefreshViews();
     void PublishOf(SqxLsDocument& document);
     void SendError(const SqxJson& id, SqxLsErrorCode code, const std::string& text);
     void Log(const std::string& text);
@@ -52,7 +56,7 @@ private:
     std::optional<int> m_exitStatus;
     SqxLsWorkspace m_workspace;
     SqxLsPublisher m_publisher;
-    std::string m_root;  // folder that relative paths of settings refer to
-    int m_lastId = 0;    // of our own requests
+    std::string m_root;         // folder that relative paths of settings refer to
+    int m_lastId = 0;           // of our own requests
     int m_configurationId = 0;  // of our open request for the settings; 0 if there is none
 };

@@ -45,6 +45,14 @@ QxRGBColor ReadColor(const std::string& text, const std::string& what)
     return {numbers[0], numbers[1], numbers[2]};
 }
 
+float ReadOneNumber(const std::string& text, const std::string& what)
+{
+    const std::vector<float> numbers = SqxReadNumbers(text, what);
+    if (numbers.size() != 1)
+        throw SqxPictureError("The " + what + " must be one number, but is '" + text + "'");
+    return numbers[0];
+}
+
 QxVector3 ReadVector(const std::string& text, const std::string& what)
 {
     const std::vector<float> numbers = SqxReadNumbers(text, what);
@@ -85,7 +93,7 @@ SqxPictureLight ReadLight(const std::string& text)
         if (name == "color")
             light.color = ReadColor(value, what);
         else if (name == "intensity")
-            light.intensity = ReadColor(value, what).r;
+            light.intensity = ReadOneNumber(value, what);
         else if (name == "from" && light.kind != SqxPictureLight::Kind::Ambient)
             light.from = ReadVector(value, what);
         else if (name == "to" && light.kind == SqxPictureLight::Kind::Distant)

@@ -7,6 +7,7 @@
 #include "machine/translate/QxShadeopLibraries.h"
 
 #include <filesystem>
+#include <system_error>
 
 #include "QxHostError.h"
 #include "sqx/SqxShadeopTable.h"
@@ -18,7 +19,8 @@ std::string PathIn(const std::vector<std::string>& folders, const std::string& l
     for (const std::string& folder : folders) {
         std::string path = folder;
         path.append("/").append(library);
-        if (std::filesystem::is_regular_file(path))
+        std::error_code error;  // a folder that cannot be read has no library
+        if (std::filesystem::is_regular_file(path, error))
             return std::filesystem::absolute(path).string();
     }
     throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
