@@ -49,8 +49,11 @@ inline constexpr int k_sqxHighestNumber = [] {
 
 /// The card and form that a number belongs to.
 struct SqxNumbered {
-    const SqxCard* card = nullptr;  // null for a number that is not assigned
+    const SqxCard* card = nullptr;
     std::size_t form = 0;
+    // Tested instead of `card`: GCC 12 cannot compare the address of a card with null while it
+    // compiles for the undefined-behaviour sanitizer.
+    bool isAssigned = false;
 };
 
 inline constexpr auto k_sqxNumbered = [] {
@@ -58,10 +61,10 @@ inline constexpr auto k_sqxNumbered = [] {
     for (const SqxCard& card : k_sqxCards)
         for (std::size_t form = 0; form < SqxCard::k_forms; ++form) {
             const auto number = static_cast<std::size_t>(card.numbers[form]);
-            if (numbered[number].card)
+            if (numbered[number].isAssigned)
                 throw SqxCardFault{"two forms have one number"};
             if (number > 0)
-                numbered[number] = {&card, form};
+                numbered[number] = {&card, form, true};
         }
     return numbered;
 }();

@@ -21,11 +21,9 @@ constexpr std::string_view k_titles[] = {
 /// The first card of each primitive, by primitive.
 constexpr auto k_byPrimitive = [] {
     std::array<const SqxCard*, k_sqxPrimitiveCount> cards{};
-    for (const SqxCard& card : k_sqxCards) {
-        const SqxCard*& first = cards[static_cast<std::size_t>(card.primitive)];
-        if (!first)
-            first = &card;
-    }
+    // Goes backwards, so that the first card of a primitive is stored last.
+    for (std::size_t i = std::size(k_sqxCards); i-- > 0;)
+        cards[static_cast<std::size_t>(k_sqxCards[i].primitive)] = &k_sqxCards[i];
     return cards;
 }();
 
@@ -80,15 +78,15 @@ constexpr std::size_t FirstSlotOf(std::string_view name)
 /// The number in each slot; 0 for an empty one.
 constexpr auto k_bySlot = [] {
     std::array<short, k_slots> slots{};
-    for (short number = 1; number <= k_sqxHighestNumber; ++number) {
-        const SqxNumbered& numbered = k_sqxNumbered[static_cast<std::size_t>(number)];
-        if (!numbered.card)
-            continue;
-        std::size_t slot = FirstSlotOf(SqxFormNamesOf(numbered.card->primitive)[numbered.form]);
-        while (slots[slot] != 0)
-            slot = (slot + 1) % k_slots;
-        slots[slot] = number;
-    }
+    for (const SqxCard& card : k_sqxCards)
+        for (std::size_t form = 0; form < SqxCard::k_forms; ++form) {
+            if (card.numbers[form] == 0)
+                continue;
+            std::size_t slot = FirstSlotOf(SqxFormNamesOf(card.primitive)[form]);
+            while (slots[slot] != 0)
+                slot = (slot + 1) % k_slots;
+            slots[slot] = card.numbers[form];
+        }
     return slots;
 }();
 static_assert(k_slots > 2 * k_sqxHighestNumber, "most names are to be found at their first slot");

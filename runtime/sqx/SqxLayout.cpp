@@ -155,7 +155,7 @@ constexpr void AddCondition(Form& form)
 constexpr Form MakeForm(const SqxNumbered& numbered)
 {
     Form form;
-    if (!numbered.card || numbered.card->isUnused)
+    if (!numbered.isAssigned || numbered.card->isUnused)
         return form;
     const SqxCard& card = *numbered.card;
     form.layout.name = SqxFormNamesOf(card.primitive)[numbered.form];
