@@ -46,7 +46,7 @@ constexpr QxKernelRow k_all[] = {
 
 constexpr bool HasKernel(const QxKernelRow& row)
 {
-    return row.all != nullptr;
+    return row.operandCount > 0;
 }
 
 constexpr auto k_rows = [] {
