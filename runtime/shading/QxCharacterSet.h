@@ -26,6 +26,7 @@ struct QxCharacterSet {
 namespace qxpattern {
 
 // The classes of ASCII, whatever the locale of the host is.
+// clang-format off
 inline bool IsDigit(int c) { return c >= '0' && c <= '9'; }
 inline bool IsLower(int c) { return c >= 'a' && c <= 'z'; }
 inline bool IsUpper(int c) { return c >= 'A' && c <= 'Z'; }
@@ -39,6 +40,7 @@ inline bool IsGraph(int c) { return c > ' ' && c < 127; }
 inline bool IsPrint(int c) { return c >= ' ' && c < 127; }
 inline bool IsPunct(int c) { return IsGraph(c) && !IsAlnum(c); }
 inline bool IsXdigit(int c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+// clang-format on
 
 struct Class {
     char name[8];
@@ -54,8 +56,7 @@ inline const Class* FindClass(const char* name, std::size_t length)
         {"punct", IsPunct}, {"space", IsSpace}, {"upper", IsUpper}, {"xdigit", IsXdigit},
     };
     for (const Class& candidate : classes)
-        if (std::strlen(candidate.name) == length &&
-            std::memcmp(candidate.name, name, length) == 0)
+        if (std::strlen(candidate.name) == length && std::memcmp(candidate.name, name, length) == 0)
             return &candidate;
     return nullptr;
 }

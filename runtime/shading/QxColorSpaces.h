@@ -26,7 +26,8 @@ inline QxRGBColor Same(const QxRGBColor& c)
 inline QxRGBColor OfHue(float hue)
 {
     const float h = (hue - qxmath::Floor(hue)) * 6;
-    return {QxClamp(qxmath::Abs(h - 3) - 1, 0.0f, 1.0f), QxClamp(2 - qxmath::Abs(h - 2), 0.0f, 1.0f),
+    return {QxClamp(qxmath::Abs(h - 3) - 1, 0.0f, 1.0f),
+            QxClamp(2 - qxmath::Abs(h - 2), 0.0f, 1.0f),
             QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 

@@ -253,8 +253,8 @@ inline void QxDerivativeBy(Value* result, const Value* numerator, const float* d
     QxDifferences(byU.Data(), denominator, grid, QxGridAxis::U, where);
     QxDifferences(byV.Data(), denominator, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
-        result[i] = (alongU[i] * byU[i] + alongV[i] * byV[i]) *
-                    QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
+        result[i] =
+            (alongU[i] * byU[i] + alongV[i] * byV[i]) * QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
 /// Computes the normals of the surface through the points, at the active points. They do not have
@@ -263,11 +263,11 @@ template <class Result, class Where = QxAllPoints>
 inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
 {
-    QxOfDifferences(result, points, grid, where,
-                    [overU = QxOver(du), overV = QxOver(dv)](const QxVector3& u, const QxVector3& v,
-                                                             float) {
-                        return QxCross(u * overU, v * overV);
-                    });
+    QxOfDifferences(
+        result, points, grid, where,
+        [overU = QxOver(du), overV = QxOver(dv)](const QxVector3& u, const QxVector3& v, float) {
+            return QxCross(u * overU, v * overV);
+        });
 }
 
 /// Computes the area that each active point represents: one cell of the grid, or half a cell at an

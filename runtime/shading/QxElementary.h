@@ -200,10 +200,9 @@ struct Angle {
     [[nodiscard]] double Cosine() const
     {
         const double z = rest * rest;
-        return 1 +
-               z * (-0x1.fffffffab504fp-2 +
-                    z * (0x1.55554cbe26bd1p-5 +
-                         z * (-0x1.6c0e0a0e43b22p-10 + z * 0x1.9a6f9768aa0adp-16)));
+        return 1 + z * (-0x1.fffffffab504fp-2 +
+                        z * (0x1.55554cbe26bd1p-5 +
+                             z * (-0x1.6c0e0a0e43b22p-10 + z * 0x1.9a6f9768aa0adp-16)));
     }
 
     /// Returns the sine of the angle plus `more` quarters of a turn.
@@ -250,13 +249,12 @@ struct ArcSine {
         isFolded = magnitude > 0.5;
         const double z = isFolded ? half : magnitude * magnitude;
         const double s = isFolded ? __builtin_sqrt(half) : magnitude;
-        ofS = s *
-              (1 +
-               z * (0x1.555554d58f2f5p-3 +
-                    z * (0x1.3334481d0c14fp-4 +
-                         z * (0x1.6d55e6da6964bp-5 +
-                              z * (0x1.fe10bae722d9bp-6 +
-                                   z * (0x1.169f76735a9e6p-6 + z * 0x1.15e1a4450c1bbp-5))))));
+        ofS =
+            s * (1 + z * (0x1.555554d58f2f5p-3 +
+                          z * (0x1.3334481d0c14fp-4 +
+                               z * (0x1.6d55e6da6964bp-5 +
+                                    z * (0x1.fe10bae722d9bp-6 +
+                                         z * (0x1.169f76735a9e6p-6 + z * 0x1.15e1a4450c1bbp-5))))));
     }
     bool isFolded;
     double ofS;

@@ -8,6 +8,7 @@
 
 namespace qxmath {
 
+// clang-format off
 inline float Abs(float x) { return __builtin_fabsf(x); }
 inline float Ceil(float x) { return __builtin_ceilf(x); }
 inline float Erfc(float x) { return __builtin_erfcf(x); }
@@ -20,5 +21,6 @@ inline double Abs(double x) { return __builtin_fabs(x); }
 inline double Cos(double x) { return __builtin_cos(x); }
 inline double Sqrt(double x) { return __builtin_sqrt(x); }
 inline double Trunc(double x) { return __builtin_trunc(x); }
+// clang-format on
 
 }  // namespace qxmath

@@ -142,8 +142,7 @@ struct Dimensions {
         const float rest = x[i] - static_cast<float>(cell);
         offset[i] = rest >= 0 && rest < 1 ? rest : 0;
         Twice<0, 1 << i, n>::Grow(corners, periods ? Wrap(cell, periods[i]) : cell,
-                                  periods ? Wrap(cell + 1, periods[i]) : cell + 1,
-                                  Fade(offset[i]));
+                                  periods ? Wrap(cell + 1, periods[i]) : cell + 1, Fade(offset[i]));
         Dimensions<i + 1, n>::Add(corners, offset, x, periods);
     }
 };

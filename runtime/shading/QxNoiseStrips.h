@@ -152,7 +152,8 @@ template <class Kind, unsigned int components, class Where, class Result, class.
 inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& result,
                             const Arguments&... arguments)
 {
-    constexpr unsigned int count = QxStripArguments::Sum(sizeof(QxAt(arguments, 0u))...) / sizeof(float);
+    constexpr unsigned int count =
+        QxStripArguments::Sum(sizeof(QxAt(arguments, 0u))...) / sizeof(float);
     constexpr int n = static_cast<int>(Kind::isPeriodic ? count / 2 : count);
     const auto& computed = QxPicked<Kind::isCheap>::Computed(where);
     const auto& stored = QxPicked<Kind::isCheap>::Stored(where);
@@ -160,7 +161,8 @@ inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& re
         const unsigned int length = points - first < k_qxStrip ? points - first : k_qxStrip;
         if (!QxIsAnyOf(first, length, where))
             continue;
-        const QxStripPoints<typename QxPicked<Kind::isCheap>::template Of<Where>> strip(first, length, computed);
+        const QxStripPoints<typename QxPicked<Kind::isCheap>::template Of<Where>> strip(
+            first, length, computed);
         QxNumbers numbers[count];
         for (unsigned int j = 0; j < strip.Count(); ++j)
             QxStripArguments::Put(numbers, j, QxAt(arguments, strip[j])...);

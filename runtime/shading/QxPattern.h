@@ -187,10 +187,7 @@ public:
     }
     /// The work of all matches so far: the number of visited states, plus, for each expression that
     /// was compiled, its length and the number of its states.
-    std::size_t Work() const
-    {
-        return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0;
-    }
+    std::size_t Work() const { return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0; }
 
 private:
     struct Kept {

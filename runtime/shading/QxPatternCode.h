@@ -20,13 +20,13 @@
 /// A state. `value` is the character, the number of the set, or the distance to another state.
 struct QxPatternState {
     enum Kind : int {
-        Skip,         // to the next state
-        Jump,         // to the state at distance `value`
-        Split,        // to the next state and to the one at distance `value`
+        Skip,   // to the next state
+        Jump,   // to the state at distance `value`
+        Split,  // to the next state and to the one at distance `value`
         Character,
         Any,
         Set,
-        Begin,        // start of the text; from here on: conditions between two characters
+        Begin,  // start of the text; from here on: conditions between two characters
         End,
         WordEdge,
         NoWordEdge,

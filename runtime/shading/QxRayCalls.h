@@ -173,8 +173,7 @@ struct QxOcclusionCall : QxRayCall {
                             float angle, float bias, float maxDistance, float variance,
                             const Axis& axis, Open&&)
     {
-        return {position,    normal,   samples, angle,          bias,
-                maxDistance, variance, "",      QxToPoint(axis)};
+        return {position, normal, samples, angle, bias, maxDistance, variance, "", QxToPoint(axis)};
     }
     template <class Axis, class Open>
     float operator()(const QxVector3& position, const QxVector3& normal, float samples, float angle,

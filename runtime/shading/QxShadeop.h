@@ -28,7 +28,8 @@
  *
  * The result never shares its address with an argument. A method may write to an array of numbers,
  * and the shader then sees the new values; it must not change any other argument. A string result
- * remains the property of the method and must be valid until the next call; the shader copies it. */
+ * remains the property of the method and must be valid until the next call; the shader copies it.
+ */
 
 /* This header must also be valid C. NOLINTNEXTLINE(modernize-use-using) */
 typedef struct QxShadeop {

@@ -11,15 +11,15 @@
 /// A texture look-up: the four corners of the patch that a shading point covers, and the options of
 /// the call. Numbers come from the shader unchecked: they may have any value, including NaN.
 struct QxTextureQuery {
-    const char* name;    // as in the source; texts are valid during the call
-    float channel;       // the first channel to return, from 0
-    float s[4];          // corners in order around the patch; 0 to 1 spans the texture
+    const char* name;  // as in the source; texts are valid during the call
+    float channel;     // the first channel to return, from 0
+    float s[4];        // corners in order around the patch; 0 to 1 spans the texture
     float t[4];
-    float fidelity;      // of the result; 1 by default
-    float samples;       // 1 by default
-    float sBlur;         // width of the blur, as a fraction of the texture
+    float fidelity;  // of the result; 1 by default
+    float samples;   // 1 by default
+    float sBlur;     // width of the blur, as a fraction of the texture
     float tBlur;
-    float sWidth;        // factor for the size of the patch; 1 by default
+    float sWidth;  // factor for the size of the patch; 1 by default
     float tWidth;
     const char* filter;  // "gaussian" by default
     float fill;          // value of channels that the texture lacks
@@ -30,7 +30,7 @@ struct QxTextureQuery {
 struct QxPointsQuery {
     const char* name;
     float channel;
-    QxVector3 points[4];   // directions need no unit length
+    QxVector3 points[4];  // directions need no unit length
     float fidelity;
     float samples;
     float sBlur;
@@ -124,7 +124,7 @@ enum class QxMessage {
 /// during the call.
 template <class Query>
 struct QxGridQueries {
-    const void* file;            // result of `FindFile` if the name is uniform; null: use the names
+    const void* file;  // result of `FindFile` if the name is uniform; null: use the names
     const Query* queries;
     const unsigned int* points;  // number of each point in the grid
     unsigned int count;
@@ -238,8 +238,7 @@ public:
         for (unsigned int i = 0; i < asked.count; ++i)
             results[i] = Texture(asked.queries[i]);
     }
-    virtual void EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked,
-                                     QxRGBColor* results)
+    virtual void EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* results)
     {
         for (unsigned int i = 0; i < asked.count; ++i)
             results[i] = Environment(asked.queries[i]);

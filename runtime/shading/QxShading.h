@@ -69,7 +69,7 @@ protected:
 /// A parameter as the shader declares it, such as `varying color[4]`.
 struct QxShaderToken {
     QxToken* token = nullptr;
-    const char* name = "";         // both texts exist as long as the shader's code
+    const char* name = "";  // both texts exist as long as the shader's code
     const char* declaration = "";
 
     void Init(QxToken* itsToken, const char* itsName, const char* itsDeclaration)

@@ -59,7 +59,9 @@ static const char* const theTypes = nullptr;
 static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
 // Each function with indices starts with a declaration that ends in this call.
-#define ShaderSupport() ShaderSupport(); QxKnownArrays qxArrays
+#define ShaderSupport()                                                                            \
+    ShaderSupport();                                                                               \
+    QxKnownArrays qxArrays
 // Initializers allocate their locals by calloc. The size of these blocks must be known, too.
 #define calloc(count, size) QxCalloc(count, size)
 #define free(block) (qxArrays.Forget(), QxFree(block))

@@ -117,7 +117,7 @@ private:
     // For the body and each loop around the current code, outermost first: the combined detail of
     // the jumps that have left it; null if there are none.
     std::vector<SlcDetailNode*> m_left;
-    SlcDetailNode* m_result = nullptr;   // of a guarded `return`
+    SlcDetailNode* m_result = nullptr;                   // of a guarded `return`
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;
     SlcInlineJournal* m_journal;  // that of the outermost evaluation

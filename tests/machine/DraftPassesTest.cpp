@@ -176,7 +176,8 @@ TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
         {"{ c = ASSIGN_COLOR_COLOR c1; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c; "
          "}",
          ""},
-        {"{ c1 = ASSIGN_COLOR_COLOR c; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c1; "
+        {"{ c1 = ASSIGN_COLOR_COLOR c; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR "
+         "c1; "
          "}",
          ""},
     };
