@@ -33,6 +33,12 @@ void ExpectRewritten(const PassCase (&cases)[N], const Pass& pass)
     }
 }
 
+void Join(DraftText& text)
+{
+    QxJoinRuns(text.Block(), text.Variables());
+    text.Block().MarkWrittenFlags(text.Variables().Count());
+}
+
 void Fuse(DraftText& text)
 {
     QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
@@ -140,7 +146,7 @@ TEST(QxJoinRuns, JoinsPointwiseInstructionsIntoOneRun)
          "}",
          ""},
     };
-    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+    ExpectRewritten(cases, Join);
 }
 
 TEST(QxJoinRuns, HoistsIndependentUniformInstructions)
@@ -159,7 +165,7 @@ TEST(QxJoinRuns, HoistsIndependentUniformInstructions)
          "ASSIGN_TO_ZERO_FLOAT; }",
          ""},
     };
-    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+    ExpectRewritten(cases, Join);
 }
 
 TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
@@ -181,7 +187,7 @@ TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
          "}",
          ""},
     };
-    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+    ExpectRewritten(cases, Join);
 }
 
 TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirExitDependsOnOtherPoints)
@@ -210,7 +216,7 @@ TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirExitDependsOnOtherPoints)
         {"lights B; A: { x = ADD_FLOAT_FLOAT S 1; } { z = ADD_FLOAT_FLOAT x 1; } again A; B:",
          "lights B; A: { x = ADD_FLOAT_FLOAT S 1; z = ADD_FLOAT_FLOAT x 1; } again A; B:"},
     };
-    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+    ExpectRewritten(cases, Join);
 }
 
 TEST(QxFuse, FusesTwoInstructionsIntoOne)

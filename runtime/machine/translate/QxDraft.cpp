@@ -20,3 +20,22 @@ std::vector<std::uint32_t> QxDraftBlock::Keep(const std::vector<char>& kept)
         draft.code.target = newIndexes[draft.code.target];
     return newIndexes;
 }
+
+void QxDraftBlock::MarkWrittenFlags(std::size_t variables)
+{
+    std::vector<std::size_t> lastWrites(variables, 0);  // by variable: index of a draft
+    std::vector<std::size_t> open;                      // conditions
+    for (std::size_t i = 0; i < drafts.size(); ++i) {
+        const QxDraft& draft = drafts[i];
+        for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
+            if (SqxIsWritten(letters[k]))
+                lastWrites[operands[k].variable] = i;
+        if (QxIsCondition(draft.code.step)) {
+            open.push_back(i);
+        } else if (draft.code.step == QxCodeStep::EndIf) {
+            QxCode& begin = drafts[open.back()].code;
+            begin.copyFlag = lastWrites[begin.flag.variable] > open.back();
+            open.pop_back();
+        }
+    }
+}

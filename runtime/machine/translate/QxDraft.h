@@ -29,4 +29,7 @@ struct QxDraftBlock {
     /// dropped draft leads to the next one that is kept. Returns the new index for each old one,
     /// and for the end. O(n).
     std::vector<std::uint32_t> Keep(const std::vector<char>& kept);
+    /// Sets `copyFlag` of the conditions whose brackets write their own flag. `variables` is the
+    /// number of variables. O(n): a file may nest brackets deeply.
+    void MarkWrittenFlags(std::size_t variables);
 };

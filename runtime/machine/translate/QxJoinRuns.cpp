@@ -30,8 +30,7 @@ namespace {
 class Joiner {
 public:
     Joiner(QxDraftBlock& block, std::vector<QxStretch> stretches)
-        : m_block(block),
-          m_drafts(block.drafts),
+        : m_drafts(block.drafts),
           m_stretches(std::move(stretches))
     {
     }
@@ -42,7 +41,6 @@ private:
     void EmitWithin(std::size_t index);
     QxDraft& AddStep(QxCodeStep step);
 
-    QxDraftBlock& m_block;
     std::vector<QxDraft>& m_drafts;
     const std::vector<QxStretch> m_stretches;
     std::vector<QxDraft> m_result;
@@ -112,10 +110,6 @@ void Joiner::EmitWithin(std::size_t index)
     QxCode& condition = AddStep(QxCodeStep::IfTrue).code;
     condition.flag = draft.code.flag;
     condition.target = static_cast<std::uint32_t>(index + 1);
-    for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-        if (SqxIsWritten(m_block.letters[k]) &&
-            m_block.operands[k].variable == condition.flag.variable)
-            condition.copyFlag = true;
     m_result.push_back(draft);
     m_result.back().code.step = QxCodeStep::Kernel;
     AddStep(QxCodeStep::EndIf);

@@ -103,10 +103,10 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     for (QxDraft& draft : m_block.drafts)
         if (draft.jumps)
             draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
-    MarkWrittenFlags();
 
     QxDropKnownJumps(m_block, m_variables);
     QxJoinRuns(m_block, m_variables);
+    m_block.MarkWrittenFlags(m_variables.Count());
     QxMergeConditions(m_block);
     QxLiveness liveness(m_block, m_target.variables, result);
     if (liveness.Compute()) {
@@ -271,27 +271,6 @@ void QxTranslator::EndCondition()
     if (m_writer.IsWithin())
         m_writer.Add(QxCodeStep::EndIf);
     m_block.drafts[begin].code.target = static_cast<std::uint32_t>(m_block.drafts.size());
-}
-
-/// Marks the conditions whose brackets write their own flag. One walk, since a file may nest them
-/// deeply.
-void QxTranslator::MarkWrittenFlags()
-{
-    std::vector<std::size_t> lastWrites(m_variables.Count(), 0);  // by variable: index of a draft
-    std::vector<std::size_t> open;                                // conditions
-    for (std::size_t i = 0; i < m_block.drafts.size(); ++i) {
-        const QxDraft& draft = m_block.drafts[i];
-        for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-            if (SqxIsWritten(m_block.letters[k]))
-                lastWrites[m_block.operands[k].variable] = i;
-        if (QxIsCondition(draft.code.step)) {
-            open.push_back(i);
-        } else if (draft.code.step == QxCodeStep::EndIf) {
-            QxCode& begin = m_block.drafts[open.back()].code;
-            begin.copyFlag = lastWrites[begin.flag.variable] > open.back();
-            open.pop_back();
-        }
-    }
 }
 
 /// Replaces conditional brackets that only set flags to constants, as is common in loops, by

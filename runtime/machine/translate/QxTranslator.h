@@ -26,7 +26,6 @@ private:
     /// `result` is the variable that is read after the block; main has none.
     void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
                    QxProgramBlock& target);
-    void MarkWrittenFlags();
     void Finish(QxProgramBlock& target);
     [[nodiscard]] std::vector<std::int32_t> LoopsOverLights() const;
     void DropUnusedVariables();
