@@ -61,17 +61,19 @@ struct Places {
 };
 
 /// Converts to RGB and from there to the other space, as `QxColorTransform` does for each point.
-template <Places places, class AtPoint, class... Types>
+template <Places places, class OneColor, class... Types>
 void ConvertAll(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
-    const auto uniformText = [&](std::size_t place) { return code.operands[place].step == 0; };
+    const auto isVaryingName = [&](std::size_t place) {
+        return place != 0 && code.operands[place].step != 0;
+    };
     const auto result = Operand<Color>(state, code, 0);
     const auto source = Operand<Color>(state, code, places.color);
     const bool masked = points.mask != nullptr;
-    if (result.step == 0 || source.step == 0 || (places.from != 0 && !uniformText(places.from)) ||
-        (places.to != 0 && !uniformText(places.to)))
-        return (masked ? Any<AtPoint, Where::Masked, Color&, Types...>
-                       : Any<AtPoint, Where::All, Color&, Types...>)(state, code, points);
+    if (result.step == 0 || source.step == 0 || isVaryingName(places.from) ||
+        isVaryingName(places.to))
+        return (masked ? Any<OneColor, Where::Masked, Color&, Types...>
+                       : Any<OneColor, Where::All, Color&, Types...>)(state, code, points);
     const Color* sources = source.values;
     if (places.from != 0) {
         LoopsOf(*Operand<Text>(state, code, places.from).values)
@@ -83,11 +85,11 @@ void ConvertAll(QxMachineState& state, const QxCode& code, const QxPoints& point
             .fromRgb[masked](result.values, sources, points);
 }
 
-template <Places places, class... Types, class AtPoint>
-constexpr QxKernelRow SpaceRow(SqxPrimitive primitive, AtPoint atPoint)
+template <Places places, class... Types, class OneColor>
+constexpr QxKernelRow SpaceRow(SqxPrimitive primitive, OneColor convert)
 {
-    QxKernelRow row = Each<Color&, Types...>(primitive, atPoint);
-    row.all = row.masked = ConvertAll<places, AtPoint, Types...>;
+    QxKernelRow row = Each<Color&, Types...>(primitive, convert);
+    row.all = row.masked = ConvertAll<places, OneColor, Types...>;
     return row;
 }
 

@@ -6,7 +6,7 @@
 // Two cells that share an edge test samples against it with its corners in the same order. They
 // therefore agree on which side of the edge a sample is, and no sample between cells is missed.
 //
-// Points behind the camera or too close to it, and points so far away that products of their
+// Points whose depth is negative or too small, and points so far away that products of their
 // coordinates might overflow, get NaN for x. No comparison with NaN is true, so triangles with such
 // a corner are not drawn, without a separate test.
 //

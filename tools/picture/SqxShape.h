@@ -55,7 +55,7 @@ public:
     struct Projected {
         float x;
         float y;
-        float z;  // depth; positive in front of the camera
+        float z;  // depth; negative if the camera faces away from the position
     };
     [[nodiscard]] static Projected Project(const QxVector3& place);
     /// Returns the projection as a matrix. In its target space, the middle of the picture is at the

@@ -44,7 +44,7 @@ private:
     void AskForConfiguration();
     /// Sends a request to the editor, without parameters if `params` is null.
     void Ask(const char* method, SqxJson params);
-    /// Tells an editor that supports it to request hints and semantic tokens again. Editors do so
+    /// Asks an editor that supports it to request hints and semantic tokens again. Editors do so
     /// by themselves only for a document that they have changed.
     void RefreshViews();
     void PublishOf(SqxLsDocument& document);

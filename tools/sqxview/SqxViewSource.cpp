@@ -2,7 +2,7 @@
 // watched from then on. A change during the compile is noticed, too: a file that was already
 // watched is compared with its state before the compile, and a file that is new to the watch counts
 // as changed if its time is not before the start of the compile. The start is the time of the
-// compile's folder, since the times of files lag behind the clock.
+// compile's folder, since the system sets the times of files a little earlier than the clock.
 //
 // All compiles use one temporary folder. If a source has errors, its folder is watched. This may be
 // the system's folder for temporary files, and a new temporary folder for each compile would change
