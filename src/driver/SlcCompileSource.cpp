@@ -98,6 +98,7 @@ void Reject(const SlcCommandLine& line, const QxCompileResult& result)
         return false;
     QxCompileOptions options = line.m_compile;
     options.isPreprocessed = true;
+    options.keepsMemory = true;
     QxCompileResult result = QxCompileText(line.m_inputFile, std::move(*text), options);
     files.m_shaderName = result.shaderName;
     if (result.succeeded)
