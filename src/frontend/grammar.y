@@ -1,6 +1,5 @@
-/* The grammar of the shading language. Expressions and conditions are two separate hierarchies of
-   operators, from tightest to loosest, since a condition is not a value. Common syntax errors have
-   their own productions, each with a message. */
+/* The grammar of the shading language. Expressions and conditions are separate symbols, since a
+   condition is not a value. Common syntax errors have their own productions, each with a message. */
 
 %code requires {
 #include "frontend/SlcTokenValue.h"
@@ -83,10 +82,8 @@ static void AdviseOnMissing();
     function_formals_opt function_formals function_formal function_formal_defs function_formal_def
     variable_definition variable_defs variable_def array_values_opt array_values
     statements_opt statements statement call_or_local_function semicolon_formals
-    loop_statement loop_modifier expression primary postfix unary dot_expr mul_expr cross_expr
-    add_expr conditional assignment lvalue number procedure_call arguments texture_expr
-    texture_kind texture_name texture_args_opt texture_args condition parenthesized_condition
-    not_relation relational equality logical_and logical_or
+    loop_statement loop_modifier expression operand assignment lvalue procedure_call arguments
+    texture_expr texture_kind texture_name texture_args_opt texture_args condition relational
 
 %token LIGHT SURFACE VOLUME DISPLACEMENT IMAGER VARYING UNIFORM EXTERN OUTPUT
 %token VOID FLOAT STRING NORMAL VECTOR POINT COLOR MATRIX
@@ -94,6 +91,15 @@ static void AdviseOnMissing();
 %token TEXTURE ENVIRONMENT SHADOW
 %token LE GE EQ NE OR AND ADD_ASSIGN SUB_ASSIGN MUL_ASSIGN DIV_ASSIGN
 %token FLOAT_CONST INT_CONST STRING_CONST IDENTIFIER
+
+/* From loosest to tightest. A symbol per level would cost a reduction per level for each operand. */
+%left OR
+%left AND
+%left '+' '-'
+%left '^'
+%left '*' '/'
+%left '.'
+%precedence SIGN
 
 %start shader_file
 
@@ -474,13 +480,22 @@ loop_modifier
 
 expression
     : assignment
-    | conditional
+    | operand
+    | condition '?' expression ':' expression
+        { Put($$, @$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
+                                                        Take<SlcExprNode>($3),
+                                                        Take<SlcExprNode>($5))); }
     ;
 
-primary
-    : number
-    | identifier
+operand
+    : identifier
         { Put($$, @$, std::make_unique<SlcIdentExprNode>($1.Position(), As<SlcIdentNode>($1))); }
+    | integer
+        { Put($$, @$, std::make_unique<SlcConstExprNode>(
+                      $1.Position(),
+                      SlcLexicalNode::CreateFloat(As<SlcIntConstNode>($1)->GetValue()))); }
+    | FLOAT_CONST
+        { Put($$, @$, std::make_unique<SlcConstExprNode>($1.Position(), As<SlcFloatConstNode>($1))); }
     | string_literal
         { Put($$, @$, std::make_unique<SlcConstExprNode>($1.Position(),
                                                      As<SlcStringLiteralNode>($1))); }
@@ -501,69 +516,38 @@ primary
                   Take<SlcExprNode>($20), Take<SlcExprNode>($22), Take<SlcExprNode>($24),
                   Take<SlcExprNode>($26), Take<SlcExprNode>($28), Take<SlcExprNode>($30),
                   Take<SlcExprNode>($32)})); }
-    ;
-
-postfix
-    : identifier '[' expression ']'
+    | identifier '[' expression ']'
         { Put($$, @$, std::make_unique<SlcArrayRefExprNode>($1.Position(), As<SlcIdentNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | procedure_call
-    | primary
     | texture_expr
-    ;
-
-unary
-    : '-' unary
+    | '-' operand %prec SIGN
         { Put($$, @$, std::make_unique<SlcUMinusExprNode>($1.Position(), Take<SlcExprNode>($2))); }
-    | base_type space_opt unary     { Put($$, @$, Cast($1, $2, $3)); }
-    | postfix
+    | base_type space_opt operand %prec SIGN
+        { Put($$, @$, Cast($1, $2, $3)); }
+    | operand '.' operand
+        { Put($$, @$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
+                                                           Take<SlcExprNode>($3))); }
+    | operand '*' operand
+        { Put($$, @$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
+                                                        Take<SlcExprNode>($3))); }
+    | operand '/' operand
+        { Put($$, @$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
+                                                       Take<SlcExprNode>($3))); }
+    | operand '^' operand
+        { Put($$, @$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
+                                                             Take<SlcExprNode>($3))); }
+    | operand '+' operand
+        { Put($$, @$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
+                                                       Take<SlcExprNode>($3))); }
+    | operand '-' operand
+        { Put($$, @$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
+                                                       Take<SlcExprNode>($3))); }
     ;
 
 space_opt
     : %empty                        { PutHere($$, @$, std::unique_ptr<SlcSyntaxNode>()); }
     | string_literal
-    ;
-
-dot_expr
-    : dot_expr '.' unary
-        { Put($$, @$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
-                                                           Take<SlcExprNode>($3))); }
-    | unary
-    ;
-
-mul_expr
-    : mul_expr '*' dot_expr
-        { Put($$, @$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
-                                                        Take<SlcExprNode>($3))); }
-    | mul_expr '/' dot_expr
-        { Put($$, @$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
-                                                       Take<SlcExprNode>($3))); }
-    | dot_expr
-    ;
-
-cross_expr
-    : cross_expr '^' mul_expr
-        { Put($$, @$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
-                                                             Take<SlcExprNode>($3))); }
-    | mul_expr
-    ;
-
-add_expr
-    : add_expr '+' cross_expr
-        { Put($$, @$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
-                                                       Take<SlcExprNode>($3))); }
-    | add_expr '-' cross_expr
-        { Put($$, @$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
-                                                       Take<SlcExprNode>($3))); }
-    | cross_expr
-    ;
-
-conditional
-    : add_expr
-    | logical_or '?' expression ':' expression
-        { Put($$, @$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
-                                                        Take<SlcExprNode>($3),
-                                                        Take<SlcExprNode>($5))); }
     ;
 
 assignment
@@ -590,15 +574,6 @@ lvalue
     | identifier '[' expression ']'
         { Put($$, @$, std::make_unique<SlcArrayRefLValueNode>($1.Position(), As<SlcIdentNode>($1),
                                                           Take<SlcExprNode>($3))); }
-    ;
-
-number
-    : integer
-        { Put($$, @$, std::make_unique<SlcConstExprNode>(
-                      $1.Position(),
-                      SlcLexicalNode::CreateFloat(As<SlcIntConstNode>($1)->GetValue()))); }
-    | FLOAT_CONST
-        { Put($$, @$, std::make_unique<SlcConstExprNode>($1.Position(), As<SlcFloatConstNode>($1))); }
     ;
 
 integer
@@ -689,59 +664,38 @@ texture_args
         { $$ = $1; As<SlcTextureArgsNode>($$)->AddTextureArg(Take<SlcExprNode>($3)); }
     ;
 
-condition
-    : logical_or
-    ;
-
-parenthesized_condition
-    : '(' condition ')'             { $$.node = $2.node; }
-    ;
-
-not_relation
-    : parenthesized_condition
-    | '!' relational
-        { Put($$, @$, std::make_unique<SlcNotRelNode>($1.Position(),
-                                                          Take<SlcRelationNode>($2))); }
-    ;
-
 relational
-    : not_relation
-    | add_expr '<' add_expr
+    : '(' condition ')'             { $$.node = $2.node; }
+    | '!' relational
+        { Put($$, @$, std::make_unique<SlcNotRelNode>($1.Position(), Take<SlcRelationNode>($2))); }
+    | operand '<' operand
         { Put($$, @$, std::make_unique<SlcLessThenNode>(Take<SlcExprNode>($1),
-                                                            Take<SlcExprNode>($3))); }
-    | add_expr '>' add_expr
+                                                        Take<SlcExprNode>($3))); }
+    | operand '>' operand
         { Put($$, @$, std::make_unique<SlcGreaterThenNode>(Take<SlcExprNode>($1),
-                                                               Take<SlcExprNode>($3))); }
-    | add_expr LE add_expr
+                                                           Take<SlcExprNode>($3))); }
+    | operand LE operand
         { Put($$, @$, std::make_unique<SlcLessEqualNode>(Take<SlcExprNode>($1),
-                                                             Take<SlcExprNode>($3))); }
-    | add_expr GE add_expr
+                                                         Take<SlcExprNode>($3))); }
+    | operand GE operand
         { Put($$, @$, std::make_unique<SlcGreaterEqualNode>(Take<SlcExprNode>($1),
-                                                                Take<SlcExprNode>($3))); }
-    ;
-
-equality
-    : relational
-    | add_expr EQ add_expr
-        { Put($$, @$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
                                                             Take<SlcExprNode>($3))); }
-    | add_expr NE add_expr
+    ;
+
+condition
+    : relational
+    | operand EQ operand
+        { Put($$, @$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
+                                                        Take<SlcExprNode>($3))); }
+    | operand NE operand
         { Put($$, @$, std::make_unique<SlcNotEqualRelNode>(Take<SlcExprNode>($1),
-                                                               Take<SlcExprNode>($3))); }
-    ;
-
-logical_and
-    : equality
-    | logical_and AND equality
+                                                           Take<SlcExprNode>($3))); }
+    | condition AND condition
         { Put($$, @$, std::make_unique<SlcLogAndNode>(Take<SlcRelationNode>($1),
-                                                          Take<SlcRelationNode>($3))); }
-    ;
-
-logical_or
-    : logical_and
-    | logical_or OR logical_and
+                                                      Take<SlcRelationNode>($3))); }
+    | condition OR condition
         { Put($$, @$, std::make_unique<SlcLogOrNode>(Take<SlcRelationNode>($1),
-                                                         Take<SlcRelationNode>($3))); }
+                                                     Take<SlcRelationNode>($3))); }
     ;
 
 %%
