@@ -15,8 +15,11 @@ enum class QxCodeStep : std::uint8_t {
     IfTrue,  // inside parallel brackets
     IfFalse,
     EndIf,
+    Where,       // inside parallel brackets, outside conditions: the next instructions, which are
+                 // kernels, run for the points of a flag without a test whether there are any
     Goto,        // also inside parallel brackets, but not inside conditions
-    GotoIfTrue,  // tests a uniform flag
+    GotoIfTrue,  // tests a uniform flag or, inside parallel brackets, whether a varying flag is set
+                 // at any of the current points
     GotoIfFalse,
     BeginLights,  // target: after the loop
     EndLights,    // target: the first instruction of the loop
@@ -57,11 +60,11 @@ struct QxCode {
     std::uint32_t count = 0;              // number of these operands
     std::uint32_t target = 0;             // index of an instruction
     std::int32_t number = 0;  // literal: number of a space, shadeop or source line; message: type
-                              // of the answer; load: 1 if the element will be written; condition:
-                              // the distance to the code after its brackets; BeginParallel: points
-                              // of a strip, 0 for the usual number; goto: loops over lights around
-                              // its target
-    QxOperand flag;           // of a condition, GridIf or conditional goto
+                              // of the answer; load: 1 if the element will be written; condition
+                              // and Where: the distance to the code after their instructions;
+                              // BeginParallel: points of a strip, 0 for the usual number; goto:
+                              // loops over lights around its target
+    QxOperand flag;  // of a condition, GridIf or conditional goto
     QxCodeStep step = QxCodeStep::Kernel;
     bool whole = false;      // GridIf: runs even if no flag is set (light statement, message)
     bool copyFlag = false;   // IfTrue, IfFalse: the brackets write their own flag

@@ -108,6 +108,12 @@ constexpr QxKernelRow k_rows[] = {
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND_NOT, [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR, [](Flag& r, Flag a) { r = Either(r, a); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR_NOT, [](Flag& r, Flag a) { r = Either(r, Not(a)); }),
+
+    // The results of fusing comparisons with operations on flags, see QxFuseFlags.cpp.
+    Cheap<Flag, float, float, Flag>(SqxPrimitive::MACHINE_LESS_AND, [](Flag& r, float a, float b, Flag f) { r = Both(f, Flag(a < b)); }),
+    Cheap<Flag, float, float, Flag>(SqxPrimitive::MACHINE_NOT_LESS_AND, [](Flag& r, float a, float b, Flag f) { r = Both(f, Not(Flag(a < b))); }),
+    Cheap<Flag, float, float, Flag>(SqxPrimitive::MACHINE_LESS_EQUAL_AND, [](Flag& r, float a, float b, Flag f) { r = Both(f, Flag(a <= b)); }),
+    Cheap<Flag, float, float, Flag>(SqxPrimitive::MACHINE_NOT_LESS_EQUAL_AND, [](Flag& r, float a, float b, Flag f) { r = Both(f, Not(Flag(a <= b))); }),
 };
 // clang-format on
 

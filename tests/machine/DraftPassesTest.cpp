@@ -7,6 +7,7 @@
 
 #include "machine/DraftText.h"
 #include "machine/translate/QxFuse.h"
+#include "machine/translate/QxFuseFlags.h"
 #include "machine/translate/QxJoinRuns.h"
 #include "machine/translate/QxKnownJumps.h"
 #include "machine/translate/QxLiveness.h"
@@ -52,6 +53,13 @@ void SimplifyMasks(DraftText& text)
     ASSERT_TRUE(liveness.Compute());
     QxIgnoreMasks(text.Block(), liveness);
     QxDropShortBrackets(text.Block());
+}
+
+void FuseFlags(DraftText& text)
+{
+    QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
+    ASSERT_TRUE(liveness.Compute());
+    QxFuseFlags(text.Writer(), liveness, text.Variables().Count());
 }
 
 void UseStripLocals(DraftText& text)
@@ -316,6 +324,105 @@ TEST(QxSimplifyMasks, DropsShortBracketsThatIgnoreTheirMask)
          "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
     };
     ExpectRewritten(cases, SimplifyMasks);
+}
+
+TEST(QxOmitTests, TurnsCheapBracketsIntoMasks)
+{
+    static const PassCase cases[] = {
+        {"{ if f ( S = ADD_FLOAT_FLOAT S 1; S1 = ADD_FLOAT_FLOAT S 1; ) C = ASSIGN_COLOR_COLOR c; "
+         "}",
+         "{ where f ( S = ADD_FLOAT_FLOAT S 1; S1 = ADD_FLOAT_FLOAT S 1; ) C = ASSIGN_COLOR_COLOR "
+         "c; }"},
+        {"{ if f ( C = ASSIGN_COLOR_COLOR c; ) }", "{ where f ( C = ASSIGN_COLOR_COLOR c; ) }"},
+        // They would cost more than the test, unless the test was made before.
+        {"{ if f ( S = ADD_FLOAT_FLOAT S 1; C = ASSIGN_COLOR_COLOR c; ) }", ""},
+        {"{ if f ( S = CALL_PRIM_SIN S1; ) }", ""},
+        {"{ if not f goto A; if f ( S = ADD_FLOAT_FLOAT S 1; C = ASSIGN_COLOR_COLOR c; ) A: S1 = "
+         "ASSIGN_TO_ZERO_FLOAT; }",
+         "{ if not f goto A; where f ( S = ADD_FLOAT_FLOAT S 1; C = ASSIGN_COLOR_COLOR c; ) A: S1 "
+         "= ASSIGN_TO_ZERO_FLOAT; }"},
+        // The mask is not the flag.
+        {"{ if not f ( S = ADD_FLOAT_FLOAT S 1; ) }", ""},
+        {"{ if copy f ( f = ASSIGN_BOOL_BOOL f1; ) }", ""},
+        {"{ if g ( S = ADD_FLOAT_FLOAT S 1; ) }", ""},
+        {"{ if f ( S1 = CALL_PRIM_SIN S1; if f1 ( S = ADD_FLOAT_FLOAT S 1; ) ) }", ""},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxOmitTests(text.Block()); });
+}
+
+TEST(QxFuseFlags, CombinesComparisonsAndTestsWithFlags)
+{
+    static const PassCase cases[] = {
+        {"{ f = BOOL_LESS_THEN_FLOAT_FLOAT x 1; and &f f1; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f = less_and x 1 f1; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ if f1 ( S = CALL_PRIM_SIN S; all f = BOOL_GREATER_EQUAL_FLOAT_FLOAT x y; ) and &f f1; "
+         "if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ if f1 ( S = CALL_PRIM_SIN S; ) f = less_equal_and y x f1; if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ if f1 ( all f = BOOL_LESS_EQUAL_FLOAT_FLOAT x y; ) and &f f1; if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f = less_equal_and x y f1; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ f = BOOL_GREATER_THEN_FLOAT_FLOAT S 1; and &f f1; and_not &f1 f; if f1 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f1 = not_less_and 1 S f1; if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ f = ASSIGN_BOOL_BOOL f2; and &f f1; and_not &f1 f; if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) "
+         "}",
+         "{ f = ASSIGN_BOOL_BOOL f2; and_not &f1 f; if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ A: S = ADD_FLOAT_FLOAT S 1; g = SET_UNIFORM_BOOL_FLAG f; if g goto A; }",
+         "{ A: S = ADD_FLOAT_FLOAT S 1; if f goto A; }"},
+        // A flag is used later, the flags differ, or the comparison has a mask.
+        {"{ f = BOOL_GREATER_THEN_FLOAT_FLOAT S 1; and &f f1; and_not &f1 f; if f1 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) if f ( S = CALL_PRIM_SIN S; ) }",
+         "{ f = less_and 1 S f1; and_not &f1 f; if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) if f ( S = "
+         "CALL_PRIM_SIN S; ) }"},
+        {"{ f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; and &f f2; and_not &f1 f; if f1 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f = less_and S 1 f2; and_not &f1 f; if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ A: S = ADD_FLOAT_FLOAT S 1; g = SET_UNIFORM_BOOL_FLAG f; if g goto A; } once g1 = "
+         "ASSIGN_BOOL_BOOL g; if g1 goto B; once u = ASSIGN_TO_ZERO_FLOAT; B:",
+         ""},
+        {"{ if f1 ( f = BOOL_LESS_THEN_FLOAT_FLOAT x y; ) and &f f1; if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+    };
+    ExpectRewritten(cases, FuseFlags);
+}
+
+TEST(QxFuseFlags, JoinsFlagsThatAreAlwaysEqual)
+{
+    static const PassCase cases[] = {
+        {"{ f = ASSIGN_BOOL_BOOL g1; A: f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; and &f1 f; f = "
+         "ASSIGN_BOOL_BOOL f1; g = SET_UNIFORM_BOOL_FLAG f; if not g goto B; if f1 ( S = "
+         "ADD_FLOAT_FLOAT S 1; ) and_not &f f2; and_not &f1 f2; if f1 ( S = ADD_FLOAT_FLOAT S 2; ) "
+         "goto A; B: f = ASSIGN_BOOL_BOOL f2; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f = ASSIGN_BOOL_BOOL g1; A: f = less_and S 1 f; if not f goto B; if f ( S = "
+         "ADD_FLOAT_FLOAT S 1; ) and_not &f f2; if f ( S = ADD_FLOAT_FLOAT S 2; ) goto A; B: f = "
+         "ASSIGN_BOOL_BOOL f2; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        // The brackets of the joined flag now write it.
+        {"{ f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = ASSIGN_BOOL_BOOL f1; if f1 ( f = "
+         "BOOL_LESS_THEN_FLOAT_FLOAT S 2; ) if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if copy f ( f = BOOL_LESS_THEN_FLOAT_FLOAT S 2; ) "
+         "if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }"},
+        // Only one of them changes, they change differently, or another flag changes in between,
+        {"{ f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = ASSIGN_BOOL_BOOL f1; and_not &f1 f2; if f1 ( "
+         "S = CALL_PRIM_SIN S; ) if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+        {"{ f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = ASSIGN_BOOL_BOOL f1; and_not &f1 f2; and &f "
+         "f2; if f1 ( S = CALL_PRIM_SIN S; ) if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+        {"{ f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = ASSIGN_BOOL_BOOL f1; and_not &f1 f2; and &f2 "
+         "f3; and_not &f f2; if f1 ( S = CALL_PRIM_SIN S; ) if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+        // or the first is read before it is written, or after the copy has changed.
+        {"{ if f1 ( S = ASSIGN_TO_ZERO_FLOAT; ) f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = "
+         "ASSIGN_BOOL_BOOL f1; if f1 ( S = CALL_PRIM_SIN S; ) if f ( S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+        {"{ f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; f = ASSIGN_BOOL_BOOL f1; if f2 ( f = "
+         "BOOL_LESS_THEN_FLOAT_FLOAT S 2; ) if f1 ( S = CALL_PRIM_SIN S; ) if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+    };
+    ExpectRewritten(cases, FuseFlags);
 }
 
 TEST(QxMergeConditions, MergesBracketsOfTheSameFlag)

@@ -271,6 +271,8 @@ std::string DraftText::PrintDraft(std::size_t index) const
         return Condition(code) + '(';
     case Step::EndIf:
         return ")";
+    case Step::Where:
+        return "where " + NameOf(code.flag.variable) + " (";
     case Step::Goto:
         return "goto " + Label(code.target) + ';';
     case Step::GotoIfTrue:
@@ -299,8 +301,13 @@ std::string DraftText::Print() const
     const std::vector<QxDraft>& drafts = m_block.drafts;
     std::string text;
     std::vector<std::size_t> open;
+    std::uint32_t endOfWhere = 0;
     for (std::uint32_t i = 0; i < drafts.size(); ++i) {
         const Step step = drafts[i].code.step;
+        if (i > 0 && i == endOfWhere)
+            text += ") ";
+        if (step == Step::Where)
+            endOfWhere = drafts[i].code.target;
         if (const std::string label = Label(i); !label.empty())
             text += label + ": ";
         if (step == Step::Stop && i + 1 == drafts.size())

@@ -16,10 +16,11 @@
 /// word says how the instruction runs: `once`; `grid` for the whole grid; `at f` for the points of
 /// a flag; `whole f` if it also reads or affects other points. Between parallel brackets it has no
 /// such word, or `all` if it ignores the mask. The brackets are '{ }', 'each { }' and 'if f ( )',
-/// the last with `not` or `copy` before the flag. `lights E;` begins a loop over lights, and `again
-/// S;` ends it. The stop at the end is not written. A variable that has room for one strip is
-/// printed as '~' and its number; '{~0~1/256' opens a run with two such variables and strips of 256
-/// points.
+/// the last with `not` or `copy` before the flag; a pass may turn the last into 'where f ( )'. In
+/// parallel brackets a jump may test a varying flag. `lights E;` begins a loop over lights, and
+/// `again S;` ends it. The stop at the end is not written. A variable that has room for one strip
+/// is printed as '~' and its number; '{~0~1/256' opens a run with two such variables and strips of
+/// 256 points.
 ///
 /// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// number, c... varying color, C... predefined color, S... predefined number, a number is a

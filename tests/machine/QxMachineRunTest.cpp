@@ -49,19 +49,20 @@ TEST(QxMachineRun, CountsInstructionsThatJumpsRepeat)
                       "IF_TRUE_GOTO ub 0",
                       {0, 0, 0, 0}),
               12U);
-    // In each strip the loop jumps back over six instructions, as often as the points need.
+    // In each strip the loop jumps back over four instructions, as often as the points need: the
+    // end of the brackets is none, and the jump tests the varying flag.
     constexpr const char* loop = "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
                                  "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
                                  "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0";
     EXPECT_EQ(StepsOf(loop, {0, 0, 0, 0}), 0U);
-    EXPECT_EQ(StepsOf(loop, {4, 4, 4, 4}), 24U);
-    EXPECT_EQ(StepsOf(loop, {1, 4, 0, 2}), 24U);
+    EXPECT_EQ(StepsOf(loop, {4, 4, 4, 4}), 16U);
+    EXPECT_EQ(StepsOf(loop, {1, 4, 0, 2}), 16U);
     // For each of the two loops, the strip that repeats most counts.
     const std::string twice = std::string(loop) + " CALL_PRIM_AREA_SIMD vf P " +
                               "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
                               "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
                               "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 22";
-    EXPECT_EQ(StepsOf(twice.c_str(), {4, 0, 0, 1}), 48U);
+    EXPECT_EQ(StepsOf(twice.c_str(), {4, 0, 0, 1}), 32U);
 }
 
 TEST(QxMachineRun, CountsTheMemoryOfVariables)

@@ -38,6 +38,8 @@ std::string StepText(const QxCode& code)
         return (code.copyFlag ? "if-not-copy>" : "if-not>") + target;
     case QxCodeStep::EndIf:
         return "end";
+    case QxCodeStep::Where:
+        return "where>" + target;
     case QxCodeStep::Goto:
         return "goto>" + target;
     case QxCodeStep::GotoIfTrue:
@@ -88,11 +90,11 @@ TEST(QxTranslator, TurnsBracketsThatSetFlagsIntoOperations)
     static const Case cases[] = {
         {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF IF_TRUE 18 "
          "ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
-         "{>6 masked if>5 masked end } ."},
+         "{>5 masked where>4 masked } ."},
         // Nothing reads vb.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF IF_TRUE "
          "18 ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
-         "{>6 masked if>5 masked end } ."},
+         "{>5 masked where>4 masked } ."},
         // An assignment of another flag is made point by point. Here it changes the flag of its
         // guard, so the guard tests a copy.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL vb 18 ASSIGN_COLOR_FLOAT Ci s END_IF "

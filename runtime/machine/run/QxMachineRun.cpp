@@ -194,7 +194,7 @@ void QxMachineRun::RunBlock(const QxProgramBlock& block)
         case QxCodeStep::Goto:
         case QxCodeStep::GotoIfTrue:
         case QxCodeStep::GotoIfFalse:
-            code = Jump(codes, code);
+            code = Jump(codes, code, one);
             break;
         case QxCodeStep::BeginLights:
             code = BeginLights(block, code);
@@ -206,6 +206,7 @@ void QxMachineRun::RunBlock(const QxProgramBlock& block)
         case QxCodeStep::IfTrue:
         case QxCodeStep::IfFalse:
         case QxCodeStep::EndIf:
+        case QxCodeStep::Where:
             ++code;
             break;
         case QxCodeStep::Stop:
@@ -320,6 +321,8 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
         } else if (code->step == QxCodeStep::EndIf) {
             points.mask = m_outer[--depth];
             ++code;
+        } else if (code->step == QxCodeStep::Where) {
+            code = RunAtFlag(code, points);
         } else if (QxIsCondition(code->step)) {
             const QxCode* const inner = Enter(code, points, depth);
             depth += inner == code + 1 ? 1 : 0;
@@ -327,7 +330,7 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
         } else if (code->step == QxCodeStep::EndParallel) {
             return;
         } else {
-            const QxCode* const next = Jump(codes, code);
+            const QxCode* const next = Jump(codes, code, points);
             if (next <= code)
                 CountWork(count * static_cast<std::size_t>(code - next));
             code = next;
@@ -335,12 +338,33 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
     }
 }
 
+/// Runs instructions for the points of a flag. Returns the next instruction.
+const QxCode* QxMachineRun::RunAtFlag(const QxCode* code, QxPoints points)
+{
+    points.mask = static_cast<const QxStopAndBool*>(m_state.values[code->flag.variable]);
+    for (const QxCode* const end = code + code->number; ++code != end;)
+        code->masked(m_state, *code, points);
+    return code;
+}
+
+bool QxMachineRun::IsTrueSomewhere(const QxCode& code, const QxPoints& points) const
+{
+    if (code.flag.step == 0)
+        return IsTrue(code);
+    const auto* flags = static_cast<const QxStopAndBool*>(m_state.values[code.flag.variable]);
+    unsigned int any = 0;
+    for (unsigned int i = points.first; i < points.End() && any == 0; i += k_flagsAtOnce)
+        for (unsigned int j = i; j < std::min(i + k_flagsAtOnce, points.End()); ++j)
+            any |= flags[j].value;
+    return any != 0;
+}
+
 /// Returns the target of a jump, or the next instruction if the jump is not taken. Counts the steps
 /// of a backward jump, and ends the loops over lights that the jump leaves.
-const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
+const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code, const QxPoints& points)
 {
-    const bool jump =
-        code->step == QxCodeStep::Goto || IsTrue(*code) == (code->step == QxCodeStep::GotoIfTrue);
+    const bool jump = code->step == QxCodeStep::Goto ||
+                      IsTrueSomewhere(*code, points) == (code->step == QxCodeStep::GotoIfTrue);
     if (!jump)
         return code + 1;
     const QxCode* const next = codes + code->target;

@@ -58,7 +58,10 @@ private:
     void RunBlockAtPoint(const QxProgramBlock& block);
     void RunParallel(const QxCode* codes, const QxCode* begin);
     void RunStrip(const QxCode* codes, const QxCode* begin, unsigned int first, unsigned int count);
-    [[nodiscard]] const QxCode* Jump(const QxCode* codes, const QxCode* code);
+    [[nodiscard]] const QxCode* RunAtFlag(const QxCode* code, QxPoints points);
+    [[nodiscard]] const QxCode* Jump(const QxCode* codes, const QxCode* code,
+                                     const QxPoints& points);
+    [[nodiscard]] bool IsTrueSomewhere(const QxCode& code, const QxPoints& points) const;
     [[nodiscard]] const QxCode* Enter(const QxCode* code, QxPoints& points, unsigned int depth);
     void RunWhere(const QxCode& code);
     [[nodiscard]] const QxCode* BeginLights(const QxProgramBlock& block, const QxCode* code);

@@ -26,6 +26,9 @@ void QxMachineRun::RunBlockAtPoint(const QxProgramBlock& block)
             code->all(m_state, *code, {0, 1, nullptr});
             ++code;
             break;
+        case QxCodeStep::Where:
+            code += IsTrue(*code) ? 1 : code->number;
+            break;
         case QxCodeStep::IfTrue:
         case QxCodeStep::IfFalse:
             code += IsTrue(*code) == (code->step == QxCodeStep::IfTrue) ? 1 : code->number;
@@ -41,7 +44,7 @@ void QxMachineRun::RunBlockAtPoint(const QxProgramBlock& block)
         case QxCodeStep::Goto:
         case QxCodeStep::GotoIfTrue:
         case QxCodeStep::GotoIfFalse:
-            code = Jump(codes, code);
+            code = Jump(codes, code, {0, 1, nullptr});
             break;
         case QxCodeStep::BeginLights:
             code = BeginLights(block, code);

@@ -138,6 +138,16 @@ void QxLiveness::Renumber(const std::vector<std::uint32_t>& newIndexes)
     }
 }
 
+void QxLiveness::Replace(const QxOperand& local, const QxOperand& by)
+{
+    for (BasicBlock& block : m_blocks) {
+        if (!block.liveIn.Has(m_bits[local.variable]))
+            continue;
+        block.liveIn.Remove(m_bits[local.variable]);
+        block.liveIn.Add(m_bits[by.variable]);
+    }
+}
+
 const QxLiveness::BasicBlock& QxLiveness::BlockAt(std::size_t draft) const
 {
     return *std::lower_bound(

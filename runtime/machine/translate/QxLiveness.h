@@ -48,6 +48,10 @@ public:
     /// `newIndexes` is the result of `QxDraftBlock::Keep`.
     void Renumber(const std::vector<std::uint32_t>& newIndexes);
 
+    /// Call it after `by` has replaced `local` in the whole block, where `local` had the value of
+    /// `by` wherever it was live. Both are followed.
+    void Replace(const QxOperand& local, const QxOperand& by);
+
     // During a visit, for the place after the visited draft:
 
     /// True for a local that is followed; any other variable counts as live everywhere.

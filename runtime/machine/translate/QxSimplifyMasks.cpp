@@ -18,6 +18,8 @@
 namespace {
 
 constexpr std::size_t k_shortBrackets = 2;
+// The most vectors of results that brackets without a test compute, for each vector of numbers.
+constexpr std::size_t k_mostVectors = 2;
 
 /// True if all instructions between the brackets that begin at `begin` ignore the mask.
 bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
@@ -30,6 +32,39 @@ bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
                            return inner.code.step == QxCodeStep::Kernel &&
                                   inner.code.masked == inner.code.all && inner.row->shaped;
                        });
+}
+
+/// True if the brackets that begin at `begin` have a varying flag that they do not change, and
+/// contain only cheap instructions with varying results.
+bool IsCheap(const QxDraftBlock& block, std::size_t begin)
+{
+    const QxCode& guard = block.drafts[begin].code;
+    if (guard.step != QxCodeStep::IfTrue || guard.copyFlag || guard.flag.step == 0)
+        return false;
+    const auto first = block.drafts.begin();
+    return std::all_of(first + static_cast<std::ptrdiff_t>(begin) + 1,
+                       first + static_cast<std::ptrdiff_t>(guard.target) - 1,
+                       [&](const QxDraft& inner) {
+                           return inner.code.step == QxCodeStep::Kernel && inner.row->shaped &&
+                                  block.operands[inner.first].step != 0;
+                       });
+}
+
+/// Returns the number of vectors that the brackets compute for each vector of numbers.
+std::size_t VectorsIn(const QxDraftBlock& block, std::size_t begin)
+{
+    std::size_t vectors = 0;
+    for (std::size_t i = begin + 1; i + 1 < block.drafts[begin].code.target; ++i)
+        vectors += block.operands[block.drafts[i].first].stored == QxStored::Triple ? 2 : 1;
+    return vectors;
+}
+
+/// True if the draft before the brackets is a jump that is taken if the flag is not set anywhere.
+bool IsTestedBefore(const QxDraftBlock& block, std::size_t begin)
+{
+    const QxCode& before = block.drafts[begin - 1].code;
+    return before.step == QxCodeStep::GotoIfFalse &&
+           before.flag.variable == block.drafts[begin].code.flag.variable;
 }
 
 }  // namespace
@@ -56,6 +91,28 @@ void QxDropShortBrackets(QxDraftBlock& block)
         if (QxIsCondition(code.step) && code.target - i <= k_shortBrackets + 2 &&
             AllIgnoreTheMask(block, i))
             kept[i] = kept[code.target - 1] = 0;
+    }
+    block.Keep(kept);
+}
+
+void QxOmitTests(QxDraftBlock& block)
+{
+    std::vector<char> kept(block.drafts.size(), 1);
+    std::size_t depth = 0;
+    for (std::size_t i = 0; i < block.drafts.size(); ++i) {
+        QxCode& code = block.drafts[i].code;
+        if (code.step == QxCodeStep::EndIf)
+            --depth;
+        if (!QxIsCondition(code.step))
+            continue;
+        if (depth == 0 && IsCheap(block, i) &&
+            (IsTestedBefore(block, i) || VectorsIn(block, i) <= k_mostVectors)) {
+            code.step = QxCodeStep::Where;
+            kept[code.target - 1] = 0;
+            i = code.target - 1;
+        } else {
+            ++depth;
+        }
     }
     block.Keep(kept);
 }

@@ -10,3 +10,8 @@ void QxIgnoreMasks(QxDraftBlock& block, QxLiveness& liveness);
 /// Removes brackets around a few writes that ignore the mask. Targets of codes stay indexes of
 /// drafts. O(n) for n drafts.
 void QxDropShortBrackets(QxDraftBlock& block);
+
+/// Replaces brackets of a few cheap instructions, which cost no more than the test whether any
+/// point is active, by `Where`. Targets of codes stay indexes of drafts. Call it last: other passes
+/// do not know this step. O(n) for n drafts.
+void QxOmitTests(QxDraftBlock& block);

@@ -99,7 +99,8 @@ void StripLocals::FindBrackets()
     }
 }
 
-/// Calls `visit(draft, operand)` for each operand and each condition within the brackets.
+/// Calls `visit(draft, operand)` for each operand and each flag of a condition or jump within the
+/// brackets.
 template <class Visit>
 void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
 {
@@ -107,7 +108,7 @@ void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
         QxDraft& draft = m_block.drafts[i];
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
             visit(draft, m_block.operands[k]);
-        if (QxIsCondition(draft.code.step))
+        if (QxIsCondition(draft.code.step) || QxIsConditionalJump(draft.code.step))
             visit(draft, draft.code.flag);
     }
 }

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "machine/translate/QxFuse.h"
+#include "machine/translate/QxFuseFlags.h"
 #include "machine/translate/QxJoinRuns.h"
 #include "machine/translate/QxKnownJumps.h"
 #include "machine/translate/QxMergeConditions.h"
@@ -113,8 +114,10 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
         target.clears = liveness.ReadFirst();
         QxFuse(m_writer, liveness);
         QxIgnoreMasks(m_block, liveness);
+        QxFuseFlags(m_writer, liveness, m_variables.Count());
         QxUseStripLocals(m_block, liveness, m_variables);
         QxDropShortBrackets(m_block);
+        QxOmitTests(m_block);
     } else {
         target.clears = liveness.Locals();
     }
@@ -139,6 +142,8 @@ void QxTranslator::Finish(QxProgramBlock& target)
             code.point = draft.row->point;
         if (QxIsGoto(code.step)) {
             code.number = loops[code.target];
+        } else if (code.step == QxCodeStep::Where) {
+            code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
         } else if (QxIsCondition(code.step)) {
             code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
             m_target.depth = std::max(m_target.depth, ++depth);
