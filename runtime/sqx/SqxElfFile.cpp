@@ -10,12 +10,13 @@
 #include "sqx/SqxElfFile.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <elf.h>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <link.h>
+#include <memory>
 
 #include "sqx/SqxElfRecord.h"
 
@@ -108,14 +109,13 @@ SqxElfFile SqxElfFile::Open(const std::string& path)
     // Opening anything else could block forever.
     if (!std::filesystem::is_regular_file(path, error))
         return SqxElfFile({});
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    std::vector<std::byte> bytes;
-    if (const std::streamoff size = file ? std::streamoff{file.tellg()} : 0; size > 0) {
-        bytes.resize(static_cast<std::size_t>(size));
-        file.seekg(0);
-        file.read(reinterpret_cast<char*>(bytes.data()), size);
-        bytes.resize(static_cast<std::size_t>(file.gcount()));
-    }
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               std::fclose);
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (!file || error)
+        return SqxElfFile({});
+    std::vector<std::byte> bytes(size);
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     return SqxElfFile(std::move(bytes));
 }
 

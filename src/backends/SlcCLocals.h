@@ -20,7 +20,7 @@
 class SlcCLocals : private SlcCText {
 public:
     /// Starts with no locals. `out` must outlive the object.
-    explicit SlcCLocals(std::ostream& out) : SlcCText(out) {}
+    explicit SlcCLocals(SlcText& out) : SlcCText(out) {}
 
     /// Adds the locals that `list` uses. Lists of one function must not share names of locals.
     void Add(const SlcListICode& list);

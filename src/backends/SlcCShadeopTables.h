@@ -14,7 +14,7 @@ public:
     using Functions = std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>;
 
     /// `functions` are those that the shader calls; they must outlive the writer.
-    SlcCShadeopTables(std::ostream& out, const Functions& functions)
+    SlcCShadeopTables(SlcText& out, const Functions& functions)
         : SlcCText(out),
           m_functions(functions)
     {

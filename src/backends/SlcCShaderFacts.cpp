@@ -20,7 +20,6 @@
 #include "backends/SlcCShaderFacts.h"
 
 #include <set>
-#include <sstream>
 #include <vector>
 
 #include "backends/SlcEquCValue.h"
@@ -39,11 +38,11 @@ std::string Description(SlcInterForm& form)
 {
     std::set<std::size_t> leftOut;
     for (;;) {
-        std::ostringstream text;
+        SlcText text;
         SlcGenByteCode writer(form.m_errors, text);
         // Without default values, nothing remains that could fail.
         if (writer.GenDescription(form, leftOut) || leftOut.size() == form.m_parameters.size())
-            return text.str();
+            return text.Str();
         if (writer.Unwritten().empty())
             for (std::size_t i = 0; i < form.m_parameters.size(); ++i)
                 leftOut.insert(i);
@@ -68,14 +67,14 @@ public:
 
     [[nodiscard]] std::string Text(const SlcInterForm& form) const
     {
-        std::ostringstream text;
+        SlcText text;
         text << k_version << '\n' << m_usesLights << '\n' << m_hasLightStatement << '\n';
         text << m_read.size() << '\n';
         for (std::size_t i = 0; i < m_read.size(); ++i) {
             const bool readByLights = m_usesLightsAtP && form.m_hiddenVars[i]->GetName() == "P";
             text << (m_read[i] || readByLights) << ' ' << m_written[i] << '\n';
         }
-        return text.str();
+        return text.Str();
     }
 
 private:
@@ -124,15 +123,17 @@ private:
 void SlcCShaderFacts::Gen(SlcInterForm& form)
 {
     const std::string description = Description(form);
-    std::istringstream lines(Uses(form).Text(form) + description);
+    const std::string text = Uses(form).Text(form) + description;
     // Files of several shaders may be compiled as one, so the name has internal linkage.
     Line("static const char ", Generated::sm_shaderFactsName, "[] __attribute__((used, section(\"",
          Generated::sm_shaderFactsName, "\"))) =");
-    for (std::string line; std::getline(lines, line);) {
+    for (std::size_t begin = 0, end = 0; begin < text.size(); begin = end) {
+        end = text.find('\n', begin) + 1;
         // The first character of byte-code is not printable.
-        const bool isHead = line.starts_with('\x7F');
+        const bool isHead = text[begin] == '\x7F';
+        begin += isHead ? 1 : 0;
         Line("\t", isHead ? "\"\\177\" " : "",
-             SlcEquCValue::Literal(line.substr(isHead ? 1 : 0) + '\n'));
+             SlcEquCValue::Literal(text.substr(begin, end - begin)));
     }
     Line("\t;");
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ostream>
 #include <string>
 
 #include "backends/SlcCText.h"
@@ -10,7 +9,7 @@
 /// loading it: one text, in the section `QxShaderFacts`. docs/generated-code.md describes it.
 class SlcCShaderFacts : private SlcCText {
 public:
-    explicit SlcCShaderFacts(std::ostream& out) : SlcCText(out) {}
+    explicit SlcCShaderFacts(SlcText& out) : SlcCText(out) {}
 
     /// Writes the description. Must follow the code of the shader, since it assigns new numbers and
     /// constants to the operands of default values.

@@ -18,7 +18,7 @@
 
 using Generated = SlcGeneratedText;
 
-SlcCStatements::SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out)
+SlcCStatements::SlcCStatements(SlcPtr<SlcSemanticError> errors, SlcText& out)
     : SlcCText(out),
       m_errors(std::move(errors))
 {

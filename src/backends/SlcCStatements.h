@@ -1,7 +1,6 @@
 #pragma once
 
 #include <initializer_list>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,7 +26,7 @@ class SlcSemanticError;
 class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
     /// `out` must outlive the object.
-    SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
+    SlcCStatements(SlcPtr<SlcSemanticError> errors, SlcText& out);
 
     /// Writes the body of a function or block. It ends with an empty statement, since a label may
     /// be the last instruction. Declarations that statements need are in separate braces, since a

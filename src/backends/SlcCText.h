@@ -1,13 +1,14 @@
 #pragma once
 
-#include <ostream>
 #include <string_view>
 
-/// Writes lines of a C++ file. The writers of parts of a file derive from it and share the stream,
-/// which outlives them. Write errors are checked once, at the end of the file.
+#include "support/SlcText.h"
+
+/// Writes lines of a C++ file. The writers of parts of a file derive from it and share the text,
+/// which outlives them.
 class SlcCText {
 protected:
-    explicit SlcCText(std::ostream& out) : m_out(out) {}
+    explicit SlcCText(SlcText& out) : m_out(out) {}
 
     /// Writes one line of the file.
     template <class... Parts>
@@ -25,5 +26,5 @@ protected:
         Line("\t}");
     }
 
-    std::ostream& m_out;
+    SlcText& m_out;
 };

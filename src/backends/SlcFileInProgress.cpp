@@ -19,22 +19,21 @@ SlcFileInProgress::SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std:
       m_unfinished(path)
 {
     if (!m_unfinished.Folder().empty())
-        m_file.open(m_unfinished.Path(), std::ios::binary | std::ios::trunc);
-    if (m_file.is_open())
+        m_file.emplace(m_unfinished.Path(), SlcFile::For::Writing);
+    if (m_file && m_file->IsOpen())
         return;
     if (errno == ENAMETOOLONG)
         ReportUnwritten();
     m_errors->FatalError("Cannot open " + m_name + " for " + std::string(purpose));
 }
 
-void SlcFileInProgress::Finish()
+void SlcFileInProgress::Finish(std::string_view contents)
 {
-    m_file.close();
     if (!m_errors->NoError())
         throw SlcCompilationError();
     // The source determines the shader's name, so a name too long for a file is a fault of the
     // source.
-    if (!m_file || !m_unfinished.MoveIntoPlace())
+    if (!m_file->Write(contents) || !m_file->Close() || !m_unfinished.MoveIntoPlace())
         ReportUnwritten();
 }
 

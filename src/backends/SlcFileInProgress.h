@@ -1,9 +1,10 @@
 #pragma once
 
-#include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "support/SlcFiles.h"
 #include "support/SlcPtr.h"
 #include "support/SlcUnfinishedFile.h"
 
@@ -19,12 +20,9 @@ public:
     SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std::string& path, std::string name,
                       std::string_view purpose);
 
-    /// Writers need not check for write errors; `Finish` does.
-    [[nodiscard]] std::ostream& Out() { return m_file; }
-
-    /// Moves the file into place. Throws `SlcCompilationError` if an error has been reported
-    /// before, or if the file cannot be completed, which it reports.
-    void Finish();
+    /// Writes the contents and moves the file into place. Throws `SlcCompilationError` if an error
+    /// has been reported before, or if the file cannot be completed, which it reports.
+    void Finish(std::string_view contents);
 
 private:
     [[noreturn]] void ReportUnwritten() const;
@@ -32,5 +30,5 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     std::string m_name;
     SlcUnfinishedFile m_unfinished;
-    std::ofstream m_file;
+    std::optional<SlcFile> m_file;
 };

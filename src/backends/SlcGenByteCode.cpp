@@ -74,7 +74,7 @@ int SizeOf(const SlcTypeNode* type)
 
 }  // namespace
 
-SlcGenByteCode::SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out)
+SlcGenByteCode::SlcGenByteCode(SlcPtr<SlcSemanticError> errors, SlcText& out)
     : m_errors(std::move(errors)),
       m_out(out)
 {
@@ -353,7 +353,7 @@ void SlcGenByteCode::GenTheByteCode(const SlcListICode& list)
         at = PutNumber(at, at + k_longest, value);
         *at++ = '\n';
     }
-    m_out.write(text.data(), at - text.data());
+    m_out << std::string_view(text.data(), at);
 }
 
 void SlcGenByteCode::Report(std::string_view text)

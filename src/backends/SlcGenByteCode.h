@@ -2,7 +2,6 @@
 
 #include <deque>
 #include <map>
-#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
+#include "support/SlcText.h"
 
 class SlcProcCallExprNode;
 
@@ -26,7 +26,7 @@ class SlcProcCallExprNode;
 class SlcGenByteCode : private SlcAllICodeWalker {
 public:
     /// `out` must outlive the object; its owner checks for write errors.
-    SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
+    SlcGenByteCode(SlcPtr<SlcSemanticError> errors, SlcText& out);
 
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
     /// `errors` counts faults; after one, the text is invalid.
@@ -151,7 +151,7 @@ private:
     void Default(SlcPtr<SlcICode> code) override;
 
     SlcPtr<SlcSemanticError> m_errors;
-    std::ostream& m_out;
+    SlcText& m_out;
     const SlcSyntaxNode* m_shader = nullptr;
     SlcPtr<SlcCommentICode> m_comment;  // the last comment in the block so far
     int m_nextVarNb = 0;

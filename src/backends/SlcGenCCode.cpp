@@ -20,8 +20,7 @@
 
 using Generated = SlcGeneratedText;
 
-SlcGenCCode::SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options,
-                         std::ostream& out)
+SlcGenCCode::SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, SlcText& out)
     : SlcCText(out),
       m_errors(errors),
       m_statements(std::move(errors), out),

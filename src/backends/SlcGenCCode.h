@@ -14,7 +14,7 @@
 class SlcGenCCode : private SlcCText {
 public:
     /// `options` and `out` must outlive the object.
-    SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, std::ostream& out);
+    SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, SlcText& out);
 
     /// Writes the whole text. `errors` counts faults; after one, the text is invalid.
     void GenCCode(SlcInterForm& form);

@@ -7,6 +7,7 @@ void SlcInterForm::GenByteCode(const std::string& directory)
 {
     const std::string path = directory + '/' + m_shaderName->GetName() + ".sqx";
     SlcFileInProgress file(m_errors, path, path, "byte-code generation");
-    SlcGenByteCode(m_errors, file.Out()).GenByteCode(*this);
-    file.Finish();
+    SlcText text;
+    SlcGenByteCode(m_errors, text).GenByteCode(*this);
+    file.Finish(text.Str());
 }

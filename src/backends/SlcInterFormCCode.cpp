@@ -7,6 +7,7 @@ void SlcInterForm::GenCCode(const std::string& directory)
 {
     const std::string name = m_shaderName->GetName() + ".cpp";
     SlcFileInProgress file(m_errors, directory + '/' + name, name, "C++ code generation");
-    SlcGenCCode(m_errors, &m_options, file.Out()).GenCCode(*this);
-    file.Finish();
+    SlcText text;
+    SlcGenCCode(m_errors, &m_options, text).GenCCode(*this);
+    file.Finish(text.Str());
 }

@@ -5,10 +5,8 @@
 #include "compiler/QxCompiler.h"
 
 #include <atomic>
-#include <fstream>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <utility>
 
 #include "backends/SlcFileInProgress.h"
@@ -24,9 +22,10 @@
 #include "preprocessor/SlcPreprocessorTrace.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
-#include "support/SlcAllOf.h"
 #include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
+#include "support/SlcFiles.h"
+#include "support/SlcText.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 
@@ -76,8 +75,7 @@ struct DeleteTree {
 class RunInCompilation {
 public:
     /// `messages` must outlive the compilation.
-    RunInCompilation(SlcCompilation& compilation, std::ostringstream& messages,
-                     QxCompileResult& result)
+    RunInCompilation(SlcCompilation& compilation, std::string& messages, QxCompileResult& result)
         : m_entered(compilation),
           m_messages(messages),
           m_result(result)
@@ -103,7 +101,7 @@ public:
         m_result.succeeded = m_result.failure == Failure::None;
         for (const SlcReport& report : SlcReportsSoFar())
             m_result.reports.push_back(PublicReport(report));
-        m_result.messages += m_messages.str();
+        m_result.messages += m_messages;
         m_result.errors += NbErrors();
         m_result.warnings += NbWarnings();
     }
@@ -111,7 +109,7 @@ public:
 private:
     SlcCompilation::Entered m_entered;
     SlcEndsByException m_ends;
-    std::ostringstream& m_messages;
+    std::string& m_messages;
     QxCompileResult& m_result;
 };
 
@@ -210,17 +208,17 @@ private:
             m_text = std::move(*text);
             return;
         }
-        std::ifstream file(path, std::ios::binary);
-        if (!file) {
-            SlcReports() << "Cannot open input file: " << path << "\n";
+        text = SlcReadFile(path);
+        if (!text) {
+            PrintReport("Cannot open input file: " + path + "\n");
             throw SlcCompilationSevereError();
         }
-        m_text = SlcAllOf(file);
+        m_text = std::move(*text);
     }
 
     void Preprocess(const std::string& path, std::optional<std::string> text)
     {
-        SlcReportPrinter printer(m_messages, m_options.warningLevel);
+        SlcReportPrinter printer(PrintReport, m_options.warningLevel);
         SlcPreprocessorOptions wanted;
         wanted.macros = SlcPreprocessorMacros();
         for (const std::string& macro : m_options.macros)
@@ -264,19 +262,19 @@ private:
         for (const auto& function : shader.m_dsoFunctions)
             libraries.insert(function->GetLibraryPath());
         m_result.shadeopLibraries.assign(libraries.begin(), libraries.end());
-        std::ostringstream out;
+        SlcText out;
         if (m_record.m_generateDSO)
             SlcGenCCode(shader.m_errors, &m_record, out).GenCCode(shader);
         else
             SlcGenByteCode(shader.m_errors, out).GenByteCode(shader);
         if (!shader.m_errors->NoError())
             throw SlcCompilationError();
-        m_result.output = std::move(out).str();
+        m_result.output = out.Take();
     }
 
     const Options& m_options;
     SlcOptionsControl m_record;
-    std::ostringstream m_messages;
+    std::string m_messages;
     QxCompileResult m_result;
     std::string m_text;  // preprocessed
     std::optional<SlcTextColumns> m_columns;
@@ -319,13 +317,12 @@ void QxWriteOutput(QxCompileResult& result, const std::string& folder)
         return;
     const bool isCpp = result.fileName.ends_with(".cpp");
     const std::string path = folder + '/' + result.fileName;
-    std::ostringstream messages;
+    std::string messages;
     SlcCompilation compilation;
     RunInCompilation run(compilation, messages, result);
     run([&] {
         SlcFileInProgress file(MakeShared<SlcSemanticError>(), path, isCpp ? result.fileName : path,
                                isCpp ? "C++ code generation" : "byte-code generation");
-        file.Out() << result.output;
-        file.Finish();
+        file.Finish(result.output);
     });
 }

@@ -6,8 +6,6 @@
 
 #include "driver/SlcCompileSource.h"
 
-#include <fstream>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <unistd.h>
@@ -15,8 +13,8 @@
 
 #include "driver/SlcExternalCommands.h"
 #include "driver/SlcProgramName.h"
-#include "support/SlcAllOf.h"
 #include "support/SlcDiagnostics.h"
+#include "support/SlcFiles.h"
 
 namespace {
 
@@ -30,11 +28,10 @@ using Output = QxCompileOptions::Output;
 {
     if (!line.m_preprocessCommand)
         return files.m_preprocessedText;
-    std::ifstream file(files.m_preprocessed->Path(), std::ios::binary);
-    if (file)
-        return SlcAllOf(file);
-    std::cerr << "Cannot open input file: " + line.m_preprocessedFile + "\n";
-    return std::nullopt;
+    auto text = SlcReadFile(files.m_preprocessed->Path());
+    if (!text)
+        PrintReport("Cannot open input file: " + line.m_preprocessedFile + "\n");
+    return text;
 }
 
 /// Removes an earlier output under the shader's name, which is known after parsing: it would be
@@ -49,11 +46,10 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
 /// False if that failed.
 [[nodiscard]] bool WriteLibraries(const QxCompileResult& result, const SlcCommandLine& line)
 {
-    std::ofstream file(line.m_librariesFile);
+    std::string lines;
     for (const std::string& library : result.shadeopLibraries)
-        file << library << '\n';
-    file.close();
-    return !file.fail();
+        lines += library + '\n';
+    return SlcWriteFile(line.m_librariesFile, lines);
 }
 
 /// Returns the folder for the output: a private one for a C++ file that the C++ compiler will read.
@@ -74,7 +70,7 @@ void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult
     const bool isListed = line.m_librariesFile.empty() || WriteLibraries(result, line);
     if (isListed)
         QxWriteOutput(result, OutputFolder(line, files, result));
-    std::cerr << result.messages;
+    PrintReport(result.messages);
     if (isListed)
         return;
     SeverError(k_programName, "Cannot write " + line.m_librariesFile);
@@ -85,9 +81,9 @@ void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult
 void Reject(const SlcCommandLine& line, const QxCompileResult& result)
 {
     RemoveOutput(line, result.shaderName);
-    std::cerr << "Compilation of " + SlcCutPath(line.m_inputFile) +
-                     " aborted due to errors: " + std::to_string(result.errors) + " errors, " +
-                     std::to_string(result.warnings) + " warnings.\n";
+    PrintReport("Compilation of " + SlcCutPath(line.m_inputFile) +
+                " aborted due to errors: " + std::to_string(result.errors) + " errors, " +
+                std::to_string(result.warnings) + " warnings.\n");
 }
 
 /// Throws `SlcCompilationEnd` if the compile could not continue.
@@ -104,7 +100,7 @@ void Reject(const SlcCommandLine& line, const QxCompileResult& result)
     if (result.succeeded)
         WriteOutput(line, files, result);
     else
-        std::cerr << result.messages;
+        PrintReport(result.messages);
     if (result.failure == Failure::Source)
         Reject(line, result);
     if (result.failure == Failure::OverlongToken)

@@ -14,9 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <initializer_list>
-#include <iostream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -27,6 +25,7 @@
 #include "driver/SlcProgramName.h"
 #include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
+#include "support/SlcFiles.h"
 
 namespace {
 
@@ -113,10 +112,7 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 {
     const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
         line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace);
-    std::ofstream stream(file.Path(), std::ios::binary);
-    stream << files.m_preprocessedText;
-    stream.close();
-    return !stream.fail();
+    return SlcWriteFile(file.Path(), files.m_preprocessedText);
 }
 
 /// Preprocesses with the library, as if by the default command. Keeps the text in memory unless a
@@ -126,7 +122,7 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     QxCompileOptions options = line.m_compile;
     options.output = QxCompileOptions::Output::Preprocessed;
     QxCompileResult result = QxCompileFile(line.m_inputFile, options);
-    std::cerr << result.messages;
+    PrintReport(result.messages);
     files.m_preprocessedText = std::move(result.output);
     if (!result.succeeded)
         KeepPreprocessedText(line, files);

@@ -19,7 +19,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <ostream>
 #include <set>
 
 #include "frontend/SlcTokenValue.h"
@@ -87,8 +86,8 @@ void RejectIfTooLong(std::string_view text)
     const std::string fault = "A token or a line has more than " +
                               std::to_string(SlcScanner::k_maxTokenLength) + " characters";
     RecordReport({true, 0, file, position.line, 0, 0, fault, ""});
-    SlcReports() << "token too large, exceeds YYLMAX\n" + file + ":" +
-                        std::to_string(position.line) + ": ERROR: " + fault + "\n";
+    PrintReport("token too large, exceeds YYLMAX\n" + file + ":" + std::to_string(position.line) +
+                ": ERROR: " + fault + "\n");
     EndCompilation(2);
 }
 

@@ -3,25 +3,20 @@
 
 #include "icode/SlcPrintICode.h"
 
-#include <fstream>
-
 #include "icode/SlcICode.h"
 #include "icode/SlcICodeName.h"
 #include "support/SlcDiagnostics.h"
+#include "support/SlcFiles.h"
 
 void SlcPrintICode::Optimize(SlcPtr<SlcListICode>& list)
 {
-    std::ofstream out("icode.txt");
-    m_out = &out;
     for (const auto& code : list->m_icodes)
         code->ApplyWalker(this);
-    m_out = nullptr;
-    out.close();
-    if (!out)
+    if (!SlcWriteFile("icode.txt", m_text.Take()))
         SevereWarning("shaderqx", "The dump of the intermediate code could not be written");
 }
 
 void SlcPrintICode::Default(SlcPtr<SlcICode> code)
 {
-    *m_out << SlcICodeName(*code) << '\n';
+    m_text << SlcICodeName(*code) << '\n';
 }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <iosfwd>
-
 #include "icode/SlcAllICodeWalker.h"
 #include "icode/SlcListICode.h"
+#include "support/SlcText.h"
 
 /// Dumps a list to the file "icode.txt" in the current directory: the class name of each
 /// instruction, one per line. The list is not changed.
@@ -16,5 +15,5 @@ private:
     using SlcAllICodeWalker::Case;
     void Default(SlcPtr<SlcICode> code) override;
 
-    std::ostream* m_out = nullptr;  // set while the list is walked
+    SlcText m_text;
 };

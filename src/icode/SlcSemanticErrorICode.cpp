@@ -2,7 +2,6 @@
 // `SlcSemanticError` must not depend on instructions.
 
 #include <cstdlib>
-#include <ostream>
 
 #include "icode/SlcBlockICode.h"
 #include "support/SlcDiagnostics.h"
@@ -19,6 +18,7 @@ void SlcSemanticError::FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
 {
     CountError();
     PrintAt({*comment->m_file, comment->m_line, {}}, "FATAL ERROR", message);
-    SlcReports() << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
+    PrintReport(
+        std::string("***** Please contact '").append(SlcContactAddress()).append("' !!!\n"));
     EndCompilation(1);
 }

@@ -2,13 +2,11 @@
 
 #include "optimizer/SlcBasicBlock.h"
 
-#include <ostream>
-
 #include "icode/SlcICodeName.h"
 
 namespace {
 
-void PrintIds(std::ostream& out, std::span<const int> ids)
+void PrintIds(SlcText& out, std::span<const int> ids)
 {
     for (const int id : ids)
         out << id << ' ';
@@ -17,7 +15,7 @@ void PrintIds(std::ostream& out, std::span<const int> ids)
 
 }  // namespace
 
-void SlcBasicBlock::Print(std::ostream& out) const
+void SlcBasicBlock::Print(SlcText& out) const
 {
     out << "Begin Block " << m_id << " \n\tPred: ";
     PrintIds(out, m_predecessors);

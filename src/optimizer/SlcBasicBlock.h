@@ -1,10 +1,10 @@
 #pragma once
 
 #include <array>
-#include <iosfwd>
 #include <span>
 
 #include "icode/SlcICode.h"
+#include "support/SlcText.h"
 
 /// A sequence of instructions in code order that is entered only at the first instruction and left
 /// only at the last one. A block refers to the instructions of its graph and must not outlive it.
@@ -27,7 +27,7 @@ public:
     }
 
     /// Prints id, edges and the class name of each instruction.
-    void Print(std::ostream& out) const;
+    void Print(SlcText& out) const;
 
 private:
     friend class SlcControlFlowGraph;

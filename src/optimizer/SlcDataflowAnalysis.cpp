@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <ostream>
 #include <tuple>
 #include <utility>
 
@@ -318,7 +317,7 @@ bool SlcDataflowAnalysis::IsLiveOut(int block, int variable) const
     return std::any_of(next.begin(), next.end(), [&](int b) { return IsLiveIn(b, variable); });
 }
 
-void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
+void SlcDataflowAnalysis::PrintNames(SlcText& out, const char* title,
                                      std::vector<int> numbers) const
 {
     std::sort(numbers.begin(), numbers.end());
@@ -328,7 +327,7 @@ void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
     out << '\n';
 }
 
-void SlcDataflowAnalysis::Print(std::ostream& out) const
+void SlcDataflowAnalysis::Print(SlcText& out) const
 {
     out << "Nb iterations: " << m_visits << "\n\n";
     for (const auto& block : m_graph.Blocks()) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <span>
 #include <vector>
 
@@ -9,6 +8,7 @@
 #include "optimizer/SlcDefUse.h"
 #include "optimizer/SlcGraphCuts.h"
 #include "optimizer/SlcNumberLists.h"
+#include "support/SlcText.h"
 
 /// Live variables at the borders of each block.
 ///
@@ -83,7 +83,7 @@ public:
     [[nodiscard]] SlcDefUse& DefUse() { return m_defUse; }
 
     /// Prints the sets of each block by name. Not linear, for debugging only.
-    void Print(std::ostream& out) const;
+    void Print(SlcText& out) const;
 
 private:
     /// A variable that some block reads before writing it.
@@ -116,7 +116,7 @@ private:
     void RecordLiveAtLoops(Group& group) const;
     /// Recomputes the live-in set of the block from its live-out set. True if it changed.
     [[nodiscard]] bool UpdateLiveIn(Group& group, int block) const;
-    void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
+    void PrintNames(SlcText& out, const char* title, std::vector<int> numbers) const;
 
     const SlcControlFlowGraph& m_graph;
     const SlcVariableNumbers& m_variables;

@@ -31,8 +31,6 @@
 
 #include "optimizer/SlcOptimizeBasicBlocks.h"
 
-#include <fstream>
-
 #include "icode/SlcICodeValidator.h"
 #include "optimizer/SlcCodeMotion.h"
 #include "optimizer/SlcConvertConstOp.h"
@@ -43,10 +41,19 @@
 #include "optimizer/SlcReduceNumberTmps.h"
 #include "optimizer/SlcRemoveAt.h"
 #include "optimizer/SlcRemoveEmptyBlocks.h"
+#include "support/SlcDiagnostics.h"
+#include "support/SlcFiles.h"
 
 namespace {
 
 constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct after each round
+
+/// Writes a dump for debugging passes.
+void WriteDump(const std::string& path, const SlcText& text)
+{
+    if (!SlcWriteFile(path, text.Str()))
+        SevereWarning("shaderqx", "The dump '" + path + "' could not be written");
+}
 
 /// Returns the successor that a block no longer reaches after folding has replaced its last
 /// instruction by `folded` (null: removed it); -1 if there is none. `isDropping` means that this
@@ -119,8 +126,9 @@ void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
         m_graph = std::make_unique<SlcControlFlowGraph>(list);
     }
     if (m_options.m_printBlockICode) {
-        std::ofstream out("usedefvars.txt");
+        SlcText out;
         Liveness().Print(out);
+        WriteDump("usedefvars.txt", out);
     }
 }
 
@@ -252,11 +260,11 @@ bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
     // them as varying, since code motion could hoist a uniform one out of its run.
     if (m_options.m_convertTmpVarDetail)
         SlcConvertTmpVarDetail(list, *m_variables);
-    std::ofstream dump;
-    if (m_options.m_printBlockICode)
-        dump.open("depend-graph.txt");
+    SlcText dump;
     const bool assignsToItself = SlcReduceNumberTmps().Reduce(
         list, *m_graph, Liveness(), m_options.m_printBlockICode ? &dump : nullptr);
+    if (m_options.m_printBlockICode)
+        WriteDump("depend-graph.txt", dump);
     m_defUse->ForgetAll();
     SlcForgetTmpVarDetail(*m_variables);
     ForgetAll();
@@ -265,7 +273,8 @@ bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
 
 void SlcOptimizeBasicBlocks::DumpBlocks() const
 {
-    std::ofstream out("blockicode.txt");
+    SlcText out;
     for (const auto& block : m_graph->Blocks())
         block.Print(out);
+    WriteDump("blockicode.txt", out);
 }

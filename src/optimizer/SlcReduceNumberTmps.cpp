@@ -15,7 +15,6 @@
 
 #include "optimizer/SlcReduceNumberTmps.h"
 
-#include <ostream>
 #include <set>
 
 #include "icode/SlcAssignICode.h"
@@ -103,7 +102,7 @@ private:
 }  // namespace
 
 bool SlcReduceNumberTmps::Reduce(SlcListICode& list, const SlcControlFlowGraph& graph,
-                                 SlcDataflowAnalysis& analysis, std::ostream* dump)
+                                 SlcDataflowAnalysis& analysis, SlcText* dump)
 {
     Colour(graph, analysis);
     if (dump)
@@ -151,7 +150,7 @@ bool SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& v
 }
 
 // Prints the whole graph, although the colouring needs only part of it.
-void SlcReduceNumberTmps::PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
+void SlcReduceNumberTmps::PrintGraph(SlcText& out, const SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis) const
 {
     const SlcVariableNumbers& variables = analysis.Variables();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <iosfwd>
 #include <vector>
 
 #include "optimizer/SlcDataflowAnalysis.h"
+#include "support/SlcText.h"
 
 /// Merges varying or temp-uniform locals that are never live together into one variable, since
 /// every varying local costs storage for all shading points.
@@ -17,7 +17,7 @@ public:
     /// `graph` and `analysis` must belong to `list`, and are stale afterwards. If `dump` is not
     /// null, the interference graph is printed there. True if a variable is now assigned to itself.
     bool Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,
-                std::ostream* dump);
+                SlcText* dump);
 
 private:
     static constexpr int k_noPool = -1;
@@ -31,7 +31,7 @@ private:
     void Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
     /// Replaces all variables of a color by the first; true if one is then assigned to itself.
     [[nodiscard]] bool Rename(SlcListICode& list, const SlcVariableNumbers& variables);
-    void PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
+    void PrintGraph(SlcText& out, const SlcControlFlowGraph& graph,
                     SlcDataflowAnalysis& analysis) const;
 
     std::vector<Node> m_nodes;              // by variable number

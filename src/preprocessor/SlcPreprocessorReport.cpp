@@ -50,12 +50,11 @@ void SlcReportPrinter::Print(const SlcPreprocessorReport& report)
         return;
     if (++m_count > k_mostReports) {
         if (m_count == k_mostReports + 1)
-            m_stream << "More faults in the source are counted, not shown\n";
+            m_print("More faults in the source are counted, not shown\n");
         return;
     }
     std::string includers = SlcIncludersText(report);
-    // Write everything at once, so that lines of processes that share the stream do not mix.
-    m_stream << (includers == m_includers ? std::string() : includers) + SlcReportText(report)
-             << std::flush;
+    // Print everything at once, so that lines of processes that share standard error do not mix.
+    m_print((includers == m_includers ? std::string() : includers) + SlcReportText(report));
     m_includers = std::move(includers);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <ostream>
+#include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 /// A fault that the preprocessor finds in a source.
@@ -36,9 +38,9 @@ struct SlcPreprocessorReport {
 /// only once. After a thousand reports, no more are shown.
 class SlcReportPrinter {
 public:
-    /// Does not print warnings above the level.
-    SlcReportPrinter(std::ostream& stream, int warningLevel)
-        : m_stream(stream),
+    /// Prints by `print`, once per report. Does not print warnings above the level.
+    SlcReportPrinter(std::function<void(std::string_view)> print, int warningLevel)
+        : m_print(std::move(print)),
           m_warningLevel(warningLevel)
     {
     }
@@ -48,7 +50,7 @@ public:
 private:
     static constexpr int k_mostReports = 1000;
 
-    std::ostream& m_stream;
+    std::function<void(std::string_view)> m_print;
     int m_warningLevel;
     int m_count = 0;
     std::string m_includers;  // text of the last report's includers

@@ -15,8 +15,8 @@
 #include "support/SlcDiagnostics.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <limits>
 #include <string>
 #include <utility>
@@ -82,8 +82,8 @@ void RecordAtSource(bool isError, std::string_view text)
     RecordReport(std::move(report));
 }
 
-struct ReportStream {
-    std::ostream* stream = &std::cerr;
+struct ReportText {
+    std::string* text = nullptr;  // null for standard error
 };
 
 /// Returns `file:line:` for the scanner's position.
@@ -99,7 +99,7 @@ void ReportAtSource(std::string_view kind, std::string_view message)
 {
     if (++State().sourceReports > k_maxSourceReports) {
         if (State().sourceReports == k_maxSourceReports + 1)
-            SlcReports() << "More faults in the source are counted, not shown\n";
+            PrintReport("More faults in the source are counted, not shown\n");
         return;
     }
     const SlcSourcePosition& position = SlcCurrentPosition();
@@ -113,7 +113,7 @@ void ReportAtSource(std::string_view kind, std::string_view message)
     report.append(indent).append(position.currentLine).append("\n");
     report.append(indent).append(position.filler, 0, offset);
     report.append("^\n");
-    SlcReports() << report;
+    PrintReport(report);
 }
 
 }  // namespace
@@ -132,14 +132,17 @@ void EndCompilation(int status)
     std::exit(status);
 }
 
-std::ostream& SlcReports()
+void PrintReport(std::string_view text)
 {
-    return *SlcPartOfCompilation<ReportStream>().stream;
+    if (std::string* const reports = SlcPartOfCompilation<ReportText>().text)
+        *reports += text;
+    else
+        std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
-void SetReports(std::ostream& stream)
+void SetReports(std::string& text)
 {
-    SlcPartOfCompilation<ReportStream>().stream = &stream;
+    SlcPartOfCompilation<ReportText>().text = &text;
 }
 
 const std::vector<SlcReport>& SlcReportsSoFar()
@@ -252,7 +255,7 @@ void Advise(std::string_view text)
     if (!AdviceIsShown() || State().sourceReports > k_maxSourceReports)
         return;
     RecordAdvice(text);
-    SlcReports() << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
+    PrintReport(Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n"));
 }
 
 void Warning(std::string_view message, std::string_view detail)
@@ -263,7 +266,7 @@ void Warning(std::string_view message, std::string_view detail)
     RecordAtSource(false, std::string(message).append(" -- ").append(detail));
     std::string report = Place(SlcCurrentPosition());
     report.append(" WARNING: ").append(message).append(" -- ").append(detail).append("\n\n");
-    SlcReports() << report;
+    PrintReport(report);
 }
 
 void WarningNoSource(std::string_view message)
@@ -271,18 +274,18 @@ void WarningNoSource(std::string_view message)
     if (WarningLevel() == 0)
         return;
     RecordReport({false, 1, "", 0, 0, 0, std::string(message), ""});
-    SlcReports() << "WARNING : " + std::string(message) + "\n";
+    PrintReport("WARNING : " + std::string(message) + "\n");
 }
 
 void SeverError(std::string_view program, std::string_view message)
 {
     AddError();
-    SlcReports() << std::string(program).append(": ERROR: ").append(message).append("\n");
+    PrintReport(std::string(program).append(": ERROR: ").append(message).append("\n"));
 }
 
 void SevereWarning(std::string_view program, std::string_view message)
 {
-    SlcReports() << std::string(program).append(": WARNING: ").append(message).append("\n");
+    PrintReport(std::string(program).append(": WARNING: ").append(message).append("\n"));
 }
 
 void FatalError(std::string_view message)
@@ -292,6 +295,6 @@ void FatalError(std::string_view message)
     std::string report = "FATAL ERROR: ";
     report.append(message).append("\n***** Please contact '");
     report.append(SlcContactAddress()).append("' !!!\n");
-    SlcReports() << report;
+    PrintReport(report);
     EndCompilation(1);
 }

@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <functional>
-#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// Counters and reports that need no syntax tree. They belong to the current compilation of the
-/// calling thread. All text goes to standard error, unless the compilation has its own stream.
+/// calling thread. All text goes to standard error, unless the compilation collects it.
 
 /// A stage counted errors in the source; the driver prints the summary. Thrown by value.
 class SlcCompilationError {};
@@ -37,10 +36,10 @@ private:
 /// exists, otherwise ends the process.
 [[noreturn]] void EndCompilation(int status);
 
-/// Returns the stream for reports.
-[[nodiscard]] std::ostream& SlcReports();
-/// Sets the stream for reports, which must outlive the compilation.
-void SetReports(std::ostream& stream);
+/// Prints the text of reports at once.
+void PrintReport(std::string_view text);
+/// Collects the text of reports in `text`, which must outlive the compilation.
+void SetReports(std::string& text);
 
 /// A report as data.
 struct SlcReport {

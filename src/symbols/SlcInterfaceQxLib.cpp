@@ -5,8 +5,6 @@
 
 #include "symbols/SlcInterfaceQxLib.h"
 
-#include <ostream>
-
 #include "sqx/SqxType.h"
 #include "support/SlcDiagnostics.h"
 
@@ -54,7 +52,7 @@ int SlcInterfaceQxLib::SlcTypeNodeToQxType(const SlcTypeNode* type)
     for (const TypeCode& row : k_typeCodes)
         if ((type->*row.test)())
             return static_cast<int>(row.code);
-    SlcReports() << type->ToString() << '\n';
+    PrintReport(type->ToString() + "\n");
     return 0;
 }
 

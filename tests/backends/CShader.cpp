@@ -1,7 +1,5 @@
 #include "CShader.h"
 
-#include <sstream>
-
 #include "backends/SlcGenCCode.h"
 
 namespace CForm {
@@ -59,9 +57,9 @@ void Shader::AddHidden(const char* name, const SlcOperand& operand)
 
 std::string Shader::Write()
 {
-    std::ostringstream text;
+    SlcText text;
     SlcGenCCode(m_form.m_errors, &m_options, text).GenCCode(m_form);
-    return text.str();
+    return text.Str();
 }
 
 }  // namespace CForm

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "COperands.h"
 #include "backends/SlcCStatements.h"
 #include "support/reports/SlcSemanticError.h"
@@ -24,9 +22,9 @@ std::string TextOf(SlcPtr<SlcICode> code)
 {
     SlcListICode list;
     list.AddICode(std::move(code));
-    std::ostringstream out;
+    SlcText out;
     Statements(MakeShared<SlcSemanticError>(), out).PrintListICode(list);
-    const std::string text = out.str();
+    const std::string text = out.Str();
     EXPECT_EQ(text.substr(text.size() - 3), "\t;\n");
     return text.substr(1, text.size() - 4);
 }

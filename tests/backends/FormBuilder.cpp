@@ -75,9 +75,9 @@ SlcOperand FormBuilder::Local(SlcTypeNode* type, SlcDetailNode* detail)
 
 std::string FormBuilder::Text()
 {
-    std::ostringstream text;
+    SlcText text;
     SlcGenByteCode(m_form.m_errors, text).GenByteCode(m_form);
-    return text.str();
+    return text.Str();
 }
 
 SqxShader FormBuilder::Shader()

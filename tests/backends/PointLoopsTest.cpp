@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "backends/SlcCStatements.h"
 #include "backends/SlcPointLoops.h"
 #include "helpers/CodeText.h"
@@ -16,9 +14,9 @@ namespace {
 /// it has a guard.
 std::string Shown(const std::vector<SlcPointLoop>& loops)
 {
-    std::ostringstream out;
+    SlcText out;
     for (const SlcPointLoop& loop : loops) {
-        out << (out.tellp() > 0 ? " | " : "") << loop.begin << ".." << loop.end
+        out << (out.Str().empty() ? "" : " | ") << loop.begin << ".." << loop.end
             << (loop.hasGuard ? "*" : "");
         const char* separator = "";
         for (const auto* operands :
@@ -29,7 +27,7 @@ std::string Shown(const std::vector<SlcPointLoop>& loops)
                 out << ' ' << operand->GetName();
         }
     }
-    return out.str();
+    return out.Str();
 }
 
 struct LoopCase {
@@ -106,12 +104,12 @@ TEST(SlcStripLoops, CanBeLeftStripByStrip)
 TEST(SlcPointLoops, LoadFirstAndStoreLast)
 {
     CodeText text;
-    std::ostringstream out;
+    SlcText out;
     SlcCStatements(MakeShared<SlcSemanticError>(), out)
         .PrintListICode(
             *text.List("L0: { f = x < p; } f <- f1; g = any f; !g? goto L1; { f?( u = x "
                        "+ 1; x = u; ) } f1 = f2 but not f; goto L0; L1:"));
-    EXPECT_EQ(out.str(), R"(	QX_FOR_STRIPS {
+    EXPECT_EQ(out.Str(), R"(	QX_FOR_STRIPS {
 	L0:	;
 	{
 	unsigned int any_g = 0;

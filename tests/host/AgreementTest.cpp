@@ -12,7 +12,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "backends/SlcGenCCode.h"
 #include "compiler/SlcOptimizationLevel.h"
@@ -86,13 +85,13 @@ std::string CFileOf(const std::string& source, int level)
     options.m_validateICode = true;
     SetOptimizationLevel(level, options);
     const CheckedShader checked(source, options);
-    std::ostringstream text;
+    SlcText text;
     SlcInterForm form(options);
     form.GenInterForm(checked.Root());
     form.Optimize();
     SlcGenCCode(form.m_errors, &options, text).GenCCode(form);
     EXPECT_TRUE(form.m_errors->NoError()) << source;
-    return text.str();
+    return text.Str();
 }
 
 class Agreement : public ::testing::Test {

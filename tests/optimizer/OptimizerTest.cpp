@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "helpers/CodeText.h"
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcCodeMotion.h"
@@ -105,11 +103,11 @@ TEST(SlcControlFlowGraph, LinksBlocks)
 TEST(SlcBasicBlock, PrintsItsEdges)
 {
     const auto list = CodeText().List("S: g? goto S; x = 1;");
-    std::ostringstream text;
+    SlcText text;
     const SlcControlFlowGraph graph(*list);
     for (const auto& block : graph.Blocks())
         block.Print(text);
-    EXPECT_EQ(text.str(), "Begin Block 0 \n\tPred: 0 \n\tSucc: 0 1 \n\n"
+    EXPECT_EQ(text.Str(), "Begin Block 0 \n\tPred: 0 \n\tSucc: 0 1 \n\n"
                           "\tSlcLabelICode\n\tSlcIfTrueGotoICode\nEnd Block 0 \n\n"
                           "Begin Block 1 \n\tPred: 0 \n\tSucc: \n\n"
                           "\tSlcAssignICode\nEnd Block 1 \n\n");

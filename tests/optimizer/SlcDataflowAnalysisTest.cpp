@@ -244,9 +244,9 @@ TEST(SlcReduceNumberTmps, SeparatesVariablesThatInterfere)
         SlcDefUse defUse(variables);
         const SlcControlFlowGraph graph(*list);
         SlcDataflowAnalysis analysis(graph, variables, defUse);
-        std::ostringstream dump;
+        SlcText dump;
         SlcReduceNumberTmps().Reduce(*list, graph, analysis, &dump);
-        ASSERT_EQ(WronglyShared(dump.str()), "") << "seed " << seed << "\n" << text;
+        ASSERT_EQ(WronglyShared(dump.Str()), "") << "seed " << seed << "\n" << text;
     }
 }
 

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "backends/SlcGenCCode.h"
 #include "compiler/SlcOptimizationLevel.h"
 #include "helpers/CheckedShader.h"
@@ -38,9 +36,9 @@ std::string CodeOf(const std::string& source, int level, Rounds rounds)
     SlcInterForm form(options);
     form.GenInterForm(checked.Root());
     form.Optimize();
-    std::ostringstream text;
+    SlcText text;
     SlcGenCCode(form.m_errors, &options, text).GenCCode(form);
-    return text.str();
+    return text.Str();
 }
 
 /// Compares the code of both kinds of rounds. True if the source is accepted.

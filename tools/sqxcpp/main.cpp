@@ -54,7 +54,8 @@ bool WriteRule(const std::string& path, const SqxCppOptions& options, const SlcP
 
 SlcPreprocessed Preprocess(const SqxCppOptions& options)
 {
-    SlcReportPrinter printer(std::cerr, options.warningLevel);
+    SlcReportPrinter printer([](std::string_view text) { std::cerr << text << std::flush; },
+                             options.warningLevel);
     SlcPreprocessorOptions wanted = options.preprocessor;
     wanted.report = [&](const SlcPreprocessorReport& report) { printer.Print(report); };
     if (options.source != "-")

@@ -8,7 +8,6 @@
 #include "support/reports/SlcSemanticError.h"
 
 #include <cstdlib>
-#include <ostream>
 #include <string>
 
 #include "frontend/SlcLexicalNode.h"
@@ -37,7 +36,7 @@ void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, i
         return SlcSemanticError::PrintAt({*node->GetFileParsed(), node->GetNoLine(), node->Range()},
                                          kind, text, level);
     Record({}, kind, text, level);
-    SlcReports() << text.append("\n");
+    PrintReport(text.append("\n"));
 }
 
 std::string WithDetail(std::string_view message, std::string_view detail)
@@ -53,7 +52,7 @@ void SlcSemanticError::PrintAt(const Place& place, std::string_view kind, std::s
     Record(place, kind, text, level);
     std::string report(place.file);
     report.append(":").append(std::to_string(place.line)).append(": ").append(kind).append(": ");
-    SlcReports() << report.append(text).append("\n");
+    PrintReport(report.append(text).append("\n"));
 }
 
 SlcSemanticError::QuietAfterError::QuietAfterError(SlcSemanticError& errors, int before)
@@ -135,7 +134,7 @@ void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view me
     CountError();
     PrintHeading();
     Print(node, "FATAL ERROR", std::string(message));
-    SlcReports() << "***** Please contact '" << SlcContactAddress() << "' !\n";
+    PrintReport(std::string("***** Please contact '").append(SlcContactAddress()).append("' !\n"));
     EndCompilation(1);
 }
 
@@ -155,5 +154,5 @@ void SlcSemanticError::PrintHeading()
     if (m_heading.isPrinted || !m_heading.function || !m_heading.file)
         return;
     m_heading.isPrinted = true;
-    SlcReports() << *m_heading.file + ": In function " + m_heading.function->GetName() + "\n";
+    PrintReport(*m_heading.file + ": In function " + m_heading.function->GetName() + "\n");
 }

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <sstream>
 
 #include "backends/SlcGenByteCode.h"
 #include "compiler/SlcOptimizationLevel.h"
@@ -85,7 +84,7 @@ std::string ByteCodeOf(const std::string& source, int level)
         ADD_FAILURE() << checked.Output() << source;
         return {};
     }
-    std::ostringstream text;
+    SlcText text;
     bool written = false;
     testing::internal::CaptureStderr();
     try {
@@ -100,8 +99,8 @@ std::string ByteCodeOf(const std::string& source, int level)
     }
     const std::string reports = testing::internal::GetCapturedStderr();
     if (written) {
-        ExpectVerified(text.str(), source);
-        return text.str();
+        ExpectVerified(text.Str(), source);
+        return text.Str();
     }
     if (reports.find("does not fit into byte-code") == std::string::npos)
         ADD_FAILURE() << "refused by the generator: " << reports << source;
