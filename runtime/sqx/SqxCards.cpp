@@ -18,12 +18,12 @@ constexpr std::string_view k_titles[] = {
 #include "sqx/SqxCards.def"
 };
 
-/// The first card of each primitive, by primitive.
+/// The index of the first card of each primitive, by primitive.
 constexpr auto k_byPrimitive = [] {
-    std::array<const SqxCard*, k_sqxPrimitiveCount> cards{};
+    std::array<short, k_sqxPrimitiveCount> cards{};
     // Goes backwards, so that the first card of a primitive is stored last.
     for (std::size_t i = std::size(k_sqxCards); i-- > 0;)
-        cards[static_cast<std::size_t>(k_sqxCards[i].primitive)] = &k_sqxCards[i];
+        cards[static_cast<std::size_t>(k_sqxCards[i].primitive)] = static_cast<short>(i);
     return cards;
 }();
 
@@ -34,31 +34,19 @@ constexpr std::size_t k_namedCount = [] {
     return count;
 }();
 
-struct NamedCard {
-    std::string_view name;
-    const SqxCard* card = nullptr;
-};
-
 /// The cards sorted by the name of the function; cards with the same name keep their order.
 constexpr auto k_byName = [] {
-    std::array<NamedCard, k_namedCount> cards;
+    std::array<const SqxCard*, k_namedCount> cards{};
     auto end = cards.begin();
     for (const SqxCard& card : k_sqxCards) {
         if (card.name.length == 0)
             continue;
         // Not std::sort, which is not stable.
         auto place = end++;
-        for (; place != cards.begin() && card.Name() < (place - 1)->name; --place)
+        for (; place != cards.begin() && card.Name() < (*(place - 1))->Name(); --place)
             *place = *(place - 1);
-        *place = {card.Name(), &card};
+        *place = &card;
     }
-    return cards;
-}();
-
-constexpr auto k_cardsByName = [] {
-    std::array<const SqxCard*, k_namedCount> cards{};
-    std::transform(k_byName.begin(), k_byName.end(), cards.begin(),
-                   [](const NamedCard& named) { return named.card; });
     return cards;
 }();
 
@@ -118,17 +106,13 @@ std::span<const SqxCard> SqxCards()
 
 const SqxCard& SqxCardOf(SqxPrimitive primitive)
 {
-    return *k_byPrimitive[static_cast<std::size_t>(primitive)];
+    return k_sqxCards[k_byPrimitive[static_cast<std::size_t>(primitive)]];
 }
 
 std::span<const SqxCard* const> SqxCardsNamed(std::string_view function)
 {
-    const auto [begin, end] =
-        std::equal_range(k_byName.begin(), k_byName.end(), NamedCard{function},
-                         [](const NamedCard& a, const NamedCard& b) { return a.name < b.name; });
-    return std::span(k_cardsByName)
-        .subspan(static_cast<std::size_t>(begin - k_byName.begin()),
-                 static_cast<std::size_t>(end - begin));
+    const auto found = std::ranges::equal_range(k_byName, function, {}, &SqxCard::Name);
+    return {found.begin(), found.end()};
 }
 
 std::string_view SqxChapterOf(const SqxCard& card)
@@ -154,8 +138,9 @@ std::string_view SqxNumberName(int number)
     if (number < 0 || number > k_sqxHighestNumber)
         return {};
     const SqxNumbered& numbered = k_sqxNumbered[static_cast<std::size_t>(number)];
-    return numbered.card ? SqxFormNamesOf(numbered.card->primitive)[numbered.form]
-                         : std::string_view();
+    if (!numbered.IsAssigned())
+        return {};
+    return SqxFormNamesOf(numbered.Card().primitive)[numbered.form];
 }
 
 short SqxNumberNamed(std::string_view name)

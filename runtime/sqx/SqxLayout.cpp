@@ -155,9 +155,9 @@ constexpr void AddCondition(Form& form)
 constexpr Form MakeForm(const SqxNumbered& numbered)
 {
     Form form;
-    if (!numbered.isAssigned || numbered.card->isUnused)
+    if (!numbered.IsAssigned() || numbered.Card().isUnused)
         return form;
-    const SqxCard& card = *numbered.card;
+    const SqxCard& card = numbered.Card();
     form.layout.name = SqxFormNamesOf(card.primitive)[numbered.form];
     form.layout.primitive = card.primitive;
     form.layout.simd = numbered.form == 1 || numbered.form == 2;
