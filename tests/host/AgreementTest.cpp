@@ -1,8 +1,9 @@
 // Checks that shared objects and byte-code compute the same values at every optimization level.
 //
-// SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set. SLC_AGREE_RANDOM is the number of
-// random shaders of each generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is a
-// filter that selects tests of test_run, whose shaders are compared.
+// SLC_AGREE_COMPILER is the C++ compiler, that of the build unless set, and SLC_AGREE_CXX its level
+// and other options, -O0 unless set. SLC_AGREE_RANDOM is the number of random shaders of each
+// generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is a filter that selects tests
+// of test_run, whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -148,7 +149,8 @@ private:
                            m_objects.Add(CFileOf(source.text, level))});
     }
 
-    SharedObjects m_objects{m_folder.Path(), Setting("SLC_AGREE_CXX", "-O0")};
+    SharedObjects m_objects{m_folder.Path(), Setting("SLC_AGREE_COMPILER", SLC_CXX_COMPILER) + ' ' +
+                                                 Setting("SLC_AGREE_CXX", "-O0")};
     std::vector<Pair> m_pairs;
 };
 

@@ -31,7 +31,7 @@ std::string SharedObjects::Add(const std::string& text)
 
 std::string SharedObjects::Compiler() const
 {
-    return "cd '" + m_folder.string() + "' && " SLC_CXX_COMPILER " " + m_level +
+    return "cd '" + m_folder.string() + "' && " + m_compiler +
            " -w -ffp-contract=off -fno-math-errno -fPIC -I. -I" SLC_RUNTIME_FOLDER " ";
 }
 

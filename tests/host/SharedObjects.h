@@ -13,10 +13,10 @@
 /// names.
 class SharedObjects {
 public:
-    /// Writes to `folder` and compiles at `level`, such as "-O0".
-    SharedObjects(std::filesystem::path folder, std::string level)
+    /// Writes to `folder` and compiles with `compiler`, a command with options such as "g++ -O0".
+    SharedObjects(std::filesystem::path folder, std::string compiler)
         : m_folder(std::move(folder)),
-          m_level(std::move(level))
+          m_compiler(std::move(compiler))
     {
     }
 
@@ -39,7 +39,7 @@ private:
     [[nodiscard]] std::string Compiler() const;
 
     std::filesystem::path m_folder;
-    std::string m_level;
+    std::string m_compiler;
     std::size_t m_count = 0;  // number of files
     std::size_t m_built = 0;  // number of them that are built
 };
