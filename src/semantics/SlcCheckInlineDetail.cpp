@@ -54,7 +54,7 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, const SlcCa
     m_wanted = std::exchange(m_place.wanted, nullptr);
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;
-    m_left = {nullptr};
+    m_left = {{nullptr, Levels::Counted}};
     m_result = nullptr;
     try {
         body->ApplyWalker(this);
@@ -66,7 +66,7 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, const SlcCa
 
 SlcDetailNode* SlcCheckInlineDetail::Guard() const
 {
-    return CombineGuards(m_guard, m_left.back());
+    return CombineGuards(m_guard, m_left.back().detail);
 }
 
 void SlcCheckInlineDetail::Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail,
@@ -187,16 +187,16 @@ void SlcCheckInlineDetail::Case(SlcIfThenElseStmtNode* node)
 void SlcCheckInlineDetail::Case(SlcLoopStmtNode* node)
 {
     SlcDetailNode* const outer = std::exchange(m_guard, SlcDetailNode::AVarying());
-    m_left.push_back(m_left.back());
+    m_left.push_back({m_left.back().detail, Levels::NotCounted});
     node->WalkIn(this);
     m_left.pop_back();
     m_guard = outer;
 }
 
-void SlcCheckInlineDetail::WalkLoop(const SlcLoopStmtNode* node,
+void SlcCheckInlineDetail::WalkLoop(const SlcLoopStmtNode* node, Levels levels,
                                     const std::function<void()>& walkRound)
 {
-    m_left.push_back(m_left.back());
+    m_left.push_back({m_left.back().detail, levels});
     for (int round = 1; WalkQuietRound(round == k_roundsOfOne, walkRound); ++round)
         ;
     if (!m_errors->IsQuiet()) {
@@ -212,28 +212,29 @@ void SlcCheckInlineDetail::WalkLoop(const SlcLoopStmtNode* node,
 bool SlcCheckInlineDetail::WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound)
 {
     const SlcSemanticError::Quiet quiet(*m_errors);
-    SlcDetailNode* const left = m_left.back();
+    SlcDetailNode* const left = m_left.back().detail;
     m_journal->BeginRound();
     walkRound();
     if (makesVarying) {
         m_journal->EndRoundAsVarying();
-        if (m_left.back())
-            m_left.back() = SlcDetailNode::AVarying();
+        if (m_left.back().detail)
+            m_left.back().detail = SlcDetailNode::AVarying();
         return !m_journal->IsExhausted();
     }
-    const bool changes = m_journal->EndRound() || m_left.back() != left;
+    const bool changes = m_journal->EndRound() || m_left.back().detail != left;
     return changes && !m_journal->IsExhausted();
 }
 
 void SlcCheckInlineDetail::Case(SlcWhileStmtNode* node)
 {
-    WalkLoop(node, [&] { WalkGuarded(node->GetBody(), WalkCondition(node->GetCondition())); });
+    WalkLoop(node, Levels::Counted,
+             [&] { WalkGuarded(node->GetBody(), WalkCondition(node->GetCondition())); });
 }
 
 void SlcCheckInlineDetail::Case(SlcForStmtNode* node)
 {
     node->GetInit()->ApplyWalker(this);
-    WalkLoop(node, [&] {
+    WalkLoop(node, Levels::Counted, [&] {
         SlcDetailNode* const condition = WalkCondition(node->GetCondition());
         WalkGuarded(node->GetBody(), condition);
         WalkGuarded(node->GetStep(), condition);
@@ -245,15 +246,16 @@ void SlcCheckInlineDetail::Case(SlcIlluminanceStmtNode* node)
     for (SlcExprNode* part : {node->GetSurfacePosition(), node->GetAxis(), node->GetAngle()})
         if (part)
             part->ApplyWalker(this);
-    WalkLoop(node, [&] { WalkGuarded(node->GetBody(), SlcDetailNode::AVarying()); });
+    WalkLoop(node, Levels::NotCounted,
+             [&] { WalkGuarded(node->GetBody(), SlcDetailNode::AVarying()); });
 }
 
 void SlcCheckInlineDetail::Leave(std::size_t loops)
 {
     SlcDetailNode* const guard = Guard();
-    for (std::size_t i = 0; i < loops && i < m_left.size(); ++i) {
-        SlcDetailNode*& left = m_left[m_left.size() - 1 - i];
-        left = CombineGuards(left, guard);
+    for (auto left = m_left.rbegin(); left != m_left.rend() && loops > 0; ++left) {
+        left->detail = CombineGuards(left->detail, guard);
+        loops -= left->levels == Levels::Counted ? 1 : 0;
     }
 }
 

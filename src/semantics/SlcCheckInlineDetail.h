@@ -90,6 +90,16 @@ private:
     void Case(SlcExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
+    /// Whether a loop is one of the levels of `break` and `continue`, which light statements are
+    /// not.
+    enum class Levels { Counted, NotCounted };
+
+    /// The body or a loop.
+    struct Left {
+        SlcDetailNode* detail;  // combined, of the jumps that have left it; null if there are none
+        Levels levels;
+    };
+
     template <class Elements>
     [[nodiscard]] SlcDetailNode* WalkElements(const Elements& elements);
     /// Walks a condition and returns the combined detail of its operands.
@@ -97,11 +107,13 @@ private:
     /// Walks code that is guarded by a condition of that detail.
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
     /// Walks iterations of a loop until nothing changes.
-    void WalkLoop(const SlcLoopStmtNode* node, const std::function<void()>& walkRound);
+    void WalkLoop(const SlcLoopStmtNode* node, Levels levels,
+                  const std::function<void()>& walkRound);
     /// Walks one iteration; true if another one is needed. `makesVarying` makes all variables
     /// varying that the iteration writes, so that one more iteration suffices.
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
-    /// Records that some points leave the `loops` innermost loops here.
+    /// Records that some points leave the `loops` innermost `for` and `while` loops here, and the
+    /// light statements in them.
     void Leave(std::size_t loops);
     /// Returns the combined detail of the conditions in the body that guard the current code; null
     /// if there are none.
@@ -114,9 +126,7 @@ private:
     SlcDetailNode* m_guard =
         nullptr;                  // of the enclosing conditions and loops; null if there are none
     SlcDetailNode* m_outerGuard;  // of the conditions and loops around the call; null if none
-    // For the body and each loop around the current code, outermost first: the combined detail of
-    // the jumps that have left it; null if there are none.
-    std::vector<SlcDetailNode*> m_left;
+    std::vector<Left> m_left;     // the body and the loops around the current code, outermost first
     SlcDetailNode* m_result = nullptr;                   // of a guarded `return`
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;

@@ -64,8 +64,11 @@ void SlcGetBodyFacts::Case(SlcDefExprNode* node)
 
 void SlcGetBodyFacts::Case(SlcIlluminanceStmtNode* node)
 {
+    for (SlcExprNode* part : {node->GetSurfacePosition(), node->GetAxis(), node->GetAngle()})
+        if (part)
+            part->ApplyWalker(this);
     const bool outer = std::exchange(m_inLightLoop, true);
-    node->WalkIn(this);
+    node->GetBody()->ApplyWalker(this);
     m_inLightLoop = outer;
 }
 

@@ -97,7 +97,9 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     m_args = SlcArgsOf(call->GetArguments());
     SlcTypeNode* wanted = ResolveRequestedType(call);
     const Entry entry = ResolveArgs(wanted);
-    if (!CheckShaderType() || !entry)
+    // A function of the source may have the name of a restricted built-in.
+    const bool isOwn = entry && entry->GetOrigin() != SlcFuncOrigin::BuiltIn;
+    if ((!isOwn && !CheckShaderType()) || !entry)
         return;
     call->SetSymbolEntry(entry);
     SlcCheckConstantArguments(*m_errors, *call);

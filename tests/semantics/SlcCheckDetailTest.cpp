@@ -376,14 +376,16 @@ TEST(SlcCheckInlineDetail, RequiresALightLoopAroundUsesOfItsLight)
     const std::string functions = "color f() { extern color Cl; return Cl; }\n"
                                   "color g() { return f(); }\n"
                                   "color h(point P) { extern color Cl; color c = 0;\n"
-                                  "  illuminance(P) { c += Cl + f(); } return c; }\n";
+                                  "  illuminance(P) { c += Cl + f(); } return c; }\n"
+                                  "color k() { extern vector L; color c = 0;"  // reads L outside
+                                  "  illuminance(P, L, 1) { c += Cl; } return c; }\n";
     EXPECT_EQ(CheckedShader(functions + "surface a() { illuminance(P) { Ci += f() + g(); }\n"
                                         "Ci += h(P); }")
                   .Reports(),
               "");
-    for (const char* name : {"f", "g"})
+    for (const char* name : {"f", "g", "k"})
         EXPECT_EQ(CheckedShader(functions + "surface a() { Ci = " + name + "(); }").Reports(),
-                  std::string("5: ERROR: Function '") + name +
+                  std::string("6: ERROR: Function '") + name +
                       "' uses the light of an 'illuminance' statement, and cannot be called "
                       "outside of one");
     EXPECT_EQ(CheckedShader("color f() { extern color Cl; return Cl; }\n"
@@ -419,8 +421,12 @@ TEST(SlcCheckInlineDetail, FollowsEveryWriteOfALocal)
         "float y = 1, i, j; for (i = 0; i < 2; i += 1) { for (j = 0; j < 2; j += 1) one(y); y = u; "
         "}",
         "color c = 1; float i; for (i = 0; i < 2; i += 1) { one(comp(c, 0)); setcomp(c, 0, u); }",
-        "color c = 1; float i = 0; while (i < 2) { if (u > i) break; setcomp(c, 0, 2); i += 1; }"
+        "color c = 1; uniform float i = 0; while (i < 2) { if (u > i) break; setcomp(c, 0, 2); i "
+        "+= 1; }"
         "one(comp(c, 0));",
+        // `break` leaves the light loop and the loop around it.
+        "color c = 1; uniform float i; for (i = 0; i < 2; i += 1) { illuminance(P) { if (u > 0.5)"
+        " break; } setcomp(c, 0, 2); } one(comp(c, 0));",
         "color c = 1; if (u > 0.5) setcomp(c, 0, 2); one(comp(c, 0));",
         "color c = 1; float y = 1; if (u > 0.5) y = 2; setcomp(c, 0, y); one(comp(c, 0));",
         "float y = 1, z = u > 0.5 ? (y = 2) : 1; one(y);",

@@ -254,6 +254,8 @@ TEST(SlcResolveUniqueType, AllowsBuiltInsOnlyInTheirShaders)
               "ERROR: Function 'diffuse' is unavailable in light shader");
     const CheckedShader function("color f(normal n) { return diffuse(n); }\nlight test() {}");
     EXPECT_EQ(function.Reports(), "1: ERROR: Function 'diffuse' is unavailable in light shader");
+    EXPECT_EQ(TypedStatement("c1 = ambient();", "light", "color ambient() { return 1; }").Reports(),
+              "");
 }
 
 TEST(SlcResolveUniqueType, ChecksTextureAccess)
