@@ -61,8 +61,8 @@ Report PublicReport(const SlcPreprocessorReport& report)
             ""};
 }
 
-/// Takes the tree apart, even after a failed stage, since its nodes and annotations may hold each
-/// other. The compiled shader must be destroyed before the tree.
+/// Takes the tree apart before deleting it, even after a failed stage, since nodes and annotations
+/// may hold each other. The compiled shader must be destroyed before the tree.
 struct DeleteTree {
     void operator()(SlcDefinitionsNode* tree) const
     {
@@ -71,7 +71,8 @@ struct DeleteTree {
     }
 };
 
-/// Keeps the thread in a compilation, and collects its reports into a result.
+/// Keeps the thread in a compilation. Runs stages, and adds their outcome, reports and counts to a
+/// result.
 class RunInCompilation {
 public:
     /// `messages` must outlive the compilation.
@@ -178,7 +179,8 @@ private:
     }
 
     /// Indexes a source with faults as far as they allow, or one that was only preprocessed. Does
-    /// not collect further reports, which would only be consequences of earlier ones.
+    /// not collect the reports of this parse and these checks: for a source with faults, they would
+    /// repeat earlier ones or be consequences of them.
     void IndexFaultySource()
     {
         try {
@@ -245,8 +247,7 @@ private:
         throw SlcCompilationSevereError();
     }
 
-    /// Installs the conversion of places in the preprocessed text to columns in the files, which
-    /// reports contain.
+    /// Makes reports contain columns in the files instead of columns in the preprocessed text.
     void SetColumns(std::vector<SlcColumnChange> changes)
     {
         m_columns.emplace(m_text, std::move(changes));

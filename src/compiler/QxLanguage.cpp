@@ -26,7 +26,8 @@ QxIndexedName PublicBuiltIn(const SlcFuncDescription& info)
     return name;
 }
 
-/// Returns a form of a texture access. These follow a grammar rule that no card can express.
+/// Returns a form of a texture access. Texture accesses follow a grammar rule, with a channel in
+/// brackets, that no card can express.
 QxIndexedName TextureAccess(std::string_view kind, std::string_view result,
                             const std::vector<std::string>& formals)
 {

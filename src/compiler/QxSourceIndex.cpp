@@ -62,7 +62,7 @@ const QxIndexedUse* QxSourceIndex::UseAt(int file, int line, int column) const
                         column <= use.place.column + use.place.length;
     if (!isHere)
         return nullptr;
-    // Return the first of the uses at this place.
+    // Several names may be used at one place; return the first of the uses.
     return &*std::partition_point(uses.begin(), next - 1, [&](const QxIndexedUse& other) {
         return Place(other.place.file, other.place.line, other.place.column) <
                Place(use.place.file, use.place.line, use.place.column);
@@ -80,8 +80,8 @@ std::vector<const QxIndexedUse*> QxSourceIndex::UsesOf(int name) const
 
 unsigned QxSourceIndex::OrderAt(int file, int line, int column) const
 {
-    // Tokens are in file order, if those from a macro count as at its name. So the first token that
-    // is not before the place ends the search.
+    // The tokens of a file are in order, if those from a macro count as at its name. So the first
+    // token of the file that is not before the place ends the search.
     unsigned order = 0;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const QxSourcePlace& place = tokens[i].use.file >= 0 ? tokens[i].use : tokens[i].place;
@@ -147,7 +147,8 @@ QxCallAtPlace QxSourceIndex::CallAt(int file, int line, int column) const
                (token.isBody || token.place.file != file ||
                 std::tie(token.place.line, token.place.column) >= std::tie(line, column));
     };
-    // Unfinished code may leave any parentheses open, so a ";" or a brace ends the search.
+    // Unfinished code may leave any parentheses open, so a brace ends the search, and so does a ";"
+    // outside parentheses that are closed again.
     for (std::size_t i = OrderAt(file, line, column); i-- > 0;) {
         if (isPassedOver(tokens[i]))
             continue;

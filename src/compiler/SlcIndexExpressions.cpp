@@ -1,4 +1,5 @@
-// The part of the walk for expressions: the names that a value reads, writes and calls.
+// The part of the walk for expressions: the names that a value reads, writes and calls, and the
+// spaces that it names in strings.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -10,7 +11,7 @@
 
 namespace {
 
-/// True if string arguments in calls of the function name coordinate spaces.
+/// True if string arguments in calls of the function name coordinate or color spaces.
 bool HasSpaceArguments(std::string_view function)
 {
     for (const std::string_view name :

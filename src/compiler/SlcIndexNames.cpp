@@ -86,7 +86,7 @@ int SlcIndexNames::OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry)
     const auto found = m_variables.find(&*variable);
     if (found != m_variables.end())
         return found->second;
-    // Only the language's own names are added here: those of a kind of shader, and the constant.
+    // Only names of the language are added here: the variables of a kind of shader, and `PI`.
     if (!variable->IsHidden() && variable->GetName() != SlcHiddenVariables::Pi().name)
         return -1;
     const int number = OfWord(QxNameKind::Predefined, variable->GetName());

@@ -109,7 +109,7 @@ SlcTextRange SlcIndexPlaces::BodyOf(const SlcTextRange& definition) const
 {
     const auto& tokens = m_trace.Tokens();
     int depth = 0;
-    // The braces of arrays may occur between the parentheses.
+    // The braces of array values may occur between the parentheses of the formals.
     for (std::size_t i = TokenAt(definition.begin);
          i < tokens.size() && tokens[i].offset < definition.end; ++i) {
         depth += tokens[i].text == "(" ? 1 : tokens[i].text == ")" ? -1 : 0;

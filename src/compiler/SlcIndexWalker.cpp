@@ -1,9 +1,10 @@
-// One walk in source order. Names get their index where they are defined, and later uses find it by
-// their symbol entries. Names of the language get theirs at the first use.
+// One walk, which reaches each definition before its uses. A variable or function gets its index
+// where it is defined, and its uses find the index by the symbol entry or, for a function, by the
+// definition. Names of the language and of libraries get theirs at the first use.
 //
-// The detail of a local combines the details of all values assigned to it, since a loop may return
-// to an earlier place. A varying value, or any value in a branch that not all points take, makes
-// the local varying.
+// The detail of a local that is declared without one combines the details of all values assigned to
+// it, since a loop may return to an earlier place. A varying value, or a uniform one under a
+// condition that may be varying, makes the local varying.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -16,7 +17,7 @@
 
 namespace {
 
-/// Returns the array length after a name, as text.
+/// Returns the array length after a name, in brackets; empty for a scalar.
 std::string LengthOf(const SlcDefExprNode& definition)
 {
     if (!definition.IsArray())
@@ -25,6 +26,7 @@ std::string LengthOf(const SlcDefExprNode& definition)
     return size == SlcDefExprNode::k_unspecifiedSize ? "[]" : "[" + std::to_string(size) + "]";
 }
 
+/// False if all compared values are known to be uniform.
 bool IsVarying(const SlcRelationNode* relation)
 {
     if (const auto* comparison = dynamic_cast<const SlcCompOpNode*>(relation))
@@ -185,7 +187,7 @@ QxDetail SlcIndexWalker::WalkValue(SlcExprNode* value)
     const QxDetail outer = std::exchange(m_seen, QxDetail::None);
     value->ApplyWalker(this);
     QxDetail detail = SlcDetailOf(value);
-    // The checks leave the detail open where a local is read, but here it is known.
+    // Where a local is read, the checks leave the detail open, but here it may be known.
     if (detail == QxDetail::Open && m_seen != QxDetail::None)
         detail = m_seen;
     m_seen = SlcSum(outer, detail);
@@ -333,7 +335,7 @@ void SlcIndexWalker::Case(SlcStmtsNode* node)
 
 void SlcIndexWalker::Case(SlcIlluminanceStmtNode* node)
 {
-    // Only the body sees the variables of the light, but including the header does no harm here.
+    // Only the body sees the variables of the light, but including the head does no harm here.
     const Block block(*this, QxBlockKind::LightLoop, node->Range());
     node->WalkIn(this);
 }

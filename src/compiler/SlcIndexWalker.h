@@ -9,7 +9,7 @@
 #include "frontend/SlcNodes.h"
 
 /// Return the detail and the type that the checks found for a value: `Open` and "" if they did not
-/// reach it.
+/// reach it, and "" also after a report of its type.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
 /// Returns the detail of a variable that is assigned values with the details `a` and `b`.
@@ -19,11 +19,13 @@
 /// it uses what the checks found out.
 class SlcIndexWalker : public SlcCodeWalker {
 public:
-    /// All arguments must outlive the walker. With `isStrict`, functions do not see enclosing
-    /// variables.
+    /// Index, names and places must outlive the walker. With `isStrict`, functions do not see
+    /// enclosing variables.
     SlcIndexWalker(QxSourceIndex& index, SlcIndexNames& names, const SlcIndexPlaces& places,
                    bool isStrict);
 
+    /// Adds the names, uses, calls and blocks of the tree. The index must already contain the
+    /// tokens and the block of the whole source.
     void operator()(SlcDefinitionsNode* tree);
 
 private:
@@ -52,7 +54,7 @@ private:
     /// Returns the name of a definition; its place is the first token in `range` with that text.
     [[nodiscard]] QxIndexedName Defined(QxNameKind kind, const std::string& name,
                                         const SlcTextRange& range) const;
-    /// Adds the name, and records its definition as a use.
+    /// Adds the name, and records its definition as a use. Returns the name's index.
     int AddDefinition(QxIndexedName name, const SlcTextRange& range);
     void DefineFormal(SlcVarDefsNode* declaration, QxIndexedName& owner);
     void DefineVariable(const SlcVarDefsNode& declaration, SlcDefExprNode* definition);
@@ -67,15 +69,18 @@ private:
     void AddCall(int name, const std::string& text, const SlcExprNode* call,
                  const std::vector<const SlcExprNode*>& arguments);
     void WalkBody(SlcStmtsNode* body, const SlcTextRange& definition);
+    /// Sets the declaration of a shader or function, whose formals are known.
     void FinishDeclaration(int name);
     /// Returns the detail of a variable at this use, as far as it is known.
     [[nodiscard]] QxDetail DetailHere(int name, const SlcExprNode* use) const;
     /// Walks a value, and returns its detail as far as it is known.
     QxDetail WalkValue(SlcExprNode* value);
-    /// Records that the variable is assigned a value of this detail at the current place.
+    /// Records that the variable is assigned a value of this detail at the current place. Has an
+    /// effect only for locals that are declared without a detail.
     void RecordValue(int name, QxDetail detail);
     /// Sets the detail of all uses of locals that are declared without a detail, if it is known.
     void SetDetails();
+    /// Walks a condition and the one or two parts that it controls; `second` may be null.
     void WalkConditionally(SlcRelationNode* condition, SlcSyntaxNode* first, SlcSyntaxNode* second);
 
     QxSourceIndex& m_index;
@@ -86,7 +91,7 @@ private:
     int m_owner = -1;
     bool m_readsFormals = false;
     bool m_isInFunction = false;
-    QxDetail m_seen = QxDetail::None;  // detail of the walked parts of a value
-    bool m_writes = false;             // the next name is an output argument
-    int m_varyingConditions = 0;       // number of enclosing varying conditions
+    QxDetail m_seen = QxDetail::None;  // detail of the parts of a value that have been walked
+    bool m_writes = false;             // the next expression is an output argument
+    int m_varyingConditions = 0;       // enclosing conditions in this body that may be varying
 };

@@ -1,4 +1,6 @@
-// A level sets or clears the flags of every level, so that a later option overrides an earlier one.
+// A level sets the flags of its own and of each lower level, and clears those of higher levels, so
+// that the result does not depend on a level that was set before. The check of array indices has no
+// table: only level 3 clears it.
 //
 // Tested by tests/compiler/SlcOptimizationLevelTest.cpp.
 
@@ -10,7 +12,7 @@ namespace {
 
 using Flag = bool SlcOptionsControl::*;
 
-// The options that each level enables in addition to those of the level below.
+// The flags that each level sets in addition to those of the level below.
 constexpr Flag k_level1Flags[] = {
     &SlcOptionsControl::m_simdInstructions, &SlcOptionsControl::m_regroupParallelBlocks,
     &SlcOptionsControl::m_assignInPlace,    &SlcOptionsControl::m_reuseTempVars,

@@ -4,5 +4,5 @@
 
 #include "preprocessor/SlcPreprocessor.h"
 
-/// Returns the macros that are defined for every source.
+/// Returns the macros that are defined for every source, unless another preprocessor is chosen.
 [[nodiscard]] std::vector<SlcPreprocessorOptions::Macro> SlcPreprocessorMacros();

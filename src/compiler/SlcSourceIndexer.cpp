@@ -97,8 +97,8 @@ private:
         m_index.uses.push_back(std::move(use));
     }
 
-    /// Merges equal uses: a file that is included twice, or a macro used twice, yields them
-    /// repeatedly.
+    /// Sorts the uses, removes those in no file, and keeps one of those with the same place and
+    /// name: a file that is included twice, or a macro that is used twice, yields them repeatedly.
     void SortUses()
     {
         const auto key = [](const QxIndexedUse& use) {

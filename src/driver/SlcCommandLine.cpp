@@ -33,7 +33,8 @@ void PrintVersion()
     std::printf("%s\n", QxGetCopyrightString());
 }
 
-/// False for a directory, which can be opened for reading but is not a source.
+/// True if the file can be opened for reading. False for a directory, which can also be opened but
+/// is not a source.
 [[nodiscard]] bool IsReadableFile(const std::string& path)
 {
     std::error_code ignored;

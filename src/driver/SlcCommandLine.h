@@ -15,7 +15,7 @@ struct SlcCommandLine {
     std::string m_preprocessedFile;  // next to the source, with the extension ".i"
     std::string m_outputDirectory = ".";
     std::vector<std::string> m_preprocessorArguments;  // every -I and -D as given
-    std::optional<std::string> m_preprocessCommand;    // for the shell; null: use the library
+    std::optional<std::string> m_preprocessCommand;    // for the shell; empty: use the library
     std::string m_ccCommand;                           // for the shell
     std::string m_librariesFile;  // file for the paths of shadeop libraries; empty: none
     bool m_runCompile = true;

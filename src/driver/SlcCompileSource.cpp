@@ -1,6 +1,7 @@
 // The library compiles, see compiler/QxCompiler.h. This file manages the output, and removes
 // earlier output that would look like a result of a failed compile: first the file named after the
-// source, then, once the shader's name is parsed, the one named after the shader.
+// source, then, if the source is rejected after the shader's name is parsed, the one named after
+// the shader.
 //
 // Tested by tests/driver/SlcCompileSourceTest.cpp.
 
@@ -21,8 +22,9 @@ namespace {
 using Failure = QxCompileResult::Failure;
 using Output = QxCompileOptions::Output;
 
-/// Returns the preprocessed text, from memory or from a file; reports a missing file and returns
-/// nothing. `files` keeps the text, which is written to its file after a fatal error.
+/// Returns the preprocessed text, from memory or from a command's file. Returns nothing if the file
+/// cannot be opened, which is reported. `files` keeps the text, which is written to its file after
+/// a fatal error.
 [[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
                                                           const SlcRunFiles& files)
 {
@@ -52,7 +54,8 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
     return SlcWriteFile(line.m_librariesFile, lines);
 }
 
-/// Returns the folder for the output: a private one for a C++ file that the C++ compiler will read.
+/// Returns the folder for the output: the output directory for byte-code, a private folder for a
+/// C++ file that the C++ compiler will read, and the working directory for any other C++ file.
 [[nodiscard]] std::string OutputFolder(const SlcCommandLine& line, SlcRunFiles& files,
                                        const QxCompileResult& result)
 {

@@ -1,4 +1,4 @@
-// The shell commands that are used if the environment sets none.
+// The shell commands that are the defaults if the environment sets none.
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp and, for an installed tree, tests/install.
 
@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Finds the installed folder relative to the program, so that the installed tree can be moved.
+/// Returns the folder of the run time's headers. Finds the installed one relative to the program,
+/// so that the installed tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
 {
     std::error_code failed;

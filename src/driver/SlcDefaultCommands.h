@@ -2,10 +2,11 @@
 
 #include <string>
 
-/// Shell commands that are used if the environment sets none. Words with a dollar sign are
-/// environment variables, set by the driver or by the user.
+/// The default shell commands. That of the C++ compiler runs if the environment sets none; that of
+/// the preprocessor is only printed, since the library preprocesses by default. Words with a dollar
+/// sign are environment variables, set by the driver or by the user.
 
-/// Quotes `text` as one word for the shell.
+/// Returns `text` as one word for the shell, in quotes if it needs them.
 [[nodiscard]] std::string SlcShellWord(const std::string& text);
 
 /// Returns the command for a program that does the same as the built-in preprocessor.

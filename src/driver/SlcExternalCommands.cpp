@@ -59,7 +59,7 @@ void EndAsTheCommand(int status)
             QxDebug::EndBySignal(signal);
 }
 
-/// True if the variables were set and the command returned 0.
+/// True if the variables were set and the command returned 0. Does not return if Ctrl-C ended it.
 [[nodiscard]] bool RunCommand(const std::string& command, Variables variables)
 {
     for (const auto& [name, value] : variables)
@@ -84,7 +84,8 @@ void EndAsTheCommand(int status)
     return access(path.c_str(), F_OK) == 0;
 }
 
-/// Accepts a file that the command wrote to the final place, which it can derive from the source.
+/// If the command has not written to the given path, takes the file at the final place, which the
+/// command can derive from the name of the source.
 void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 {
     if (!Exists(file.Path()))
@@ -115,8 +116,8 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     return SlcWriteFile(file.Path(), files.m_preprocessedText);
 }
 
-/// Preprocesses with the library, as if by the default command. Keeps the text in memory unless a
-/// file is requested.
+/// Preprocesses with the library, as if by the default command. Keeps the text in memory, and
+/// writes it to a file only if that is requested or after a failure.
 [[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
 {
     QxCompileOptions options = line.m_compile;

@@ -18,8 +18,7 @@
 
 namespace {
 
-// The effects of options. The option is the first of `arguments`; an effect that has a separate
-// argument pops the option first. False after a reported fault.
+// The effects of options, as `SlcOptionRow::Effect` describes them.
 
 template <auto field>
 bool SetOption(SlcCommandLine& line, SlcArgumentList&, int value)
@@ -186,7 +185,7 @@ constexpr std::string_view FindSpelling(const SlcOptionRow& row, std::string_vie
     return {};
 }
 
-// True if no row is shadowed by an earlier one that matches the same argument.
+// True if no earlier row matches the first spelling of a row.
 constexpr bool EachRowIsReached()
 {
     for (const SlcOptionRow& row : k_rows)

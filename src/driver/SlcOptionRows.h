@@ -20,17 +20,17 @@ private:
 /// An option of the compiler: its effect on the command line, and its texts for `--help`, the
 /// manual page, command-line completion, and the table in README.md.
 struct SlcOptionRow {
-    /// Executes the option, which is the first in the list; an effect that has a separate argument
-    /// pops the option first. `value` is that of the spelling. False after a reported fault.
+    /// Executes the option, which is the first in the list. If the next word is its argument, pops
+    /// the option, so that the argument becomes the first. False after a reported fault.
     using Effect = bool (*)(SlcCommandLine&, SlcArgumentList&, int value);
 
     std::string_view
         words;  // all spellings: "-O2, -O"; after "-I" and "-D", a word stands for the value
     std::string_view argument;  // the next word, such as "DIR"; empty if the option has none
-    std::string_view meaning;   // one sentence without a capital letter and a full stop
+    std::string_view meaning;   // a phrase with a small initial letter and no final full stop
     std::string_view usage;     // lines of `--help`
     Effect effect;              // null for an option that is only valid alone
-    int value;                  // for the first spelling; "--dont-..." passes the opposite
+    int value;                  // passed to `effect`; the spelling "--dont-..." passes the opposite
 };
 
 /// Returns the options in the order of `--help`.
@@ -38,5 +38,7 @@ struct SlcOptionRow {
 
 enum class SlcOptionResult { Done, Failed, NoOption };
 
-/// Executes the first argument if it is an option.
+/// Executes the first argument if it is an option, and leaves the last word of the option in the
+/// list. `Failed` after a reported fault. `NoOption` if no row matches, and for an option that is
+/// only valid alone.
 [[nodiscard]] SlcOptionResult SlcReadOption(SlcCommandLine& line, SlcArgumentList& arguments);

@@ -2,6 +2,6 @@
 
 #include <string_view>
 
-/// The name at the start of the driver's reports and of the usage text, regardless of the path by
+/// The program's name in the driver's reports and in the usage text, regardless of the path by
 /// which the program was started.
 inline constexpr std::string_view k_programName = "shaderqx";

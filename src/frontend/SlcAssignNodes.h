@@ -1,7 +1,7 @@
 #pragma once
 
-// Assignments. Checked by SlcResolveUniqueType and SlcCheckDetail, lowered in
-// SlcGenInterCodeAssignments.cpp.
+// Assignments. SlcCalculateTypesSets checks the target, SlcResolveUniqueType the type of the value,
+// and SlcCheckDetail the detail. They are lowered in SlcGenInterCodeAssignments.cpp.
 
 #include <memory>
 #include <string_view>
@@ -9,11 +9,11 @@
 #include "frontend/SlcLValueNodes.h"
 
 /// Base of the assignment operators. An assignment is an expression: its value is the new value of
-/// the variable, and it can be an output argument. The right side is evaluated after the index of
-/// an element, and before the write.
+/// the variable or element, and it can be an output argument. The right side is evaluated after the
+/// index of an element, and before the write.
 class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
 public:
-    /// Takes the position of its left value.
+    /// Takes the position of the left side.
     SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue, std::unique_ptr<SlcExprNode> value);
     [[nodiscard]] SlcAssignExprNode* AsAssignExpr() final { return this; }
     [[nodiscard]] virtual bool IsEqAssign() const { return false; }

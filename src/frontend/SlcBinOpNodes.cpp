@@ -1,4 +1,5 @@
-// All binary arithmetic operators share one structure; walkers distinguish them by their classes.
+// All binary arithmetic operators share one structure; walkers distinguish them by the operations
+// of the base, such as `IsAdd`.
 // Both sides are always evaluated, the left one first. The operators that short-circuit, `&&` and
 // `||`, are relations.
 //

@@ -9,8 +9,8 @@
 #include "frontend/SlcExprNodes.h"
 
 /// Base of the binary arithmetic operators. They are left-associative: `a - b - c` is
-/// `(a - b) - c`. A chain of them may be thousands long, so passes walk it in a loop
-/// (`SlcLeftSpine`).
+/// `(a - b) - c`. A chain may have thousands of operators, so the passes that check expressions
+/// walk it in a loop (`SlcLeftSpine`).
 class SlcBinOpExprNode : public SlcVisitable<SlcBinOpExprNode, SlcExprNode> {
 public:
     /// Takes the position of its left operand.
@@ -35,8 +35,8 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
-/// `a . b`, of two colors or two members of the point family: a float. It binds tighter than the
-/// other binary operators.
+/// `a . b`, of two colors or two members of the point family (point, vector, normal): a float. It
+/// binds tighter than the other binary operators.
 class SlcDotProdExprNode : public SlcVisitable<SlcDotProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -44,7 +44,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "."; }
 };
 
-/// `a * b`; of triples component by component, of matrices as matrices.
+/// `a * b`: component by component for colors and the point family, the matrix product for
+/// matrices.
 class SlcMultExprNode : public SlcVisitable<SlcMultExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -52,7 +53,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "*"; }
 };
 
-/// `a / b`; of triples component by component, of matrices by the inverse.
+/// `a / b`: component by component for colors and the point family; for matrices, `a` times the
+/// inverse of `b`.
 class SlcDivExprNode : public SlcVisitable<SlcDivExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -60,8 +62,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "/"; }
 };
 
-/// `a ^ b`, of two members of the point family: a vector, or the type that the context requires. It
-/// binds looser than `*` and tighter than `+`.
+/// `a ^ b`, of two members of the point family: a vector, a normal or a point, as the context
+/// requires. It binds looser than `*` and tighter than `+`.
 class SlcCrossProdExprNode : public SlcVisitable<SlcCrossProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -69,7 +71,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "^"; }
 };
 
-/// `a + b`; not for matrices.
+/// `a + b`, of floats, colors and the point family; not for matrices.
 class SlcAddExprNode : public SlcVisitable<SlcAddExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -77,7 +79,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "+"; }
 };
 
-/// `a - b`; not for matrices. For two points, the vector from b to a.
+/// `a - b`, of floats, colors and the point family; not for matrices. For two points, the vector
+/// from `b` to `a`.
 class SlcSubExprNode : public SlcVisitable<SlcSubExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

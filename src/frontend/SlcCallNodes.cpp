@@ -1,5 +1,5 @@
-// A call keeps the name as written. The checks add the entry of its function, once the types of the
-// arguments have selected an overload.
+// A call keeps the name as written. The checks add the entry of the function, once they have
+// selected an overload by the types of the arguments and the type that the context requires.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

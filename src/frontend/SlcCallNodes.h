@@ -24,8 +24,9 @@ private:
     std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
 };
 
-/// `name(arguments)`: a call of a user function, a built-in or a shadeop, which is resolved once
-/// the arguments have types. Texture accesses have a separate node.
+/// `name(arguments)`: a call of a user function, a built-in or a shadeop. The checks select the
+/// function once they know the possible types of the arguments. Calls of `texture`, `environment`
+/// and `shadow` have a separate node.
 class SlcProcCallExprNode : public SlcVisitable<SlcProcCallExprNode, SlcExprNode> {
 public:
     SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -35,11 +36,13 @@ public:
     [[nodiscard]] bool IsConstExpr() const override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcProcArgsNode* GetArguments() const { return m_arguments.get(); }
-    /// Null until the semantic pass has chosen an overload, and after a reported error.
+    /// Null until the semantic pass has chosen an overload; it stays null after a report that
+    /// prevents the choice. `SlcDeleteTree` resets it.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
-    /// Returns, for each argument after the fixed ones, the part of the overload's variable tail
-    /// that accepted it. Null for an argument that only the function itself can check.
+    /// For an overload that accepts more arguments than it has formals, such as `printf`: returns,
+    /// for each additional argument, the part of the overload's signature that accepted it. A part
+    /// is null if only the function itself can check the argument.
     [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
     void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -1,4 +1,5 @@
-// Forwards from each class to its parent, generated from the list of classes.
+// Each `Case` forwards the node to the `Case` of the parent class. The functions are generated from
+// the list of classes in SlcNodeClasses.def.
 
 #include "frontend/SlcCodeWalker.h"
 

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual bool IsFunction() const { return false; }
 };
 
-/// The root of a tree: the definitions of one file, in order.
+/// The root of a tree: the definitions of one source with its included files, in order.
 class SlcDefinitionsNode : public SlcVisitable<SlcDefinitionsNode, SlcSyntaxNode> {
 public:
     SlcDefinitionsNode();
@@ -40,8 +40,8 @@ private:
 /// One name of a declaration, with its array size and initializer: `w[3] = {1, 2, 3}`.
 class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
 public:
-    static constexpr int k_scalar = -1;          // array size of a scalar
-    static constexpr int k_unspecifiedSize = 0;  // array size if the brackets are empty
+    static constexpr int k_scalar = -1;          // array size of a name without brackets
+    static constexpr int k_unspecifiedSize = 0;  // array size if the brackets are empty or hold 0
 
     /// `initializer` may be null.
     SlcDefExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -50,10 +50,12 @@ public:
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     /// Null if the source has no initializer.
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
+    /// True if brackets follow the name. In `float[3.0] w`, they belong to the type.
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
     /// Returns the length, or one of the two constants above.
     [[nodiscard]] int GetArraySize() const { return m_arraySize; }
-    /// Null before the semantic pass; never null after it, even if the definition is faulty.
+    /// Null before the semantic pass, which sets it even if the definition is faulty. It stays null
+    /// in the definitions that the pass skips: a second shader, and all if there is no shader.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;
@@ -76,8 +78,8 @@ private:
     std::vector<std::unique_ptr<SlcDefExprNode>> m_definitions;
 };
 
-/// Storage, detail and type of a declaration: `output varying color`. Where the source omits a
-/// word, the node refers to the default. It owns none of the three.
+/// Storage, detail and type of a declaration: `output varying color`. Where the source omits the
+/// storage or the detail, the node refers to the default. It owns none of the three.
 class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
 public:
     SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
@@ -124,8 +126,9 @@ private:
 
 class SlcStmtsNode;
 
-/// `surface name(formals) { body }`, and the same for the other kinds of shader. A file may define
-/// only one shader. The formals are its parameters.
+/// `surface name(formals) { body }`, and the same for the other kinds of shader. The formals are
+/// the parameters of the shader. A source may define only one shader; the semantic pass reports a
+/// second one.
 class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
 public:
     SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
@@ -146,11 +149,11 @@ private:
     std::unique_ptr<SlcStmtsNode> m_body;
 };
 
-/// `float name(formals) { body }`, at file level or, in a `SlcFuncDefStmtNode`, in a body. Code is
-/// generated at each call, not for the function itself.
+/// `float name(formals) { body }`, at file level or, in a `SlcFuncDefStmtNode`, in a body. The
+/// lowering expands the function at each call and generates no code for the function itself.
 class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
 public:
-    /// `returnType` may be null.
+    /// `returnType` must not be null; the parser passes float if the source names no type.
     SlcFuncDefNode(const SlcPosition& position, SlcTypeNode* returnType, SlcIdentNode* ident,
                    std::unique_ptr<SlcFormalsNode> formals, std::unique_ptr<SlcStmtsNode> body);
     ~SlcFuncDefNode() override;

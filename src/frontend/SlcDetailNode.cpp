@@ -1,9 +1,8 @@
 // There is one object for each detail. It is made on first use, since the constructors of other
 // static objects may need it.
 //
-// If one of two operands may turn out varying, the detail of the result stays open: unknown
-// dominates uniform, since a function's body is checked before its calls determine the details of
-// the formals.
+// Of a uniform operand and one that may turn out varying, the result has unknown detail, since a
+// function's body is checked before its calls determine the details of the formals.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

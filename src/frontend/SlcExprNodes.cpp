@@ -1,9 +1,8 @@
-// Children are walked in the order in which their values are needed, which is source order with one
-// exception: in `name[index]` the index is walked before the name, since its value is needed when
-// the name is visited.
+// `WalkIn` passes the children in the order of the source, except in `name[index]`, where it passes
+// the index before the name.
 //
-// Literals, `PI` and expressions that consist of constants are constant. This is a property of the
-// source; the optimizer determines which values are known after folding.
+// Whether an expression is constant (`IsConstExpr`) is a property of the source; the optimizer
+// determines which values are known after folding.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,7 +1,8 @@
 #pragma once
 
-// Expressions other than operators, assignments, calls and texture accesses. Typed by
-// SlcCalculateTypesSets and SlcResolveUniqueType, lowered in SlcGenInterCodeExpressions.cpp.
+// Expressions other than binary operators, assignments, calls and texture accesses. Typed by
+// SlcCalculateTypesSets and SlcResolveUniqueType, lowered in SlcGenInterCodeExpressions.cpp and,
+// for `?:`, in SlcGenInterCodeConditions.cpp.
 
 #include <array>
 #include <memory>
@@ -17,10 +18,11 @@ class SlcVarSymbolEntry;
 class SlcExprNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// True if the expression consists of literals and `PI`, and of arithmetic, triples, matrices,
-    /// casts and calls that contain only these. Decided by its form alone: any function counts.
+    /// True for a literal or `PI`, and for a negation, binary operation, triple, matrix, array
+    /// list, cast or call if all its operands are constant. Decided by the form alone: a call of
+    /// any function counts.
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
-    /// True if the expression names a variable, and so can be an output argument.
+    /// True for a name, an element or an assignment. Only these can be output arguments.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }
     [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
@@ -89,7 +91,7 @@ private:
     std::unique_ptr<SlcExprNode> m_index;
 };
 
-/// `-operand`: of floats, colors and the point family.
+/// `-operand`, of floats, colors and the point family (point, vector, normal).
 class SlcUMinusExprNode : public SlcVisitable<SlcUMinusExprNode, SlcExprNode> {
 public:
     SlcUMinusExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> operand);
@@ -101,8 +103,9 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `color "hsv" (r, g, b)`: a cast, with the coordinate space of the operand. It promotes a float,
-/// and determines the type of a triple. If the type has spaces and the source names none, the
+/// `color "hsv" (r, g, b)`: a cast, with the space in which the operand is given. A cast promotes a
+/// float, converts between colors and the point family, and determines the type of an operand that
+/// could have several, such as a triple. If the type has spaces and the source names none, the
 /// parser adds the default: "rgb" for colors, "current" for the other types.
 class SlcCastExprNode : public SlcVisitable<SlcCastExprNode, SlcExprNode> {
 public:
@@ -122,8 +125,8 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `condition ? then : else`. Only one of the two values is evaluated; under a varying condition,
-/// each is evaluated for the points that select it.
+/// `condition ? then : else`. Under a uniform condition only one of the two values is evaluated;
+/// under a varying condition, each is evaluated for the points that select it.
 class SlcCondExprNode : public SlcVisitable<SlcCondExprNode, SlcExprNode> {
 public:
     SlcCondExprNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -140,7 +143,7 @@ private:
     std::unique_ptr<SlcExprNode> m_else;
 };
 
-/// `(x, y, z)`: a point or a color, depending on the context.
+/// `(x, y, z)`: a color or a member of the point family, as the context requires.
 class SlcPointExprNode : public SlcVisitable<SlcPointExprNode, SlcExprNode> {
 public:
     SlcPointExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> x,

@@ -1,5 +1,5 @@
 // The left side of an assignment is not an expression: it has no value. So a walker that looks for
-// reads does not visit a variable that is only written.
+// reads among the expressions does not find a variable that is only written.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -7,7 +7,8 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of the targets of assignments. The checks annotate it with a `SlcLValueType`.
+/// Base of the targets of assignments. The checks annotate each target with a
+/// `SlcLValueType`.
 class SlcLValueNode : public SlcSyntaxNode {
 public:
     SlcLValueNode(const SlcPosition& position, SlcIdentNode* ident);

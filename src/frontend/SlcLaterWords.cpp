@@ -1,5 +1,5 @@
-// Words of later revisions of the language. Compiling a source for a later revision fails at the
-// first such word, often in a header that the author has never read.
+// Words of later revisions of the language. Compiling a source for a later revision usually fails
+// at the first such word, often in a header that the author has never read.
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp.
 
@@ -33,7 +33,7 @@ constexpr std::string_view k_functions[] = {
     "photonmap",   "pop",  "push",   "rayinfo", "reserve", "resize",    "subsurface", "texture3d",
 };
 
-/// Returns null if the word is not in the table.
+/// Returns the row of the word; null if the table has none.
 const Word* Find(std::string_view word)
 {
     const auto* const found = std::find_if(std::begin(k_words), std::end(k_words),

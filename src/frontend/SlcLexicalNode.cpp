@@ -1,7 +1,7 @@
-// Constants and names live in pools until the end of the compilation, since operands, messages and
-// annotations point to them. A name of the source is created once per spelling. Names that the
-// compiler creates are always distinct nodes, even if they are spelled alike, so none of them is
-// the node of a name in the source.
+// Constants other than flags, and names, live in pools until the end of the compilation, since
+// operands and symbol table entries point to them. An identifier of the source is created once per
+// spelling. Names that the compiler creates are always distinct nodes, even if they are spelled
+// alike, so none of them is the node of an identifier in the source.
 
 #include "frontend/SlcLexicalNode.h"
 

@@ -30,7 +30,8 @@ public:
     /// `text` includes the enclosing double quotes and all backslashes, as in the source.
     [[nodiscard]] static SlcStringLiteralNode* CreateString(std::string_view text);
     [[nodiscard]] static SlcIdentNode* CreateIdent(std::string_view name);
-    /// Returns the single node of a name in a source, so that memory is used only once per name.
+    /// Returns the node that all occurrences of an identifier in the source share, and makes it on
+    /// the first call, so that memory is used only once per name.
     [[nodiscard]] static SlcIdentNode* IdentOfSource(std::string_view name);
 
 private:
@@ -49,14 +50,15 @@ private:
     bool m_value;
 };
 
-/// `3` as a length or level; also a whole number that the compiler adds to a call.
+/// A whole number without a point: the length of an array, the level of a `break` or `continue`, or
+/// a number that the compiler adds to a call. The parser replaces one in an expression by a float.
 class SlcIntConstNode : public SlcVisitable<SlcIntConstNode, SlcLexicalNode> {
 public:
     SlcIntConstNode(int value, bool added) : m_value(value), m_added(added) {}
     [[nodiscard]] bool IsInt() const override { return true; }
     [[nodiscard]] int GetValue() const { return m_value; }
-    /// True if the compiler has added the constant to a call. Rules for whole-grid calls ignore
-    /// such arguments.
+    /// True if the compiler has added the constant to a call. The lowering ignores such arguments
+    /// when it decides whether a call can have a whole-grid form.
     [[nodiscard]] bool IsAdded() const { return m_added; }
 
 private:

@@ -1,6 +1,6 @@
-// Loops and light statements share a base, since passes treat all their bodies alike: a body might
-// never run, and most bodies run repeatedly, so that an assignment can reach a read that
-// precedes it in the source.
+// Loops and light statements share a base for the passes that treat all their bodies alike: a body
+// might never run, and those of `while`, `for` and `illuminance` can run repeatedly, so that an
+// assignment can reach a read that precedes it in the source.
 //
 // If `break` or `continue` has no level, the node has level 1.
 //

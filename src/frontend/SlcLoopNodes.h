@@ -61,8 +61,8 @@ private:
 };
 
 /// `solar() body`, `solar(axis, angle) body`: light from a distant source, in light shaders. The
-/// body sets `Cl` for the points that the light reaches, with `L` as its direction; at all other
-/// points the light is black.
+/// body sets `Cl` for the points that the light reaches, with `L` as the direction of the light; at
+/// all other points the light is black.
 class SlcSolarStmtNode : public SlcVisitable<SlcSolarStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -81,7 +81,8 @@ private:
 };
 
 /// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a position, in
-/// light shaders. The body is like that of `solar`, with `L` from the position to the point.
+/// light shaders. The body is like that of `solar`, with `L` from the position to the
+/// lit point.
 class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -101,8 +102,9 @@ private:
 };
 
 /// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
-/// that reach a position, in surfaces and volumes, with `L`, `Cl` and `Ol` of the current light.
-/// The parser drops a category argument.
+/// that reach a position, in the second form only from inside a cone. It occurs in surfaces and
+/// volumes; in the body, `L`, `Cl` and `Ol` are those of the current light. The parser drops a
+/// category argument, with a warning.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.

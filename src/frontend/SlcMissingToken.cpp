@@ -1,12 +1,13 @@
-// Each candidate for the missing token is tried with the parser's own tables: it is inserted before
-// the rejected token and the rest of the line:
+// Each candidate for the missing token is inserted before the rejected token and the rest of the
+// line. The parser's own tables determine how many of these tokens would be accepted:
 //
 //     x = mix(a b, c);        rejected: b
 //         , b , c ) ;         all accepted
 //         ) b                 b is rejected: only the rule that reports a missing ";" accepts it
 //
-// So the choice follows from the grammar and not from the surrounding text. A candidate is rated by
-// the number of tokens up to the first one that is rejected; later tokens do not count.
+// A candidate is rated by the number of tokens up to the first one that is rejected; later tokens
+// do not count. So the choice follows from the grammar; only among equally good candidates does it
+// matter whether the rejected token starts a line.
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp, and for all examples by MissingTokensTest.cpp.
 
@@ -70,8 +71,8 @@ std::size_t NumberLength(std::string_view text)
     return end;
 }
 
-/// Returns the first token of a text that does not begin with a blank, and sets `length` to its
-/// length. 0 if the text begins with no valid token.
+/// Returns the first token of a text, which must not be empty or begin with a blank, and sets
+/// `length` to its length. Returns 0 if the text begins with no valid token.
 int TokenOf(std::string_view text, std::size_t& length)
 {
     length = 1;

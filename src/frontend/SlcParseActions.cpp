@@ -1,9 +1,10 @@
-// The functions that the rules of grammar.y call to make nodes. A value on the parser's stack owns
-// its node until an action takes the node; after an error the parser passes the remaining values to
-// Discard.
+// The functions that the rules of grammar.y call to make nodes, to warn and to advise. A value on
+// the parser's stack owns its node, unless a pool does, until an action takes the node. The parser
+// passes the values that it drops after an error to Discard.
 //
-// Later passes recurse over the tree, so its height is limited here for all of them. A tree that is
-// too high for the stack is replaced by a small one of the same kind, and one report is made.
+// Later passes recurse over the tree, so its height is limited here for all of them. An expression,
+// condition or statement that is too high for the stack is replaced by a small one, and the first
+// replacement is reported.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 
@@ -43,7 +44,8 @@ std::unique_ptr<SlcExprNode> SmallExpr(const SlcPosition& position)
     return std::make_unique<SlcConstExprNode>(position, SlcLexicalNode::CreateFloat(0));
 }
 
-/// Makes a small node of the same kind as `node`; null for kinds that add at most a level or two.
+/// Makes a small node of the same kind as `node`: an expression, condition or statement. Null for
+/// all other kinds, which add at most a level or two.
 std::unique_ptr<SlcSyntaxNode> SmallNode(const SlcSyntaxNode* node, const SlcPosition& position)
 {
     if (dynamic_cast<const SlcExprNode*>(node))
@@ -61,7 +63,7 @@ void Begin()
 {
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
     Current() = {};
-    // A small user limit leads to a lower maximum height instead of a crash.
+    // If the user limits the stack, the maximum height is lower, so that no walk overflows it.
     Current().maxHeight =
         static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }

@@ -1,10 +1,11 @@
 // Tracks the open parentheses, the open braces and the indentation of their lines, the head of the
-// current statement, and whether a condition contains a comparison. SlcParseHints.cpp derives
-// advice from this state. Unless advice is shown, token texts are not kept and no hints are made.
+// current statement (the part before its body, such as `if (x > 1)`), and whether a condition
+// contains a comparison. SlcParseHints.cpp derives advice from this state. Unless advice is shown,
+// token texts are not kept and no hints are made.
 //
-// After a fault the parser drops tokens up to a ";" or "}". After a fault in the head of a
-// statement, the next ";" or "}" usually belongs to the following block, so resuming there would
-// unbalance the braces:
+// After a fault in a body the parser drops tokens up to a ";" or "}". If the fault is in the head
+// of a statement, the next ";" or "}" usually belongs to the following block, so resuming there
+// would unbalance the braces:
 //
 //     if (x > 1 {         rejected: "{"; a ";" is inserted before it, so that parsing
 //         y = 1;          continues with the block as a separate statement
@@ -34,7 +35,7 @@ int IndentOfLine()
     return first == std::string::npos ? 0 : static_cast<int>(first);
 }
 
-/// Returns the name of the token for a report.
+/// Returns the token for a report: its text in quotes, shortened if it is long.
 std::string Named(int code, const std::string& text)
 {
     constexpr std::size_t k_longest = 40;
@@ -109,7 +110,7 @@ int SlcParseAdvice::ReadKept()
     return token;
 }
 
-/// Resuming at a ";" in the head of a loop would report the rest of the head again.
+/// If the parser resumed at a ";" in the head of a `for`, it would report the rest of the head too.
 int SlcParseAdvice::ReadAfterHead()
 {
     int token = Read();

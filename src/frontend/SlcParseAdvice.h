@@ -12,15 +12,19 @@
 
 /// A filter between scanner and parser that makes advice on syntax errors: the name of the rejected
 /// token, and what was most likely meant. It also improves error recovery: after a fault in the
-/// head of a statement, parsing resumes at the following block. Tokens that would only lead to more
-/// reports of the same fault are not passed on: the rest of the head of a `for`, the body of a
-/// class, the `else` of a call with a block.
+/// head of a statement, such as `if (x > 1`, parsing resumes at the following block. Tokens that
+/// would only lead to more reports of the same fault are not passed on: the rest of the head of a
+/// `for`, a class or structure of a later revision of the language, and the `else` of a call with a
+/// block or of an `if` with a faulty head.
 class SlcParseAdvice {
 public:
-    /// Returns the next token for the parser, and sets its value and the range of its text.
+    /// Returns the next token for the parser. Sets `range` to the range of its text and, if the
+    /// token has a value, `value`. Neither means anything for a ";" inserted after a faulty head.
+    /// Ends the compilation with status 2 (`EndCompilation`) if a token or a line is too long.
     [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
-    /// Records the parser's stack before the parser reads the next token. Later, default
-    /// reductions, which do not depend on the token, could hide which tokens were acceptable.
+    /// Records the parser's stack before the parser reads the next token, if advice is shown.
+    /// Later, default reductions, which do not depend on the token, could hide which tokens were
+    /// acceptable.
     template <class State>
     void KeepStates(const State* first, const State* end)
     {
@@ -32,7 +36,8 @@ public:
     }
     /// Handles a syntax error at the last token. Returns the advice; empty unless advice is shown.
     [[nodiscard]] std::string Rejected(const SlcParserTables& tables);
-    /// Returns the advice where the grammar itself reports a missing ";"; empty if it adds nothing.
+    /// Returns advice for a missing ";" that the grammar itself reports, if another token is more
+    /// likely to be missing; otherwise, and unless advice is shown, empty.
     [[nodiscard]] std::string Missing(const SlcParserTables& tables) const;
     /// A change of the source's tokens that repairs a fault after which the parser cannot continue.
     struct Repair {
@@ -45,9 +50,11 @@ public:
     /// made from here on, whether or not it is shown.
     void KeepBlocks(std::vector<Repair> repairs);
     /// Returns a repair with which the parser, which has given up, could continue. Returns nothing
-    /// at the end of the source, or if an earlier repair is at a later token.
+    /// if the parser has read no token or the whole source, or if an earlier repair is at a later
+    /// token.
     [[nodiscard]] std::optional<Repair> NextRepair() const;
-    /// Call it after a call with a block has been reported; the last token must end that block.
+    /// Drops an `else` that follows a call with a block, and the statement of the `else`. Call it
+    /// after that call has been reported; the last token must end the block.
     void RejectedBlock() { m_drops = Drops::Else; }
 
 private:
@@ -84,15 +91,16 @@ private:
     /// Returns a brace that closes the innermost block at the end of the source.
     [[nodiscard]] int CloseBrace();
 
-    /// Reads a token from the scanner into the ring.
+    /// Reads a token from the scanner into `m_tokens`.
     [[nodiscard]] int Read();
     /// Reads tokens from the scanner up to one that no repair drops, and returns it.
     [[nodiscard]] int Scan();
     /// True if the next repair inserts a token here.
     [[nodiscard]] bool Inserts() const;
-    /// Returns the token to insert.
+    /// Returns the token to insert, which has an empty range after the last token; an inserted
+    /// number is 0.
     [[nodiscard]] int Insert(SlcTokenValue& value, SlcTextRange& range);
-    /// Adds a token to the ring and updates the state.
+    /// Adds a token to `m_tokens` and updates the state.
     void Keep(int code);
     /// Returns a token to insert so that the rejected one becomes acceptable; 0 if none would help.
     [[nodiscard]] int Replacement(const SlcParserTables& tables) const;
@@ -104,7 +112,7 @@ private:
     void FollowCondition(const Token& token);
 
     /// Returns the advice of the first of the next functions that recognizes the mistake; empty if
-    /// none does. Each function lists examples of its mistakes.
+    /// none does. The comment of each function shows examples of its mistakes.
     [[nodiscard]] std::string Hint(const SlcParserTables& tables) const;
     // `class a`, `a->b`
     [[nodiscard]] std::string HintOnLaterWords() const;
@@ -129,16 +137,16 @@ private:
     [[nodiscard]] int MissingToken(const SlcParserTables& tables) const;
     /// Returns "unexpected 'x'", and the hint if there is one.
     [[nodiscard]] std::string AdviceWith(const std::string& hint) const;
-    /// Returns the token that is `places` before the last one.
+    /// Returns the token that is `places` before the last one; an empty one if it is not kept.
     [[nodiscard]] const Token& Before(std::size_t places) const;
 
-    bool m_isShown = AdviceIsShown();                  // queried once, since it is constant
+    bool m_isShown = AdviceIsShown();                  // true if advice is made; queried once
     static constexpr std::ptrdiff_t k_deepest = 1000;  // deeper stacks are not recorded
     std::vector<std::int16_t> m_states;
     SlcTokenValue* m_value = nullptr;  // destination for the next token's value
     static constexpr std::size_t k_kept = 8;
     Token m_tokens[k_kept];   // a ring buffer of the last tokens
-    std::size_t m_count = 0;  // number of tokens written to the ring
+    std::size_t m_count = 0;  // number of tokens written to `m_tokens`
 
     struct Parenthesis {
         int token;         // the token before the parenthesis
@@ -156,11 +164,11 @@ private:
     int m_head = 0;        // keyword of the current statement head, "(" for a function; 0 for none
     int m_headBefore = 0;  // `m_head` before the last token
     std::size_t m_headDepth = 0;  // number of parentheses open before the head
-    int m_semicolons = 0;         // number of ";" in the head
+    int m_semicolons = 0;         // number of ";" in the head of a `for`
     bool m_headIsClosed = false;  // the head's closing parenthesis has been read
 
     bool m_isRecovering = false;            // the parser drops tokens after a fault
-    int m_faultHead = 0;                    // `m_head` at the last fault
+    int m_faultHead = 0;                    // head in which the last fault is; 0 for none
     bool m_dropsElse = false;               // an `else` is dropped if it is the next token
     std::vector<std::size_t> m_blocksOfIf;  // brace depths of blocks of an `if` with a faulty head
     Pending m_pending = Pending::None;      // what is passed to the parser before the next token
@@ -169,17 +177,17 @@ private:
     bool m_keepsBlocks = false;
     std::vector<Repair> m_repairs;
     std::size_t m_nextRepair = 0;  // index in `m_repairs`
-    std::size_t m_scanned = 0;     // number of tokens read
+    std::size_t m_scanned = 0;     // number of tokens read from the scanner
     Repair m_found;                // repair of the last fault
     int m_given = 0;               // the last token passed to the parser
 
     Condition m_condition = Condition::None;  // the condition of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // number of parentheses open before the condition
     bool m_compared = false;    // a comparison follows its start, or its last `&&` or `||`
-    bool m_comparison = false;  // the statement has a comparison outside of a condition
+    bool m_comparison = false;  // a comparison outside of a condition, not followed by "?"
 
     // The state before the last token.
     std::size_t m_openParentheses = 0;
     bool m_lacksComparison = false;  // that token ends or continues a condition without comparison
-    bool m_strayComparison = false;  // `m_comparison`
+    bool m_strayComparison = false;  // `m_comparison` before that token
 };

@@ -1,6 +1,6 @@
-// The generated parser continues after a fault to find others, so even a faulty source may yield a
-// tree; the count of errors decides whether ParseCode returns it. The second parameter of ParseCode
-// is part of the interface but unused, since the checks read the option.
+// The generated parser continues after a fault in a body to find others, so a faulty source may
+// yield a tree; the count of errors decides whether ParseCode returns it. The second parameter of
+// ParseCode is part of the interface but unused, since the checks read the option.
 
 #include "frontend/SlcParseCode.h"
 
@@ -47,7 +47,7 @@ Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nu
     return {SlcParseActions::TakeRoot(), isWhole};
 }
 
-/// Throws if there were errors; every kind of failure counts at least one error.
+/// Returns the tree. Throws if there were errors; every kind of failure counts at least one error.
 std::unique_ptr<SlcDefinitionsNode> RejectFaults(Parsed parsed)
 {
     if (NbErrors() != 0)

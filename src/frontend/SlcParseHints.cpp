@@ -5,8 +5,8 @@
 //     if (x) y = 1;     unexpected 'y': a condition needs a comparison
 //     i++;              unexpected '+': there is no '++', write '+= 1'
 //
-// Each `HintOn` function handles one family of mistakes; the first function that recognizes its
-// mistake determines the advice.
+// Each `HintOn` function handles one family of mistakes; the first function that recognizes one
+// determines the advice.
 // A missing separator or bracket is found with the parser's tables (SlcMissingToken.cpp).
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp.

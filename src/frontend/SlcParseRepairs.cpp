@@ -1,6 +1,6 @@
-// Outside of blocks the parser gives up at a fault, since there is no place to resume. If only the
-// names of a source are needed, the source is parsed again with the fault repaired, repeatedly if
-// necessary:
+// Outside of bodies the parser gives up at a fault, since the grammar has no place there at which
+// to resume. If only the names of a source are needed, the source is parsed again with the fault
+// repaired, repeatedly if necessary:
 //
 //     surface a(float Kd = 1 float Ks = 1)      rejected: the second "float"; with a ";" before it
 //                                               the parser accepts what follows

@@ -1,7 +1,7 @@
 #pragma once
 
-// Conditions. They are typed by SlcResolveOperator and lowered in SlcGenInterCodeRelations.cpp; the
-// instructions are in SlcBoolICode.h.
+// Conditions. SlcResolveOperator determines the types of their operands, and
+// SlcGenInterCodeRelations.cpp lowers them; the instructions are in SlcBoolICode.h.
 
 #include <memory>
 #include <string_view>
@@ -107,12 +107,13 @@ public:
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
     /// True if the right side must not be evaluated where the left side determines the result: it
-    /// has side effects, reads an element that may be out of bounds there, or contains flags that
-    /// are not set there. Set by `SlcMarkLeaves`.
+    /// contains an assignment, a call of a user function or shadeop, a built-in that writes an
+    /// argument or depends on the order of its calls, an element whose index is not uniform, a
+    /// `?:`, or another `&&` or `||`. Set by `SlcMarkLeaves`.
     [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
     void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
-    /// True if the right side reads an element at a non-constant index. Inside a condition, such a
-    /// right side also needs a guard: where no point is active, a uniform left side has not been
+    /// True if the right side reads an element whose index is no literal. Inside a condition, such
+    /// a right side also needs a guard: where no point is active, a uniform left side has not been
     /// computed and cannot protect it. Set by `SlcMarkLeaves`.
     [[nodiscard]] bool RightReadsElement() const { return m_rightReadsElement; }
     void SetRightReadsElement(bool readsElement) { m_rightReadsElement = readsElement; }

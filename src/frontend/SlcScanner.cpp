@@ -148,7 +148,7 @@ void SlcScanner::RejectCharacter()
     m_position.isUncounted = false;
 }
 
-// Truncates the filler at the maximum length of a token, since reports do not need more.
+// Truncates the line's filler at the maximum length of a token, since reports do not need more.
 void SlcScanner::AddFillers(std::size_t count, char filler)
 {
     std::string& fillers = m_position.filler;
@@ -223,7 +223,7 @@ const std::string* SlcScanner::FileName(std::string_view name)
 void SlcScanner::Directive(std::string_view text)
 {
     text.remove_prefix(text.find('#') + 1);
-    // In all other lines, such as "pragma", no number follows.
+    // A line marker now begins with its number; in other lines, such as pragmas, none follows.
     if (text.starts_with("line"))
         text.remove_prefix(std::string_view("line").size());
     const std::size_t digit = text.find_first_not_of(" \t");
@@ -256,8 +256,8 @@ std::size_t SlcScanner::ReadSource(char* buffer, std::size_t size)
         count = m_text.copy(buffer, size);
         m_text.remove_prefix(count);
     }
-    // The generated scanner ends at a zero byte, so replace each by another character that is not
-    // part of any token.
+    // The generated scanner ends at a zero byte, so replace each by another character that begins
+    // no token.
     std::replace(buffer, buffer + count, '\0', '\1');
     return count;
 }

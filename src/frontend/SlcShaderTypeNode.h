@@ -4,8 +4,8 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of the five kinds of shader. The kind determines the predefined variables, the allowed
-/// statements and built-ins, and the outputs that the renderer reads.
+/// Base of the five kinds of shader. The kind determines the predefined variables and which of them
+/// may be written, and which light statements and built-ins are allowed.
 class SlcShaderTypeNode : public SlcSyntaxNode {
 public:
     [[nodiscard]] virtual bool IsLight() const { return false; }
@@ -13,9 +13,10 @@ public:
     [[nodiscard]] virtual bool IsVolume() const { return false; }
     [[nodiscard]] virtual bool IsDisplacement() const { return false; }
     [[nodiscard]] virtual bool IsImager() const { return false; }
-    /// True if its points are lit: it may loop over lights and call functions that query them.
+    /// True if its points are lit: it may loop over lights (`illuminance`), and call functions of
+    /// the source that do.
     [[nodiscard]] bool SeesLights() const { return IsSurface() || IsVolume(); }
-    /// Returns the word in the source.
+    /// Returns the keyword for this kind of shader.
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 

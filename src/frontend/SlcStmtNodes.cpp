@@ -1,6 +1,6 @@
-// A block takes the position of its first statement; an empty one has the position where the parser
-// recognized it. Branches and bodies of loops are statements of any class; only those in braces are
-// blocks, and so have a scope.
+// A block takes the position of its first statement; the parser passes the position of an empty
+// block. Branches and bodies of loops are statements of any class. Only those in braces, and `;`,
+// are blocks, which have a scope.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,6 +1,7 @@
 #pragma once
 
-// Statements other than loops. They are checked in SlcCheckStatements.cpp and lowered in
+// Statements other than loops, light statements, `break` and `continue`. They are checked in
+// SlcCheckStatements.cpp, local functions in SlcCheckSemantics.cpp, and lowered in
 // SlcGenInterCodeStatements.cpp, SlcGenInterCodeConditions.cpp and SlcGenInterCodeBodies.cpp.
 
 #include <memory>
@@ -18,7 +19,7 @@ class SlcRelationNode;
 class SlcStmtNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// Returns the name of the kind of statement, for reports and dumps.
+    /// Returns the name of the kind of statement. Reports contain those of `break` and `continue`.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };
@@ -28,7 +29,7 @@ public:
 class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
-    /// The list takes the position of its first statement.
+    /// The block takes the position of `first`.
     explicit SlcStmtsNode(std::unique_ptr<SlcStmtNode> first);
     void AddStatement(std::unique_ptr<SlcStmtNode> statement);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcStmtNode>>& GetStatements() const;
@@ -39,7 +40,7 @@ private:
     std::vector<std::unique_ptr<SlcStmtNode>> m_statements;
 };
 
-/// `x = value;` and the other assignments: the value of the expression is unused.
+/// `x = value;`, `x += value;` and the like: the value of the expression is unused.
 class SlcAssignStmtNode : public SlcVisitable<SlcAssignStmtNode, SlcStmtNode> {
 public:
     SlcAssignStmtNode(const SlcPosition& position, std::unique_ptr<SlcAssignExprNode> assignment);
@@ -69,7 +70,7 @@ private:
 class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
 public:
     SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
-    /// Never null: a procedure returns only at its end.
+    /// Never null: the grammar requires a value. A `void` function returns only at its end.
     [[nodiscard]] SlcExprNode* GetValue() const { return m_value.get(); }
     void WalkIn(SlcCodeWalker* walker) override;
     [[nodiscard]] std::string ToString() const override { return "return"; }
@@ -87,8 +88,8 @@ public:
     ~SlcIfThenStmtNode() override;
     [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
     [[nodiscard]] SlcStmtNode* GetThen() const { return m_then.get(); }
-    /// True if a `break`, `continue` or `return` in it can leave this statement. Set by
-    /// `SlcMarkLeaves`.
+    /// True if a `break`, `continue` or `return` in this statement can leave it. Set by
+    /// `SlcMarkLeaves` before the lowering, except in functions that are never called.
     [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
     void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
     void WalkIn(SlcCodeWalker* walker) override;
@@ -101,7 +102,7 @@ private:
 };
 
 /// `if (condition) then else otherwise`. A walker's `Case` for `SlcIfThenStmtNode` does not handle
-/// it, although that is the base class. `WalkIn` walks the condition and both branches.
+/// this node, although that is its base class.
 class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
 public:
     SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -115,7 +116,7 @@ private:
     std::unique_ptr<SlcStmtNode> m_else;
 };
 
-/// `float x = 1, y;`: a declaration among statements. Later statements see the names.
+/// `float x = 1, y;`: a declaration among statements. Later statements of the block see the names.
 class SlcVarDefsStmtNode : public SlcVisitable<SlcVarDefsStmtNode, SlcStmtNode> {
 public:
     SlcVarDefsStmtNode(const SlcPosition& position, std::unique_ptr<SlcVarDefsNode> declaration);
@@ -127,7 +128,7 @@ private:
     std::unique_ptr<SlcVarDefsNode> m_declaration;
 };
 
-/// A function defined among statements, which later statements may call.
+/// A function defined among statements, which later statements of the block may call.
 class SlcFuncDefStmtNode : public SlcVisitable<SlcFuncDefStmtNode, SlcStmtNode> {
 public:
     SlcFuncDefStmtNode(const SlcPosition& position, std::unique_ptr<SlcFuncDefNode> function);

@@ -1,7 +1,7 @@
 // Trees are built from the leaves up, and a node updates its height with each child that it adopts.
 // So no walk is needed to determine whether a tree is too high for a walk.
 //
-// A node that begins with a child, such as `a + b`, takes the position of that child, so that a
+// Most nodes that begin with a child, such as `a + b`, take the position of that child, so that a
 // report about the node names the line on which its text begins.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp and DeepInputTest.cpp.

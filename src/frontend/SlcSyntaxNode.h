@@ -15,14 +15,16 @@ class SlcLValueNode;
 class SlcRelationNode;
 class SlcStmtNode;
 
-/// A place in the user's source. The file name is in the scanner's list until the end of the run.
+/// A place in the user's source. `file` points to a name in the scanner's list, which exists until
+/// the end of the compilation, or to an empty name; null before the first line marker.
 struct SlcPosition {
     int line = 0;
     int column = 0;
     const std::string* file = nullptr;
 };
 
-/// A range of the scanned text: the offsets of its first character and of the one after its last.
+/// A range of the preprocessed text: the offsets of its first character and of the one after its
+/// last.
 struct SlcTextRange {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
@@ -30,9 +32,10 @@ struct SlcTextRange {
     [[nodiscard]] bool IsEmpty() const { return begin == end; }
 };
 
-/// Base of all nodes of the syntax tree: a position, one annotation slot, and the two steps of
-/// double dispatch. A node has one owner, its parent; but lexical, type, detail and storage nodes
-/// belong to the pools of their classes and are never owned by a tree.
+/// Base of all nodes of the syntax tree: a position, a range, a height, one annotation slot, and
+/// the operations that pass nodes to a walker. A node has one owner, its parent; but lexical, type,
+/// detail and storage nodes are static or belong to the pools of their classes, and are never owned
+/// by a tree.
 ///
 ///     Ci = s * Cs;      SlcAssignStmtNode
 ///                         SlcEqAssignExprNode
@@ -42,9 +45,11 @@ struct SlcTextRange {
 ///                             SlcIdentExprNode       Cs
 class SlcSyntaxNode {
 public:
-    /// The maximum height of a tree that reaches a pass. The parser rejects higher trees and
-    /// reserves stack for a walk of this depth. So a pass may recurse without a depth check, as
-    /// long as a level needs at most `k_stackPerLevel` bytes in all its functions.
+    /// The maximum height of an expression, condition or statement, lower if the process may use
+    /// less stack. When the parser makes a higher one, it reports and replaces it, but it does not
+    /// check a block again to which it adds a statement. It also reserves stack for a walk of this
+    /// depth. So a pass may recurse without a depth check, as long as all its functions together
+    /// need at most `k_stackPerLevel` bytes for a level.
     static constexpr int k_maxHeight = 10000;
     static constexpr std::size_t k_stackPerLevel = 8192;
 
@@ -58,18 +63,21 @@ public:
 
     [[nodiscard]] virtual int GetNoLine() const { return m_line; }
     [[nodiscard]] virtual int GetNoColumn() const { return m_column; }
-    /// Never null; an empty name if no file is known.
+    /// Never null; points to an empty name if no file is known.
     [[nodiscard]] virtual const std::string* GetFileParsed() const { return m_file; }
     virtual void SetNoLine(int line) { m_line = line; }
     virtual void SetNoColumn(int column) { m_column = column; }
     virtual void SetFileParsed(const std::string* file) { m_file = file; }
 
-    /// The range of the node's source text, without enclosing parentheses. Empty for nodes that the
-    /// source only implies.
+    /// The range of the node's source text, without enclosing parentheses. A node for a list has
+    /// only the range of the first item, except a block among statements: its range includes the
+    /// braces. Empty for nodes that the source only implies, for shared and pooled nodes, and for
+    /// some small nodes, such as `SlcTypeSpecNode` and `SlcChannelNode`.
     [[nodiscard]] const SlcTextRange& Range() const { return m_range; }
     void SetRange(const SlcTextRange& range) { m_range = range; }
 
-    /// Calls the walker's `Case` for the node's own class.
+    /// Calls the walker's `Case` for the node's own class; for the few classes without a `Case`,
+    /// such as `SlcErrorTypeNode`, the one for a base class.
     virtual void ApplyWalker(SlcCodeWalker* walker) = 0;
     /// Calls `ApplyWalker` on each child; skips optional children that are missing. The order is
     /// that of the source, except that `SlcArrayRefExprNode` passes its index first.
@@ -79,7 +87,7 @@ public:
     [[nodiscard]] SlcPosition Position() const;
 
     // Conversions to the classes that are queried most often; null for any other class. A dynamic
-    // cast would be slower, since it compares the names of all classes in between.
+    // cast would be slower, since it compares the names of classes up the hierarchy.
     [[nodiscard]] virtual SlcExprNode* AsExpr() { return nullptr; }
     [[nodiscard]] virtual SlcBinOpExprNode* AsBinOpExpr() { return nullptr; }
     [[nodiscard]] virtual SlcAssignExprNode* AsAssignExpr() { return nullptr; }
@@ -91,14 +99,16 @@ public:
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetAnnotation() const { return m_annotation; }
     void SetAnnotation(SlcPtr<SlcAnnotation> annotation);
 
-    /// The number of levels below this node: the depth of a recursive walk.
+    /// The number of levels of owned nodes below this node: the depth of a recursive walk, without
+    /// shared and pooled nodes.
     [[nodiscard]] int Height() const { return m_height; }
 
 protected:
-    /// Updates the height. Every composite node calls this for each of its children; null is
+    /// Updates the height. Every composite node calls this for each child that it owns; null is
     /// allowed.
     void Adopt(const SlcSyntaxNode* child);
-    /// Does the same, and takes the child's position; for a node without its own position.
+    /// Does the same, and takes the position of a child that is not null; for a node without its
+    /// own position.
     void AdoptFirst(const SlcSyntaxNode* child);
 
     static void Walk(SlcSyntaxNode* child, SlcCodeWalker* walker)
@@ -116,13 +126,13 @@ private:
     SlcPtr<SlcAnnotation> m_annotation;
 };
 
-/// Calls the walker's `Case` for a node class. SlcCodeWalker.cpp instantiates it for each class of
-/// the list, so that neither this header nor its includers depend on the list.
+/// Calls the walker's `Case` for a node class. SlcCodeWalker.cpp instantiates it for each class in
+/// SlcNodeClasses.def, so that neither this header nor its includers depend on that list.
 template <class Node>
 void SlcCallCase(SlcCodeWalker& walker, Node* node);
 
-/// Implements `ApplyWalker` for the concrete node class `Self`, which derives from `Base` through
-/// it.
+/// Implements `ApplyWalker` for the node class `Self`, which derives from `Base` through this
+/// template.
 template <class Self, class Base>
 class SlcVisitable : public Base {
 public:

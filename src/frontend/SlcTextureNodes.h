@@ -1,6 +1,7 @@
 #pragma once
 
-// Texture accesses. They are checked by SlcResolveTexture and lowered by SlcTextureLowering.
+// Texture accesses. Their arguments are checked by SlcResolveTexture; SlcTextureLowering and
+// SlcGenInterCodeExpressions.cpp lower them.
 
 #include <memory>
 #include <string>
@@ -18,7 +19,8 @@ public:
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
-/// `texture`: looked up by two coordinates, `s` and `t` if none are given.
+/// `texture`: looked up by two coordinates, `s` and `t` if none are given, or by the coordinates of
+/// four corners.
 class SlcTextureTypeTextureNode
     : public SlcVisitable<SlcTextureTypeTextureNode, SlcTextureTypeNode> {
 public:
@@ -27,7 +29,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "texture"; }
 };
 
-/// `environment`: looked up by a direction.
+/// `environment`: looked up by a direction, or by four.
 class SlcTextureTypeEnvNode : public SlcVisitable<SlcTextureTypeEnvNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -35,7 +37,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "environment"; }
 };
 
-/// `shadow`: looked up by a point; the value is the fraction of the light that is blocked there.
+/// `shadow`: looked up by a point, or by four; the value is the fraction of the light that is
+/// blocked there.
 class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -69,7 +72,7 @@ private:
 /// The arguments after the name: coordinates, then name and value pairs.
 class SlcTextureArgsNode : public SlcVisitable<SlcTextureArgsNode, SlcSyntaxNode> {
 public:
-    /// Return the position of the first argument, if there is one.
+    /// Return the position of the first argument; 0 if there is none. The node has no file name.
     [[nodiscard]] int GetNoLine() const override;
     [[nodiscard]] int GetNoColumn() const override;
     void AddTextureArg(std::unique_ptr<SlcExprNode> argument);
@@ -80,7 +83,8 @@ private:
     std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
 };
 
-/// `texture(name[channel], coordinates, "parameter", value, ...)`, and `environment` and `shadow`.
+/// `texture(name[channel], coordinates, "parameter", value, ...)`; `environment` and `shadow` have
+/// the same form.
 class SlcTextureExprNode : public SlcVisitable<SlcTextureExprNode, SlcExprNode> {
 public:
     /// `filename` is null only after a reported error.

@@ -5,7 +5,7 @@
 #include "grammar.h"
 #include "support/SlcSourcePosition.h"
 
-// Families of tokens, for the code that sees each token before the parser does.
+// Families of tokens, for `SlcParseAdvice`, which sees each token before the parser does.
 
 namespace SlcTokens {
 
@@ -26,7 +26,9 @@ inline bool IsComparison(int token)
     return token == '<' || token == '>' || token == LE || token == GE || token == EQ || token == NE;
 }
 
-/// Returns the character after the last token; a blank at the end of the line.
+/// Returns the character after the last token; a blank if the line ends there, or if the scanner
+/// has not stored the rest of the line: on the first line of the source, and beyond the maximum
+/// length of a token.
 inline char NextChar()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();

@@ -6,10 +6,10 @@
 /// since the parser copies it: the code that takes the node takes ownership, unless the node
 /// belongs to a pool.
 struct SlcTokenValue {
-    SlcSyntaxNode* node;  // lexical node of a literal or name, or one that an action made
-    int line;             // of the end of the token, as is the column
+    SlcSyntaxNode* node;  // lexical node of a literal or name, or the result of an action; or null
+    int line;             // of the end of the (first) token, as is the column
     int column;
-    const std::string* file;  // in the scanner's list of names
+    const std::string* file;  // in the scanner's list of names; null before the first line marker
 
     [[nodiscard]] SlcPosition Position() const { return {line, column, file}; }
 };

@@ -6,21 +6,23 @@
 
 class SlcFloatConstNode;
 
-/// Base of types. Plain types are shared singletons; array types live in a pool until the
-/// compilation ends. Compare types with the operations here, never by address.
+/// Base of types. Plain types are shared singletons; types of arrays and of references to their
+/// elements live in a pool until the compilation ends. Compare types with the operations here,
+/// never by address.
 class SlcTypeNode : public SlcSyntaxNode {
 public:
-    // Tests of the kind. Exactly one is true for a type, except in the point family, for references
-    // to elements, and for types that stand for several others.
+    // Tests of the kind. Exactly one is true for a type, except in the point family and for
+    // references to elements.
     [[nodiscard]] virtual bool IsVoidType() const { return false; }
     [[nodiscard]] virtual bool IsAnyType() const { return false; }
     [[nodiscard]] virtual bool IsFloatType() const { return false; }
     [[nodiscard]] virtual bool IsColorType() const { return false; }
-    /// True for the point family: point, vector, normal and the two types that stand for several.
+    /// True for the point family: point, vector, normal and the two types that stand for several of
+    /// these, `AAnyPoint` and `AAnyVector`.
     [[nodiscard]] virtual bool IsPointType() const { return false; }
     /// True only for the plain point type.
     [[nodiscard]] virtual bool IsTruePointType() const { return false; }
-    /// This test and the next are also true for the types that stand for several.
+    /// This test and the next are also true for `AAnyPoint` and `AAnyVector`.
     [[nodiscard]] virtual bool IsVectorType() const { return false; }
     [[nodiscard]] virtual bool IsNormalType() const { return false; }
     [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
@@ -34,17 +36,21 @@ public:
     /// also true.
     [[nodiscard]] virtual bool IsArrayRefType() const { return false; }
 
-    /// True if `other` has the same type; the class of this type decides. The point family counts
-    /// as one type, an array of unspecified length matches any length, and the error type matches
-    /// every `other`. Not symmetric.
+    /// True if `other` has the same type; the class of this type decides, so the relation is not
+    /// symmetric. The point family counts as one type, an array of unspecified length matches any
+    /// length, a reference compares like its element, the type any matches every `other` except
+    /// void, the error type matches every `other`, and the internal integer matches none.
     [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
-    /// Like `IsSameType`, but distinguishes point, vector and normal.
+    /// Like `IsSameType`, but distinguishes point, vector and normal, except as elements of arrays
+    /// and for references.
     [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
-    /// True if a value of this type can be used where `other` is required: it has the same type,
-    /// where the point family counts as one, or it is a float where a triple or matrix is required.
+    /// True if a value of this type can be used where `other` is required: `IsSameType` holds, or
+    /// this is the float type, but not a reference to a float, and `other` is a color, a matrix or
+    /// in the point family.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
-    /// Returns the word for the type in the source, for reports; for an array, with its length.
+    /// Returns the word for the type; for an array, with its length. `AAnyPoint` returns "point",
+    /// `AAnyVector` "vector".
     [[nodiscard]] virtual std::string ToString() const = 0;
 
     /// The singletons of the plain types.
@@ -55,7 +61,7 @@ public:
     [[nodiscard]] static SlcTypeNode* AVector();
     [[nodiscard]] static SlcTypeNode* ANormal();
     [[nodiscard]] static SlcTypeNode* AMatrix();
-    /// Point, vector or normal, in signatures of built-ins.
+    /// Point, vector or normal, in signatures of built-ins and as the type of a cross product.
     [[nodiscard]] static SlcTypeNode* AAnyPoint();
     /// Vector or normal, in signatures of built-ins.
     [[nodiscard]] static SlcTypeNode* AAnyVector();
@@ -68,12 +74,12 @@ public:
     /// Makes the type of arrays of unspecified length. This and the next three operations make a
     /// new node on each call.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element);
-    /// The length is the value, truncated toward zero.
+    /// The length is the value, truncated toward zero; it must be in the range of `int`.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element,
                                                       const SlcFloatConstNode* length);
     /// A length of 0 means unspecified.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element, int length);
-    /// Returns the type of an element of an array of `element`.
+    /// Makes the type of a reference to an array element of type `element`.
     [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
 };
 
@@ -131,8 +137,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "normal"; }
 };
 
-/// Any member of the point family, in cards of built-ins. The tests for point, vector and normal
-/// are true.
+/// Any member of the point family (`AAnyPoint`). The tests for point, vector and normal are true.
 class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -142,7 +147,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
-/// A vector or a normal, in cards of built-ins. The tests for both are true.
+/// A vector or a normal (`AAnyVector`). The tests for point, vector and normal are true.
 class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -161,14 +166,15 @@ public:
     [[nodiscard]] std::string ToString() const override { return "matrix"; }
 };
 
-/// Internal: the type of counts that the compiler adds to calls; sources cannot name it.
+/// Internal: the type of constants that the compiler adds to calls, such as counts; sources cannot
+/// name it.
 class SlcIntTypeNode : public SlcVisitable<SlcIntTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsIntType() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "int"; }
 };
 
-/// Internal: the type of flags.
+/// Internal: the type of the values of conditions; sources cannot name it.
 class SlcBoolTypeNode : public SlcVisitable<SlcBoolTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsBoolType() const override { return true; }
@@ -176,7 +182,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "boolean"; }
 };
 
-/// Any type except void, in signatures of built-ins.
+/// Any type except void: of formals of built-ins, of formals whose type is unknown, and of the
+/// elements of an empty `{}`.
 class SlcAnyTypeNode : public SlcVisitable<SlcAnyTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsAnyType() const override { return true; }
@@ -184,7 +191,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "any"; }
 };
 
-/// `void`: the result of a procedure.
+/// `void`: the result of a function without a value.
 class SlcVoidTypeNode : public SlcVisitable<SlcVoidTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsVoidType() const override { return true; }
@@ -192,8 +199,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "void"; }
 };
 
-/// The type of an expression after a report: it matches every type, so that one fault leads to one
-/// report. Walkers treat it as a `SlcTypeNode`.
+/// The type of an expression or a name after a report: its comparisons match every type, so that
+/// one fault leads to one report. Walkers treat it as a `SlcTypeNode`.
 class SlcErrorTypeNode : public SlcTypeNode {
 public:
     void ApplyWalker(SlcCodeWalker* walker) override { SlcCallCase<SlcTypeNode>(*walker, this); }
@@ -203,7 +210,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "error"; }
 };
 
-/// `float[3]`, or `float[]` where any length is allowed.
+/// `float[3]`, or `float[]` where the length is unspecified.
 class SlcArrayTypeNode : public SlcVisitable<SlcArrayTypeNode, SlcTypeNode> {
 public:
     SlcArrayTypeNode(SlcTypeNode* element, int length) : m_element(element), m_length(length) {}

@@ -43,7 +43,8 @@ struct SlcSymbolRange : SlcTextRange {
 
 using namespace SlcParseActions;
 
-/// Ignores the place from the generated parser, since the scanner has a more exact one.
+/// Makes a report of the generated parser at the scanner's position, which is more exact than the
+/// range that the parser passes.
 static void yyerror(const SlcSymbolRange*, const SlcParseAdvice&, const char* message)
 {
     yyerror(message);
@@ -66,16 +67,18 @@ static void AdviseOnMissing();
 %locations
 %define api.pure full
 %parse-param {SlcParseAdvice& advice}
-/* The scanner does not set the value of an operator, so initialize it. The parser's count of errors
-   is unused, and some compilers warn about that. */
+/* The scanner sets no value for most operators, so initialize it. The parser's count of errors is
+   unused, and some compilers warn about that. */
 %initial-action { yylval = {}; yylloc = {}; static_cast<void>(yynerrs); }
 %define parse.error custom
 
-/* An "else" and the ";" after a statement are always shifted, and so is a string after a type,
-   as the name of a space, and an empty pair of braces after a shader's array. */
+/* These conflicts are resolved by a shift: an "else", the ";" after four kinds of statement
+   (without it they match a rule that reports it as missing), a string after a type, which becomes
+   the name of a space, and the "}" of an empty pair of braces that initializes a shader's array. */
 %expect 7
 
-/* Values that hold a part of the tree; all others hold nothing, or a node that a pool owns. */
+/* Values that own a part of the tree. All others have no node, or one that no value owns: a name,
+   literal, type or detail. */
 %destructor { Discard($$); }
     definitions definition shader_definition function_definition shader_type
     shader_formals_opt shader_formals shader_formal shader_formal_defs shader_formal_def
@@ -717,7 +720,8 @@ public:
     }
 
 private:
-    /// Performs the reductions that the symbol selects, then shifts it. False if it is rejected.
+    /// Performs the reductions that the symbol selects, then shifts it. Returns false if the symbol
+    /// is rejected.
     [[nodiscard]] static bool Accepts(std::vector<int>& states, yysymbol_kind_t symbol)
     {
         for (;;) {
@@ -738,7 +742,8 @@ private:
         }
     }
 
-    /// Performs one reduction. Refuses a rule that reports a missing token, and returns false.
+    /// Performs one reduction and returns true; for a rule that reports a missing token, only
+    /// returns false.
     [[nodiscard]] static bool Reduce(std::vector<int>& states, int rule)
     {
         const int left = yyr1[rule];
@@ -763,8 +768,7 @@ private:
 
 static int yyreport_syntax_error(const yypcontext_t*, SlcParseAdvice&)
 {
-    // Do not list all tokens that could have followed: there are too many to be helpful. The advice
-    // names at most one.
+    // Do not list all tokens that could have followed: there are too many to be helpful.
     static_cast<void>(&yypcontext_expected_tokens);
     const std::string advice = Advice().Rejected(Tables());
     if (yyerror("parse error"); !advice.empty())

@@ -3,13 +3,13 @@
 #include "frontend/SlcAnnotation.h"
 #include "icode/SlcLexType.h"
 
-/// The flag that the caller prefers for a relation's value, and whether to invert the value.
-/// Attached to the relation before each walk.
+/// The flag that the parent of a relation prefers for its value, and whether to negate the value.
+/// The lowering attaches it to the relation before each walk of the relation.
 class SlcBoolExprResult : public SlcAnnotation {
 public:
     SlcBoolExprResult() = default;
-    /// `result` may be null. The relation may return another flag, since a uniform flag cannot hold
-    /// a varying value.
+    /// `result` may be null. The lowering may use another flag, for example because a uniform flag
+    /// cannot hold a varying value.
     SlcBoolExprResult(SlcOperand result, bool inverted)
         : m_result(std::move(result)),
           m_inverted(inverted)
@@ -17,7 +17,7 @@ public:
     }
     /// The preferred flag for the value; null if any flag is accepted.
     [[nodiscard]] const SlcOperand& GetResult() const { return m_result; }
-    /// True if the caller needs the negated value.
+    /// True if the parent needs the negated value.
     [[nodiscard]] bool IsInverted() const { return m_inverted; }
 
 private:

@@ -1,18 +1,26 @@
 // Lowers calls of built-ins in one of three ways:
 //
-//     plain           { CALL_PRIM_SIN T x }                 at each point, in a block
-//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside blocks, if the card has such
-//                                                           a form and the details match it
-//     special         `sm_specials`, `filterstep` and       reads neighbours, needs another list
-//                     transforms                            of arguments, or names known spaces
+//     plain           { CALL_PRIM_SIN T x }           runs at each point, in a parallel run
+//                     CALL_PRIM_SIN T x               of uniform operands: runs once
+//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N    runs once, outside parallel runs, and itself
+//                                                     computes the points of the grid
+//     special         `sm_specials`, `filterstep`     separate functions for calls that read
+//                     and transforms                  neighbours, need another list of arguments,
+//                                                     or name two constant spaces
 //
-// A card's whole-grid form specifies the detail of each argument. If it requires a varying argument
-// and the call has a uniform one, the value can be copied to all points first. This pays off only
-// with many points, so it is done only at the highest optimization level. If the form requires a
-// uniform argument and the call has a varying one, the call is plain.
+// A call without a special lowering uses the whole-grid form if `m_simdInstructions` is set, the
+// call is not uniform, and its card has such a form, whose details the arguments match. Under a
+// varying condition, the innermost level must also have a varying flag that is true at the active
+// points: this flag becomes the condition of the instruction. Otherwise the call is plain.
 //
-// Before calls that read lights, the lights are evaluated for `P`. Output elements are written back
-// after the call.
+// The whole-grid form specifies a detail for each argument. If it requires a varying input and the
+// call has a uniform one, the value can be copied to all points first. This pays off only with many
+// points, so it is done only at the highest optimization level. Other differences make the call
+// plain.
+//
+// Before calls that read lights, the lights are evaluated for `P`. If an output argument is an
+// array element with a varying index, the call writes a copy, which is then written back to the
+// array.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 

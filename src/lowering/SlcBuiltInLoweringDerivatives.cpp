@@ -1,10 +1,12 @@
-// Built-ins that read neighbouring points exist only as one call for the whole grid.
+// Lowers the built-ins that are computed from neighbouring points. Their primitives have only
+// whole-grid forms.
 //
 //     c = Du(x)           CALL_PRIM_DU_FLOAT_SIMD c x du           with a uniform x: c = 0
 //
-// Under a varying condition, inactive neighbours are not used for the difference, and the call gets
-// a warning. Each of the five functions is one table row: they differ in how many arguments are
-// differentiated, and in whether `du` and `dv` are added as arguments.
+// Under a varying condition the call gets a warning, since inactive neighbours are not used for the
+// difference if a flag limits the call. Each of the five functions is one row of a table: how many
+// arguments are differentiated, whether `du` and `dv` are added as arguments, and the texts of the
+// reports.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 

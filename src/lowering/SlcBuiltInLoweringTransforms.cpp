@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Returns the type that the primitive transforms; null if it does not transform the point family.
+/// Returns the type that a transform between named spaces transforms; null for other primitives.
 SlcTypeNode* TransformedType(SqxPrimitive primitive)
 {
     if (primitive == SqxPrimitive::CALL_PRIM_TRANSFORM ||

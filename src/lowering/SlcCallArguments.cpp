@@ -1,8 +1,9 @@
-// Code shared by calls of built-ins, functions and shadeops. Arguments are popped from the last to
-// the first: an input as a value of the formal's type, an output as the variable itself.
+// Code shared by calls of built-ins, functions and shadeops. Arguments are on the stack, so they
+// are popped from the last to the first.
 //
-// A call is uniform only if semantic analysis says so and all its arguments are uniform: a value
-// that is uniform in this expansion of a function may still be stored in a varying temporary.
+// A call of a built-in is uniform only if semantic analysis says so and all its arguments are
+// uniform: a value that is uniform in this expansion of a function may still be stored in a varying
+// temporary.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp.
 
@@ -32,7 +33,7 @@ SlcTypeNode* SlcCallArguments::TypeOfCall(const SlcProcCallExprNode* call)
     // A float that will be promoted later still has type float here.
     if (!wanted->IsSameType(returned))
         return returned;
-    // If the formal or initializer has no fixed length, the function determines the length.
+    // If the array that receives the value has no fixed length, the function determines the length.
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(wanted);
     return array && LengthOf(wanted) == 0
                ? SlcTypeNode::CreateArrayType(array->GetElementType(), LengthOf(returned))

@@ -7,21 +7,22 @@
 #include "lowering/SlcLoweringContext.h"
 #include "symbols/SlcCallFormals.h"
 
-/// Converts the arguments and the value of a call to what the callee expects.
+/// Converts the arguments and the value of a call to the types of the function's declaration, and
+/// determines the type and the detail of the value.
 class SlcCallArguments {
 public:
     /// The context must outlive this object.
     explicit SlcCallArguments(SlcLoweringContext& context) : m_context(context) {}
 
-    /// Pops the arguments, converts each for its formal, and returns them in source order. An
-    /// output argument is the variable itself, or the copy of an array element; an input argument
-    /// is its value at the time it was evaluated, promoted to the type of the formal. `formals` has
-    /// one entry per argument.
+    /// Pops one argument for each of `formals`, and returns the arguments in source order. An
+    /// output argument is the variable itself, a reference to an array element, or, if the index
+    /// varies, a copy of the element. An input argument is its value at the time it was evaluated,
+    /// converted by `ConvertedForCall` unless the formal accepts any type.
     [[nodiscard]] std::deque<SlcOperand>
     ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
-    /// Returns `value` converted to `type`. An array is returned unchanged, but reported if its
-    /// length differs from that of `type`: the length of a formal may be known only in an
-    /// expansion. `what` names the value in the report.
+    /// Returns `value` converted to `type`. If `type` is an array, returns `value` unchanged, but
+    /// reports it if `type` has a fixed length and `value` another: some lengths are known only
+    /// when a function is expanded. `what` names the value in the report.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
                                               SlcTypeNode* type, const std::string& what);
     /// Returns the name of an argument for reports; `position` counts from 0.

@@ -1,5 +1,5 @@
-// Lowers casts. The operand determines the structure of the code, and the space determines whether
-// a transform is needed.
+// Lowers casts. The operand and the type determine the structure of the code, and the space
+// determines whether a transform is needed.
 //
 //     color (r, g, b)              { T = (r, g, b) }
 //     point "shader" (x, y, z)     { T = (x, y, z) }; R = from "shader" T      varying: whole grid
@@ -17,8 +17,8 @@
 
 namespace {
 
-/// Values are stored in the current space and in rgb, so a cast from one of these needs no
-/// transform.
+/// Points and matrices are stored in the current space and colors in rgb, so a cast from that space
+/// needs no transform.
 bool NeedsTransform(const SlcCastExprNode* node)
 {
     if (!node->GetSpace())

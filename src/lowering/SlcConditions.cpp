@@ -9,7 +9,7 @@
 //     u = any a; {; if a; x = y; endif; }
 //     f = b under a; f = false under not a; w = any f; {; if f; z = x; endif; }
 //
-// The uniform flags u and w guard uniform code, and whole-grid forms take the varying ones as their
+// The uniform flags u and w guard uniform code, and whole-grid forms take a or f as their
 // condition. Code that makes a flag under a condition must therefore clear it outside the condition
 // (ClearOutsideCondition), and an inverted flag is limited by the enclosing flag
 // (SlcInvertBoolFlagICode).

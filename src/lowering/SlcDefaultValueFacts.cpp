@@ -1,4 +1,5 @@
-// Derives the facts about a default value from the variables, operators, casts and calls in it.
+// Derives the facts about a default value from its detail and the variables, operators, casts,
+// texture accesses and calls in it.
 //
 //     point p = point "shader" (1, 2, 3)              in "shader"
 //     point p = 2 * point "shader" (1, 2, 3)          in no named space: the product is computed

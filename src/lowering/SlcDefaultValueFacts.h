@@ -8,20 +8,20 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// Determines the space in which the default value of a parameter is expressed, and whether the
-/// value can be computed once per shader instance.
+/// Determines the space in which the default value of a parameter is expressed, whether the value
+/// can be computed once per shader instance, and whether it names the space "object".
 ///
-/// Functions must be added first, in source order, so that the facts about a function are known
-/// when a default value calls it.
+/// A function must be added before the functions and default values that call it.
 class SlcDefaultValueFacts : public SlcCodeWalker {
 public:
-    /// Records the facts about a function. The functions that it calls must have been added before.
+    /// Records whether the function uses the shaded grid, and whether it names "object".
     void AddFunction(SlcFuncDefNode* function);
 
     struct Facts {
         bool dependsOnContext;        // cannot be computed once per shader instance
         bool namesObjectSpace;        // the value, or a function that it calls, names "object"
-        SlcStringLiteralNode* space;  // written to the file; "" if the value is in no single space
+        SlcStringLiteralNode* space;  // written to the file; "" if the type has no space, or if the
+                                      // value is in no single one
     };
     /// Returns the facts about a parameter with this initializer and type. Every expression must
     /// have its type and detail from semantic analysis. The caller stores `dependsOnContext` in the
@@ -55,11 +55,12 @@ private:
     [[nodiscard]] SlcStringLiteralNode* SpaceOf(const SlcTypeNode* type) const;
 
     // Found since the walk of the current function or default value began.
-    bool m_usesGrid = false;          // accesses predefined variables or textures, directly or in
-                                      // a called function
+    bool m_usesGrid = false;          // accesses predefined variables or textures, or calls a
+                                      // built-in that reads such variables, directly or in a
+                                      // called function
     bool m_dependsOnContext = false;  // accesses a predefined or varying variable or a parameter
-                                      // that depends on its context, or calls code that uses the
-                                      // grid
+                                      // that depends on its context, or calls a function that
+                                      // uses the grid
     bool m_namesObjectSpace = false;
     enum class Space { None, One, Several };
     Space m_space = Space::None;  // in which the value is expressed

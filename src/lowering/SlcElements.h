@@ -8,12 +8,13 @@
 
 class SlcSyntaxNode;
 
-/// Lowers accesses to array elements: references, bounds checks, and copies that are written back.
+/// Lowers accesses to array elements (references, bounds checks, and copies that are written back)
+/// and operations on whole arrays.
 ///
 /// With a varying index, a reference differs from point to point and is valid only in the block
 /// that contains it, so it must be in the same block as its access. A read copies the element to a
-/// temporary. After a call that writes to the copy, as to an output argument, the copy is written
-/// back to the array.
+/// temporary or to the target of the enclosing assignment. If the temporary is an output argument
+/// of a call, it is written back to the array after the call.
 class SlcElements {
 public:
     /// All must outlive this object.
@@ -27,23 +28,23 @@ public:
     }
 
     /// Makes a new reference to the element at the current `index` of `array`. Adds the instruction
-    /// to the open block, or outside blocks if none is open; a varying reference needs an open
-    /// block, since it is valid only there. `detail` is the detail of the element: varying if the
-    /// index is varying, otherwise that of the array.
+    /// to the open block, or outside blocks if none is open; with a varying index a block must be
+    /// open, since the reference is valid only there. `detail` is the detail of the element:
+    /// varying if the index is varying, otherwise that of the array.
     [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                            const SlcDetailNode* detail);
     /// Emits a bounds check if the options require checks; `node` is the position for its report.
     /// The check has a separate block, so call this before opening the block of the access.
     void GenIndexCheck(const SlcSyntaxNode* node, const std::string& arrayName,
                        const SlcOperand& array, const SlcOperand& index);
-    /// Copies the element at the varying `index` to `copy`.
+    /// Copies the element at the varying `index` to `copy`, in a separate block.
     void GenElementRead(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
 
     /// Records that `copy` holds the element, so that it can be written back. Keeps the current
     /// value of `index`, since a call may change the variable.
     void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
-    /// Call it after each call, for each output argument. Does nothing unless `argument` is a
-    /// remembered copy.
+    /// If `argument` is a remembered copy, assigns it to its element; otherwise does nothing. Call
+    /// it after each call, for each output argument.
     void WriteBackElement(const SlcOperand& argument);
     /// Returns the number of remembered copies; pass it to `ForgetCopies` to drop those made since.
     [[nodiscard]] std::size_t CountCopies() const { return m_copies.size(); }
@@ -72,7 +73,7 @@ private:
         SlcOperand copy;
         SlcOperand array;
         SlcOperand index;
-        std::size_t mark;  // length of the list when the index was read
+        std::size_t mark;  // length of the list when the copy was remembered
     };
 
     [[nodiscard]] SlcOperand MakeElementRef(const SlcOperand& array, const SlcDetailNode* detail);

@@ -1,9 +1,10 @@
 // The walker makes two kinds of lists. The main list runs on grids. Each default value has a
-// separate list. If the value depends on the shading point, its list also runs on grids; otherwise
-// the list runs once per instance, where nothing varies and all conditions are jumps.
+// separate list. If the value needs shading data, its list also runs on grids; otherwise the list
+// runs once per instance, where nothing varies and each `if`, loop and conditional expression is
+// lowered to jumps.
 //
-// The markers at both ends of the main list represent the renderer in data-flow analysis: it
-// defines variables at the start and uses outputs at the end.
+// The markers at both ends of the main list represent the renderer in data-flow analysis: the
+// renderer defines variables at the start and uses outputs at the end.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -66,7 +67,8 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
     return m_list.List();
 }
 
-// The run time copies a variable of this type, and does not accept a reference.
+// The run time copies the value from a variable or constant of type `type`, and does not accept a
+// reference to an array element.
 SlcOperand SlcGenInterCode::InitialValue(const SlcOperand& value, SlcTypeNode* type)
 {
     if (!value->GetType()->IsArrayRefType())

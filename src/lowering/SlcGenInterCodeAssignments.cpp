@@ -1,12 +1,12 @@
-// Assignments as expressions.
+// Lowers assignments, which are expressions. Braces enclose a parallel run:
 //
 //     x = a + b         { x = a + b }                   computed in place: `EvaluateInto`
 //     x += y            { x = x + y }
-//     w[i] = v          { R = &w[i]; R = v }            varying i; the target is evaluated first
+//     w[i] = v          { R = &w[i]; R = v }            varying i, which is evaluated before v
 //     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy: R is valid only in its block
 //
-// The value of an assignment is rarely used. An unused value costs nothing: the statement sets
-// `m_valueUnused` before it walks the expression.
+// The value of an assignment is rarely used. An unused value is not copied: the lowering of a
+// statement sets `m_valueUnused` before it walks an assignment whose value is not used.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp and SlcElementsTest.cpp.
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Strings, for example, have no whole-grid assignment.
+/// Strings and whole arrays have no whole-grid assignment.
 bool HasSIMDAssignment(const SlcTypeNode* type)
 {
     return !type->IsArrayType() &&
@@ -27,8 +27,8 @@ bool HasSIMDAssignment(const SlcTypeNode* type)
             type->IsPointType() || type->IsMatrixType());
 }
 
-/// At run time, `du` and `dv` have another size than other variables, so the whole-grid assignment
-/// cannot read them.
+/// The run time stores only one value of `du` and one of `dv` for the whole grid, so the whole-grid
+/// assignment, which reads a value for each point, cannot read them.
 bool IsPartialDerivativeStep(const SlcOperand& operand)
 {
     const std::string& name = operand->GetName();
@@ -84,8 +84,8 @@ SlcGenInterCode::Target SlcGenInterCode::GenTarget(SlcAssignExprNode* node)
 SlcOperand SlcGenInterCode::EvaluateInto(SlcExprNode* expr, const SlcOperand& target)
 {
     const auto types = SlcPossibleTypes::Of(expr);
-    // In the right side of a logical operator, a whole-grid form would also write points that do
-    // not evaluate that side.
+    // In the right side of `||`, a whole-grid form might also write points that do not evaluate
+    // that side.
     if (types.Null() || !m_options.m_assignInPlace || m_conditions.IsInsideBoolExpr())
         return Evaluate(expr);
     types->SetOperandHint(target);
@@ -128,7 +128,6 @@ SlcOperand SlcGenInterCode::UniformValue(const SlcOperand& value)
     return copy;
 }
 
-/// The index must be the last value on the stack.
 void SlcGenInterCode::GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array,
                                            bool valueUsed)
 {

@@ -1,14 +1,14 @@
 // Expands bodies of functions in place.
 //
-// An unconditional `return` ends the body: no code is emitted after it. Under a condition, or in a
-// loop, some points return earlier than others. Then the body is lowered as a varying loop with one
-// iteration, and its `return` clears the flags of the points like a `break`. In a list that runs
-// without a grid, `return` jumps to the end.
+// If no `return` is inside a condition, a loop or a light statement, the first one ends the body:
+// no code is emitted after it. Otherwise some points may return earlier than others. Then the body
+// is lowered as a varying loop with one iteration, and its `return` clears the flags of the points
+// like a `break`. In a list that runs without a grid, such a `return` jumps to the end.
 //
-//     float f(float x) { if (x > 0) return 1; z = x; }          y = f(s)
-// becomes
-//     r = 0; f = all active; {; if f; g = s > 0; endif; }
-//     {; if g; r = 1; break g f; endif; }; {; if f; z = s; endif; }; y = r
+//     float early(float x) { if (x > 0) return 1; z = x; }       y = early(s)
+// becomes, simplified,
+//     {; r = 0; f = true; }; {; if f; g = s > 0; endif; }
+//     {; if g; r = 1; break g f; endif; }; {; if f; z = s; endif; }; {; y = r; }
 //
 // Semantic analysis allows only one `return` in a body, but this code does not rely on that.
 //
@@ -45,7 +45,7 @@ private:
         --m_depth;
     }
 
-    int m_depth = 0;  // nesting of conditions and loops
+    int m_depth = 0;  // nesting of conditions, loops and light statements
     bool m_found = false;
 };
 
@@ -60,7 +60,7 @@ SlcOperand ZeroOf(const SlcTypeNode& type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    // Most bodies return only at their end, and need no flag and no variable for the result.
+    // Most bodies have no early `return`, and need no flag and no variable for the result.
     if (FindEarlyReturn().In(body) && m_list.IsWithoutGrid())
         GenBodyWithJumps(call, body);
     else if (FindEarlyReturn().In(body))

@@ -2,15 +2,16 @@
 //
 //     float half(float x) { return x / 2; }       y = half(3 * s)
 // becomes
-//     T = 3 * s; y = T / 2
+//     T = 3 * s; U = T / 2; y = U
 //
 // A formal is not a separate variable: it is bound to the operand of the argument. That is why
-// semantic analysis rejects assignments to formals that are not outputs. Only constants and values
-// of another type are copied.
+// semantic analysis rejects assignments to formals that are not outputs. For other formals, these
+// arguments are copied: constants, values of another type, and variables that a later argument of
+// the same call writes.
 //
-// Expansion can grow exponentially: a function that calls another one twice, and so on. It is
-// limited by the number of operations, by the depth, and by the available stack; beyond that it is
-// rejected with one report.
+// The expanded code can grow exponentially, if each function calls the one before it twice. The
+// number of operations, the nesting depth of calls and the available stack limit the expansion: the
+// first call beyond a limit is reported, and no call after it is expanded.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
@@ -34,7 +35,8 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
-/// True if the rest of the stack suffices for the walk of the body, with a reserve of some levels.
+/// True if the rest of the stack suffices for a recursive walk of the body, with a reserve of some
+/// levels of recursion.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
     constexpr std::size_t reserve = 32;
@@ -83,8 +85,8 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 
     for (const SlcOperand& output : outputs)
         m_elements.WriteBackElement(output);
-    // Some callers do not convert the value: `return 1` in a function of type color must yield a
-    // color.
+    // Some parents of the call do not convert its value: `return 1` in a function of type color
+    // must yield a color.
     if (SlcLoweringContext::TypeOf(call)->IsVoidType())
         return;
     SlcTypeNode* type = SlcCallArguments::TypeOfCall(call);
@@ -108,7 +110,7 @@ bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& in
     return false;
 }
 
-/// The last argument is on top of the stack. Returns the arguments that the body writes.
+/// The last argument is on top of the stack, so it is bound first.
 std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
                                                      const SlcFuncInfo& info)
 {
@@ -127,7 +129,8 @@ std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
     return outputs;
 }
 
-/// Binds the formal directly to a variable; copies a constant, or a value of another type.
+/// Binds an output formal, or an array, to the argument itself. Another argument is copied if it is
+/// a constant or has another type.
 void SlcGenInterCode::BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal,
                                  std::size_t position)
 {

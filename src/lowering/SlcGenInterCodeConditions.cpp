@@ -1,8 +1,9 @@
 // Lowers conditional statements and expressions.
 //
-// A uniform condition becomes a jump. A varying condition runs both branches, one after the other,
-// each for the points where its flag is true; the second branch uses the same flag, inverted in
-// place.
+// A uniform condition becomes a jump. With a varying condition both branches run, one after the
+// other, each for the points where its flag is true; the second branch uses the same flag, inverted
+// in place. On a grid, the condition of an `if` that a `break`, `continue` or `return` leaves
+// always gets a varying flag, which can be cleared at the points that leave.
 //
 //     if (u) S; else T;      goto B if not u; S; goto E; B: T; E:             u uniform
 //     if (v) S; else T;      a = any v; under v: S; v = not v; a = any v; under v: T
@@ -20,12 +21,12 @@
 
 namespace {
 
-/// Determines whether an expression contains a call, which may read values of other points or run
-/// other code. The answer for each conditional expression is cached: in a chain of conditional
-/// expressions each one queries all that follow it.
+/// Determines whether an expression contains a call or a texture access, which may read values of
+/// other points or run other code. The answer for each conditional expression is cached, since in a
+/// chain of conditional expressions each one queries all that follow it.
 class FindCalls : public SlcCodeWalker {
 public:
-    /// `known` caches the answers for conditional expressions.
+    /// `known` caches the answers for conditional expressions, and must outlive this object.
     explicit FindCalls(std::unordered_map<const SlcSyntaxNode*, bool>& known) : m_known(known) {}
 
     [[nodiscard]] bool In(SlcSyntaxNode* expr)
@@ -123,7 +124,7 @@ void SlcGenInterCode::Case(SlcIfThenElseStmtNode* node)
 
 void SlcGenInterCode::Case(SlcCondExprNode* node)
 {
-    // Flag copies are needed for points that leave a loop, not for points that choose a value.
+    // Points that leave a statement early need a varying flag; points that select a value do not.
     const bool outer = std::exchange(m_flagCopyNeeded, false);
     const SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
     if (flag->IsUniform())

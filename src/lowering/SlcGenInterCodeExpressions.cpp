@@ -1,11 +1,11 @@
 // Lowers constants, variables, elements, arithmetic, constructors, casts and texture accesses. Each
-// expression pops the operands of its parts and pushes one; an array constructor leaves one per
-// element:
+// expression pops the operands of its parts and pushes one operand; an array constructor leaves one
+// per element. Braces enclose a parallel run:
 //
-//     a * (b + c)       push a, b, c; pop two, { T0 = b + c }, push T0; pop two, { T1 = a * T0 }
+//     a * (b + c)    push a, b, c; pop c, b; { T = b + c } push T; pop T, a; { U = a * T } push U
 //
-// The result of an operation is varying if any operand is. It is stored in a temporary, or in the
-// target of the enclosing assignment.
+// The result of an operation is varying if any operand is; on a grid, that of a texture access
+// always is. The result is stored in a temporary, or in the target of the enclosing assignment.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -84,7 +84,7 @@ void SlcGenInterCode::Case(SlcBinOpExprNode* node)
     GenBinOp(node);
 }
 
-/// A separate function that keeps the stack frame of the recursive walk small.
+/// Pops both operands. A separate function, so that the stack frame of the recursive walk is small.
 void SlcGenInterCode::GenBinOp(SlcBinOpExprNode* node)
 {
     SlcOperand right = m_values.Pop();

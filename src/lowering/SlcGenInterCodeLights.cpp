@@ -3,8 +3,8 @@
 //     illuminate (p, a, w) { S }     f = in cone, L = Ps - p; under f: S; under not f: Cl = 0
 //     illuminance (p, a, w) { S }    lights for p; begin; f = in cone; under f: S; end
 //
-// A body that runs once for each light uses the cone as it was before the loop: parts that the body
-// may change are copied before the loop.
+// For each light, `illuminance` tests the cone as it was before the loop: those parts of the cone
+// that the body writes are copied before the loop.
 //
 // Tested by tests/golden (illuminance_cones, illuminate_forms) and, with values, by
 // tests/run/LightTest.cpp.
@@ -51,7 +51,7 @@ void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
     const SlcOperand uniformFlag =
         m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
 
-    // A uniform cone allows the whole-grid form, which reads it once for all points.
+    // The whole-grid form reads the cone once for all points, so the cone must be uniform.
     const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
                                    : cone.position->IsUniform();
     const SlcGridForm form =
@@ -109,7 +109,7 @@ void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
 void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
 {
     {
-        // The body runs once for each light, so it must not reuse temporaries made before it.
+        // The body runs once for each light, so it must not reuse temporaries made before the loop.
         const SlcListBuilder::KeepTempVars keep(m_list);
         const Cone cone =
             EvaluateCone(node->GetSurfacePosition(), node->GetAxis(), node->GetAngle());

@@ -1,14 +1,15 @@
 // Lowers loops, and the statements that leave them.
 //
 // A loop runs until no point remains in it; its flag marks the remaining points. If the relation is
-// uniform, a jump leaves the loop for all points. With code motion the loop is rotated: the test is
-// emitted before the loop and again after the body, so that hoisted code does not run if the loop
-// does not.
+// uniform and, on a grid, no statement in the body leaves the loop or an iteration early, a jump
+// leaves the loop for all points. With code motion the loop is rotated: the test is emitted before
+// the loop and again at its end, so that hoisted code does not run if the loop does not.
 //
-//     while (c) S      f = active; L: f = c under f; goto E if no f; under f: S; goto L; E:
-//     code motion      f = active; f = c ...; goto E; L: under f: S; f = c ...; goto E; goto L; E:
+//     while (c) S      f = active; L: TEST; under f: S; goto L; E:
+//     code motion      f = active; TEST; L: under f: S; TEST; goto L; E:
+//     TEST             f = c under f; goto E if no f
 //
-// A list that runs without a grid has only one point, so all flags would be uniform; there,
+// In a list that runs without a grid, all flags are uniform and cannot mark single points; there,
 // statements that leave a loop are jumps.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp.
@@ -133,7 +134,8 @@ void SlcGenInterCode::GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& 
         m_list.AddICode(next);
 }
 
-/// Returns true if a `continue` jumps to `continueLabel`.
+/// Returns true if the body contains a `continue` of this loop, whose points skip to
+/// `continueLabel`.
 bool SlcGenInterCode::GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                           const SlcLabel& continueLabel)
 {

@@ -1,14 +1,15 @@
 // Lowers relations (comparisons and logical operators) to flags.
 //
 // Negation is pushed down to the comparisons by De Morgan's law. The right side of an operator is
-// guarded by a flag that the left side determines, so it runs only where the left side has not
-// decided the result. If the left side is uniform, this flag replaces all enclosing guards, so
-// inactive points also get a value, which is corrected afterwards. If that would be too late,
-// because the right side has side effects, may read outside an array or makes flags, it runs under
-// all enclosing conditions.
+// guarded by a flag that the left side determines, so its blocks run only where the left side has
+// not decided the result. If the left side is uniform, this flag replaces all enclosing guards, so
+// inactive points also get a value, and the result is cleared there afterwards. That would be too
+// late if the right side has side effects, may read outside an array, or contains conditional
+// expressions, other logical operators or calls of functions that are not built-in. Such a right
+// side stays under all enclosing conditions, and is skipped by a jump where it must not run.
 //
-//     a && b      f = a; any f; under f: f = b                        varying a
-//     a || b      f = a; r = not f; any r; under r: r = b; f = f or r
+//     a && b      f = a; any f; under f: f = b                             varying a
+//     a || b      f = a; r = not f; any r; under r: r = b; f = f or r      varying a
 //     !(a && b)   as !a || !b
 //
 // Tested by tests/lowering/SlcGenInterCodeRelationsTest.cpp.
@@ -84,7 +85,8 @@ void SlcGenInterCode::GenComparison(SlcCompOpNode* node)
         m_errors->FatalError(node, "Invalid operator while generating i-code for rel op");
     m_conditions.AddInBlock(flag->GetDetail(), code);
 
-    // Points that leave a loop need a varying flag, even if the decision is the same for all.
+    // Points that leave a statement early need a varying flag, even if the decision is the same
+    // for all.
     if (flag->IsUniform() && m_flagCopyNeeded)
         flag = CopiedFlag(flag, m_conditions.GetBoolFlag(SlcDetailNode::AVarying()));
     if (flag->IsUniform() && target && !target->IsUniform())
@@ -99,7 +101,8 @@ SlcOperand SlcGenInterCode::FlagFor(const SlcOperand& target, SlcDetailNode* det
         return m_conditions.GetBoolFlag(detail);
     if (detail->IsUniform() || !target->IsUniform())
         return target;
-    // Where this comparison does not run, a uniform left side has decided the result.
+    // `target` holds the value of a uniform left side, which is the result where this comparison
+    // does not run.
     SlcOperand flag = m_conditions.GetBoolFlag(detail);
     m_conditions.AssignOutsideCondition(flag, target);
     return flag;
@@ -155,13 +158,13 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 {
     if (flag->IsUniform())
         return GenUniformLogOp(node, flag, inverted, SlcConditions::AssignIfValue::IfFalse);
-    // Marks the points where the left side is false.
+    // Marks the active points where `flag` is false.
     const SlcOperand rest = m_conditions.GetBoolFlag(SlcDetailNode::AVarying());
     const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
     m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, m_conditions.InnermostFlag()));
     m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
-    // A right side that needs the guard must not use whole-grid forms here, and its flags must be
-    // false outside.
+    // In a right side that needs the guard, whole-grid forms must compute only the points of
+    // `rest`, and flags must be false at all others.
     m_conditions.BeginAssignIfTrue(rest, uniformFlag);
     if (node->RightNeedsGuard())
         m_conditions.InsideParallelCond();
@@ -177,8 +180,9 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     return flag;
 }
 
-/// The right side runs only if `flag`, the left side's value, is `state`. Its guard replaces the
-/// enclosing guards; a right side that must not run outside them is skipped by a jump.
+/// The blocks of the right side run only if `flag`, the value of the left side, is `state`; its
+/// whole-grid forms, which then have no side effects, may run in any case. This guard replaces the
+/// enclosing guards. `GenUniformLogOpWithJump` lowers a right side that must run only under them.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, SlcConditions::AssignIfValue state)
 {

@@ -1,8 +1,8 @@
 // Lowers definitions and statements without control flow.
 //
-// After a statement its values have been popped and its temporaries are free. A local becomes a new
-// variable each time its definition is lowered, so that two expansions of a function do not share
-// the variable.
+// After a statement its values have been popped, and its temporaries may be reused. A local becomes
+// a new variable each time its definition is lowered, so that two expansions of a function do not
+// share the variable.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -34,12 +34,12 @@ void SlcGenInterCode::Case(SlcStmtsNode* node)
     const std::size_t copiesBefore = m_elements.CountCopies();
     for (const auto& statement : node->GetStatements()) {
         statement->ApplyWalker(this);
-        // After a statement no code writes to its copies of elements.
+        // After a statement no code writes to the copies of array elements that it made.
         m_elements.ForgetCopies(copiesBefore);
         if (m_leaving.HasBodyEnded())
             return;
-        // If a body is expanded within an expression, pending values still need the record of
-        // writes.
+        // If a body is expanded within an expression, pending values and copies of elements still
+        // need the record of writes.
         if (m_values.IsEmpty() && copiesBefore == 0)
             m_values.ForgetWrites();
     }

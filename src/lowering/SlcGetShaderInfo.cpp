@@ -1,5 +1,5 @@
-// Walks a shader and the functions reachable from it. Each list is in the order of first use in the
-// source, so that the same source always yields the same file.
+// Walks a shader and the functions reachable from it. Each list is in the order of the walk, so
+// that the same source always yields the same file.
 //
 // A shadeop may have several overloads in one library. They share one entry here: generated code
 // identifies a method by its name and distinguishes overloads by their arguments.
@@ -28,8 +28,8 @@ using Hiddens = SlcShaderSymbolTable;
 
 constexpr const char* k_objectSpace = "\"object\"";
 constexpr const char* k_shaderSpace = "\"shader\"";
-/// Returns the variable that an `extern` declaration, or the `Ps` of a surface shader, refers to;
-/// otherwise the variable itself.
+/// Returns the variable that an `extern` declaration refers to, otherwise the variable itself. For
+/// the `Ps` of a surface shader, which has the same operand as `P`, returns `P`.
 SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
 {
     SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
@@ -94,7 +94,7 @@ void SlcGetShaderInfo::Case(SlcDefExprNode* node)
 
 void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
 {
-    // Walk the default value first, since it determines the order of variables and spaces.
+    // Collects the variables, spaces and shadeops that the default value uses.
     node->GetInitializer()->ApplyWalker(this);
     SlcParameterInfo& parameter = m_facts.m_parameters.emplace_back();
     parameter.entry = node->GetSymbolEntry();

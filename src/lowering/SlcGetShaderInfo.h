@@ -22,8 +22,9 @@ class SlcSemanticError;
 /// exist before a later default value names it.
 class SlcGetShaderInfo : public SlcCodeWalker {
 public:
-    /// Fills `facts`, which must be empty and outlive this object. Lists are in the order of first
-    /// use in the source.
+    /// The walk fills `facts`, which must be empty and outlive this object. Lists are in the order
+    /// of the source, except that the spaces "object" and "shader" come first and that the outputs
+    /// of a surface or light come before the other variables of its definition.
     SlcGetShaderInfo(SlcPtr<SlcSemanticError>& errors, SlcPtr<SlcGenInterCode>& codeGenerator,
                      SlcShaderFacts& facts);
     ~SlcGetShaderInfo() override;
@@ -63,7 +64,8 @@ private:
     void WriteOutputArguments(SlcProcCallExprNode* node);
     void AddSpaceIfNotInList(SlcStringLiteralNode* space);
 
-    /// Adds the shadeop that `call` calls, with its library.
+    /// Adds the shadeop that `call` calls, with its library, or merges it with an overload that is
+    /// already in the list.
     void AddDSOFunc(const SlcProcCallExprNode* call, const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
     /// Returns the init or cleanup function (`kind` is its name in reports) that the overloads of a
     /// method share. Warns if two overloads name different functions.

@@ -1,6 +1,6 @@
-// Fills the compiled shader: first sets the marks in the tree, which the lowering needs, then
-// collects the shader's facts, and finally makes the main list. Default values are lowered while
-// the facts are collected.
+// Fills the intermediate form of a shader: first sets the marks in the tree, which the lowering
+// needs, then collects the shader's facts, and finally makes the main list. Default values are
+// lowered while the facts are collected.
 //
 // Tested by tests/lowering/SlcInterFormTest.cpp.
 

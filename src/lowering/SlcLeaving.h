@@ -7,12 +7,12 @@
 
 class SlcProcCallExprNode;
 
-/// The varying loops and function bodies that enclose the code being lowered, and the flags to
-/// clear when points leave one.
+/// The loops and function bodies that enclose the code being lowered and can be left, and the flags
+/// to clear when points leave one.
 ///
-/// Code makes a point leave a loop or body by clearing the flags at that point, from the innermost
-/// level up to the level that the point leaves. A list that runs without a grid has only one point,
-/// so all flags would be uniform; there, leaving is a jump.
+/// On a grid, points can leave varying loops and bodies: code clears the flags at these points,
+/// from the innermost level up to the level that they leave. A list that runs without a grid has
+/// only one point, so all flags would be uniform; there, leaving any loop or body is a jump.
 class SlcLeaving {
 public:
     /// A function body that is being expanded.
@@ -22,8 +22,9 @@ public:
         SlcOperand result;  // the return value; null unless some points return a value early
         SlcLabel end;       // null unless some return early
         SlcProcCallExprNode* call;
-        std::size_t loops = 0;  // varying loops that enclose the call
-        bool ended = false;     // all points have reached a `return`; its value is on the stack
+        std::size_t loops = 0;  // number of recorded loops that enclose the call
+        bool ended = false;     // all points have reached a `return`; its value, if any, is on the
+                                // stack
     };
 
     /// Both must outlive this object.
@@ -34,9 +35,9 @@ public:
     }
 
     // Loops. `level` counts outward from the innermost loop, which is 1.
-    /// `flag` marks the points still in the loop; `cond` those active in this iteration. Opens the
-    /// condition level that guards the body by `cond` and `uniformFlag`; `EndParallelLoop` closes
-    /// it.
+    /// Begins a varying loop: `flag` marks the points still in the loop, `cond` those active in
+    /// this iteration. Opens the condition level that guards the body by `cond` and `uniformFlag`;
+    /// `EndParallelLoop` closes it.
     void BeginParallelLoop(const SlcOperand& flag, const SlcOperand& cond,
                            const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
                            const SlcLabel& continueLabel);
@@ -45,11 +46,11 @@ public:
     void BeginLoopOfJumps(const SlcLabel& breakLabel, const SlcLabel& continueLabel);
     void EndLoopOfJumps() { m_loops.pop_back(); }
     [[nodiscard]] std::size_t CountLoops() const { return m_loops.size(); }
-    /// True if a `continue` of the innermost loop has been lowered.
+    /// Only for a varying loop: true if a `continue` of the innermost loop has been lowered.
     [[nodiscard]] bool IsContinued() const { return m_loops.back().isContinued; }
-    /// Lower `break` and `continue` of the loop at `level`, which must exist. Clear the points'
-    /// flags of all conditions and loops on the way out, and recompute the uniform flags; in a list
-    /// that runs without a grid, emit a jump.
+    /// Lower `break` and `continue` of the loop at `level`, which must exist. The emitted code
+    /// clears the flags of all conditions and loops on the way out, and recomputes the uniform
+    /// flags. In a list that runs without a grid, it is a jump.
     void GenBreak(std::size_t level);
     void GenContinue(std::size_t level);
 

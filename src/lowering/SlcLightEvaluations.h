@@ -15,15 +15,15 @@ class SlcShaderTypeNode;
 /// After a loop over other points, the set is not the one for `P`.
 class SlcLightEvaluations {
 public:
-    /// `list` must be empty and outlive this object.
+    /// `list` must outlive this object.
     explicit SlcLightEvaluations(SlcListBuilder& list) : m_list(list) {}
 
     /// Call these before and after a call of a function that reads the lights for `P`. Call both
     /// for every such function: only this class knows whether a light loop encloses it.
     void AddEvalLightForP();
     void NoteCallForP();
-    /// Call it after code that has written `assigned`. An assignment to `P` makes the evaluated
-    /// lights stale, in kinds of shaders that see lights; `shaderType` may be null.
+    /// Call it after code that has written `assigned`. If that is `P`, marks the evaluated lights
+    /// as stale in kinds of shaders that see lights. Does nothing if `shaderType` is null.
     void ResetEvalLightIfPAssigned(const SlcOperand& assigned, const SlcShaderTypeNode* shaderType);
 
     /// Call it before a loop over lights: evaluates them for the points at `position`, which is `P`

@@ -1,8 +1,9 @@
-// Makes the names and temporaries of a list.
+// Makes the temporaries and labels of a list, and the names of its locals.
 //
-// A temporary is in use until the end of its statement and is then reused for another value:
-// `SlcTempPools` keeps the pools. A temporary with a longer life, such as the result of a body with
-// early returns, comes from `MakeTempVar` and is never freed.
+// With `m_reuseTempVars`, a temporary from `GenTempVar` is in use until the end of its statement.
+// Then it may be reused for another value, if its type has a pool in `SlcTempPools`. A temporary
+// with a longer life, such as the result of a body with an early `return`, comes from `MakeTempVar`
+// and is never reused.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -17,7 +18,7 @@
 
 namespace {
 
-/// Names are unique in the whole compilation.
+/// The names of temporaries and labels are unique in the whole compilation.
 struct NameCounters {
     int temporaries = 0;
     int gotoLabels = 0;
@@ -64,7 +65,7 @@ SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 
 SlcOperand SlcListBuilder::GenTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 {
-    // A shared reference would create data dependences between the blocks of its accesses.
+    // A reused reference would create data dependences between the blocks of its accesses.
     if (type->IsArrayRefType() || !m_options.m_reuseTempVars)
         return MakeTempVar(type, detail);
     SlcOperand temporary = m_temps.Acquire(type, DetailHere(detail));
@@ -87,8 +88,8 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
     const auto types = SlcPossibleTypes::Of(expr);
     if (types && types->GetOperandHint()) {
         const SlcOperand& hint = types->GetOperandHint();
-        // A uniform target of a varying operation would be written once per point, and read in
-        // between.
+        // In `u = u + s`, with a uniform u and a varying s, an operation with the target u would
+        // run once per point, and read the u that it has already changed for an earlier point.
         if (hint->GetType()->IsSameType(type) &&
             hint->IsUniform() == DetailHere(detail)->IsUniform())
             return hint;
@@ -101,8 +102,9 @@ SlcLabel SlcListBuilder::GenLabel()
     return MakeShared<SlcLabelICode>(SlcPartOfCompilation<NameCounters>().gotoLabels++);
 }
 
-/// A body that ends at its `return` does not increment the counter at its end, so a number may
-/// repeat.
+/// Returns the source name with the current number of the counter, or with the next one that makes
+/// it new: a block that ends at a `return` does not increment the counter, so a later block can
+/// have the same number.
 std::string SlcListBuilder::LocalName(const std::string& sourceName)
 {
     std::string name = sourceName + '_' + std::to_string(m_blockCounter);

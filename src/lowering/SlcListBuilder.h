@@ -10,10 +10,11 @@
 
 class SlcExprNode;
 
-/// Builds a list: appends instructions, and makes the temporaries, locals and labels that they use.
+/// Builds a list: appends instructions, and makes the temporaries, the labels and the names of
+/// locals that they use.
 ///
-/// Temporaries and labels are numbered across all lists of a compilation, so that no two lists of a
-/// shader share a name.
+/// Temporaries and labels are numbered across all lists of a compilation, so that no two lists
+/// share one.
 class SlcListBuilder {
 public:
     /// Whether a list runs for each shaded grid or, without a grid, once per instance of the
@@ -27,7 +28,7 @@ public:
     void Start(Runs runs);
     [[nodiscard]] const SlcPtr<SlcListICode>& List() const { return m_list; }
     [[nodiscard]] std::deque<SlcPtr<SlcICode>>& Codes() const { return m_list->m_icodes; }
-    /// Returns the index of the next instruction.
+    /// Returns the index that the next instruction will have.
     [[nodiscard]] std::size_t Place() const { return m_list->m_icodes.size(); }
     [[nodiscard]] bool IsWithoutGrid() const { return m_runs == Runs::OncePerInstance; }
     /// Returns the effective detail in this list: always uniform in a list that runs without a
@@ -36,14 +37,15 @@ public:
 
     void AddICode(const SlcPtr<SlcICode>& code) { m_list->AddICode(code); }
 
-    /// Makes a temporary that no other value of the list shares. This function and the next one add
-    /// the temporary to the locals of the list, with its effective detail.
+    /// Makes a temporary that is never reused for another value, and adds it to the locals of the
+    /// list, with its effective detail.
     [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     /// Returns a temporary that `ReleaseTempVars` frees for other values. Without the option to
-    /// reuse temporaries, and for types without a pool (`SlcTempPools`), the temporary is new and
-    /// never freed.
+    /// reuse temporaries, and for types without a pool (`SlcTempPools`), the temporary is made by
+    /// `MakeTempVar` and never freed.
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    /// Call it after a statement, when none of its values is needed any more.
+    /// Frees the temporaries in use, except those that `EnterBody` protects. Call it after a
+    /// statement, when none of its values is needed any more.
     void ReleaseTempVars();
     /// While an object of this class exists, `ReleaseTempVars` does nothing: the statements of a
     /// loop's body must not reuse a temporary that was made before the loop and is read in each
@@ -61,22 +63,25 @@ public:
     };
     /// Returns the operand for the value of `expr`: the target of the enclosing assignment if it is
     /// set as the hint of `expr` and has this type and detail, otherwise a temporary. Use it only
-    /// for a single instruction that reads its operands before it writes. A value that is computed
-    /// in several steps needs a temporary, since the target may be read in between.
+    /// if each point gets its value from one instruction that reads its operands before it writes.
+    /// A value that is computed in several steps needs a temporary, since the target may be read in
+    /// between.
     [[nodiscard]] SlcOperand GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
 
     /// Makes a new label, which the caller adds to the list.
     [[nodiscard]] SlcLabel GenLabel();
 
-    /// Locals declared from here on belong to another block of the source.
+    /// Gives locals that are named from here on another number. Call it where a block of the source
+    /// begins or ends.
     void NextBlock() { ++m_blockCounter; }
     /// Makes a name that is unique in the list for a declared local: `name_number`.
     [[nodiscard]] std::string LocalName(const std::string& sourceName);
 
-    /// Call these around the body of an expanded function: the body does not reuse the temporaries
-    /// in use, and after it the free temporaries that it took are free again, except `result`,
-    /// which may be null. Temporaries that the body made are not reused after it.
+    /// Call these around the body of an expanded function. The body does not reuse the temporaries
+    /// in use. Afterwards, the free temporaries that the body took are free again, except `result`,
+    /// the operand of the function's value, which may be null. Temporaries that the body made are
+    /// not reused after it.
     void EnterBody() { m_temps.EnterBody(); }
     void LeaveBody(const SlcOperand& result) { m_temps.LeaveBody(result); }
 

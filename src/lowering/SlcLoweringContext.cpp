@@ -1,7 +1,7 @@
 // Steps that several kinds of lowering share. A conversion adds at most one assignment, in a block,
 // and returns an operand, so that callers can combine conversions in the source's evaluation order.
 //
-//     Converted(x, color)    x itself, or T = x             a promotion; floats stay floats until
+//     Converted(x, color)    x itself, or { T = x }         a promotion; floats stay floats until
 //                                                           an instruction needs another type
 //     Widened(x)             x itself, or { T = x }         one value for each point
 //

@@ -12,8 +12,8 @@ class SlcVarSymbolEntry;
 
 /// The state that all parts of the lowering share, and the steps that they have in common.
 ///
-/// The tree walker owns it. The lowerings of calls, casts and textures, which receive operands and
-/// never walk the tree, hold a reference to it.
+/// The tree walker owns it. The lowerings of casts, textures and calls of built-ins and shadeops,
+/// which receive operands and never walk the tree, hold a reference to it.
 class SlcLoweringContext {
 public:
     SlcLoweringContext(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
@@ -44,7 +44,7 @@ public:
     /// rejected.
     [[noreturn]] void RejectForm(const SlcSyntaxNode* node);
     /// Call it after an assignment or call that has written `written`: if that is `P`, the
-    /// evaluated lights become stale.
+    /// evaluated lights become stale in a kind of shader that sees lights.
     void NoteAssigned(const SlcOperand& written);
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -4,8 +4,9 @@
 #include "frontend/SlcNodes.h"
 
 /// Marks each loop, condition and light statement that a `break`, `continue` or `return` inside it
-/// leaves, and each logical operator whose right side needs a guard (see `RightNeedsGuard`) or
-/// reads an element at an index that is not a constant.
+/// leaves, each loop that a `continue` continues, and each logical operator whose right side needs
+/// a guard (`SlcLogOpNode::RightNeedsGuard`) or reads an element at an index that is not a
+/// constant.
 ///
 /// One walk over the checked tree before its lowering, which emits simpler code where there is no
 /// mark. Functions that are never called are skipped.
@@ -37,7 +38,8 @@ private:
     // How many levels of a `break` a statement accounts for: one if it is a `for` or `while` loop,
     // otherwise none.
     enum class Leaves { NoLevel, OneLevel };
-    /// Marks `node` if something inside leaves it, and propagates remaining levels outward.
+    /// Marks `node` if a jump inside leaves or continues it, and propagates remaining levels
+    /// outward.
     template <class Node>
     void WalkMarking(Node* node, Leaves leaves);
 

@@ -11,8 +11,9 @@ class SlcTypeNode;
 
 /// True if values of the type depend on the coordinate space: the point family and matrices.
 [[nodiscard]] bool SlcLivesInSpace(const SlcTypeNode* type);
-/// Returns the space from which a cast transforms its value; null unless it names a coordinate
-/// space.
+/// Returns the coordinate space that a cast names, also if that is the current one; null if it
+/// names none.
 [[nodiscard]] SlcStringLiteralNode* SlcSpaceNamedBy(const SlcCastExprNode* cast);
-/// Returns the constant space names in a call of `transform`, `vtransform` or `ntransform`.
+/// Returns the constant space names in a call of the built-in `transform`, `vtransform` or
+/// `ntransform`; empty for other built-ins.
 [[nodiscard]] std::vector<SlcStringLiteralNode*> SlcSpacesNamedBy(const SlcProcCallExprNode* call);

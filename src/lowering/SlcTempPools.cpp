@@ -3,13 +3,13 @@
 //
 //     statement       T0, T1 in use;  T2, T3 free
 //     EnterBody       T0, T1 set aside; the body may take T3, T2 and new ones
-//     LeaveBody       T0, T1 in use;  T2, T3 free, but in use if one is the body's result; the
-//                     new ones are not reused
+//     LeaveBody       T0, T1 in use;  T2, T3 free, except that one of them is in use if it is the
+//                     body's result; the new ones are not reused
 //
 // To restore the free list without copying it at each entry, the saved state records only how many
 // entries at the bottom the body never took (`untouched`), and which ones it took from the top
-// (`taken`). If the result is a taken one, an enclosing body has lost a free temporary without
-// taking it itself, and must record it as well: `NoteTaken`.
+// (`taken`). If the result is a taken one, the enclosing body has lost a free temporary without
+// taking it itself. `NoteTaken` then records for the enclosing body what the inner one took.
 //
 // Tested by tests/lowering/SlcTempPoolsTest.cpp.
 

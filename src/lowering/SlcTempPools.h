@@ -5,11 +5,12 @@
 
 #include "icode/SlcLexType.h"
 
-/// Pools of temporaries for reuse, one per kind: detail (varying or uniform) and type (float, point
-/// family, color). Each pool lists the free temporaries and those in use. Other types have no pool:
-/// matrices, strings, references, and flags, which `SlcConditions` recycles.
+/// Pools of temporaries for reuse, one for each combination of detail (varying or uniform) and type
+/// (float, point family, color). Each pool lists the free temporaries and those in use. Other types
+/// have no pool: matrices, strings, arrays, references to elements, and flags, which
+/// `SlcConditions` recycles.
 ///
-/// This class does not make temporaries; the code that makes one registers it here.
+/// This class does not make temporaries; the code that makes one for reuse registers it here.
 class SlcTempPools {
 public:
     /// Returns a free temporary and marks it as in use; null if there is none or the type has no
@@ -17,14 +18,15 @@ public:
     [[nodiscard]] SlcOperand Acquire(const SlcTypeNode* type, const SlcDetailNode* detail);
     /// Registers a new temporary as in use; does nothing for a type without a pool.
     void AddUsed(const SlcOperand& temporary);
-    /// Frees all temporaries in use.
+    /// Frees all temporaries in use, except those that `EnterBody` has set aside.
     void ReleaseUsed();
 
-    /// Call it before a function body: the body does not free the temporaries in use.
+    /// Call it before a function body: sets aside the temporaries in use, so that `ReleaseUsed` in
+    /// the body does not free them.
     void EnterBody();
     /// Call it after the body: restores the pools to their state at `EnterBody`, except that
-    /// `result` is in use if it was free then. The cost depends only on how many temporaries the
-    /// body used.
+    /// `result`, which may be null, is in use if it was free then. The cost depends only on how
+    /// many temporaries the body used.
     void LeaveBody(const SlcOperand& result);
 
 private:
@@ -40,7 +42,8 @@ private:
     };
     using SavedKinds = std::array<SavedKind, 6>;
 
-    /// Records in `outer` the free temporaries that `inner` took, one of which is now the result.
+    /// Records in `outer` the temporaries of its free list that `inner` took and `outer` has not
+    /// recorded yet. One of those that `inner` took is now the result.
     static void NoteTaken(SavedKind& outer, const SavedKind& inner);
     /// Returns the index in `m_kinds`; `k_noPool` for a type without a pool.
     [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);

@@ -4,7 +4,8 @@
 //
 // The corners are those of the patch that a shading point covers, computed from its neighbours in
 // the grid, unless the call gives all four. Missing parameters get defaults, so that the primitive
-// has only one form. With a varying name or channel there is no whole-grid form.
+// has only one list of arguments. The call is in whole-grid form unless the name or channel varies,
+// all arguments are uniform, or the enclosing conditions do not allow that form.
 //
 // Tested by tests/golden/texture_forms.sl.
 
@@ -31,7 +32,7 @@ constexpr std::string_view k_ofTexture[] = {"fill", "lerp"};
 constexpr std::string_view k_ofEnvironment[] = {"lerp", "fill"};
 constexpr std::string_view k_ofShadow[] = {"bias"};
 
-/// Counts the arguments before the first parameter name.
+/// Counts the arguments between the channel and the first parameter name.
 std::size_t CountPositional(const std::deque<SlcOperand>& args)
 {
     const auto name = std::find_if(args.begin() + k_nameAndChannel, args.end(),
@@ -136,7 +137,8 @@ void SlcTextureLowering::AppendParameters(std::deque<SlcOperand>& call,
         call.push_back(parameters.Get(key));
 }
 
-/// Missing points are filled with the last given point.
+/// Appends the number of given points, and then four points: the last given point stands for the
+/// missing ones.
 void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                                       const std::deque<SlcOperand>& points)
 {
@@ -174,14 +176,15 @@ SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source so
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
-    // The whole-grid form takes one file and one channel. If nothing varies, a single plain access
-    // is enough.
+    // The whole-grid form takes one file and one channel. If nothing varies, the plain form saves
+    // the copies of all corners that the whole-grid form would need.
     const bool canUseGrid = !SlcConditions::UniformIfAll(args)->IsUniform() &&
                             args[0]->IsUniform() && args[1]->IsUniform();
     const SlcGridForm form = canUseGrid ? m_conditions.GridForm() : SlcGridForm::Plain();
     if (form.simd)
         for (std::size_t i = 0; i < corners; ++i)
-            // Corners given in the source may be uniform, but the whole-grid form takes arrays.
+            // Corners given in the source may be uniform, but the whole-grid form needs one for
+            // each point.
             args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);

@@ -11,21 +11,21 @@ class SlcShaderTypeNode;
 class SlcTextureExprNode;
 class SlcTextureParameters;
 
-/// Lowers a texture access: computes the footprint of each point, then emits one call with all
-/// parameters in fixed positions.
+/// Lowers a texture access: emits the computation of each point's footprint, unless the access
+/// gives it, and then one call with all parameters in fixed positions.
 class SlcTextureLowering {
 public:
     /// The context must outlive this object.
     explicit SlcTextureLowering(SlcLoweringContext& context) : m_context(context) {}
 
     /// `args` holds the evaluated arguments: file name, channel, positional arguments, then names
-    /// and values. Returns the value, which is varying.
+    /// and values. Returns the value, which is varying on a grid. Fatal if required points, or the
+    /// predefined `s` and `t`, are missing.
     [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
 
     enum class Source { Point, Area };
-    /// Returns the primitive of an access, without the suffix of its grid form. `source` is used
-    /// only for shadows: that of a point, or that of an area light. Shadows in a light shader have
-    /// separate primitives. `shaderType` may be null.
+    /// Returns the primitive of an access. `source`, the shape of the light, is used only for
+    /// shadows. Shadows in a light shader have separate primitives. `shaderType` may be null.
     [[nodiscard]] static SqxPrimitive PrimitiveOf(const SlcTextureExprNode* node, Source source,
                                                   const SlcShaderTypeNode* shaderType);
 
@@ -36,7 +36,7 @@ private:
     [[nodiscard]] SlcOperand GenPointAccess(SlcTextureExprNode* node,
                                             const std::deque<SlcOperand>& args);
     /// Returns eight floats: the given corners, or the patch around the given or predefined s and
-    /// t. `positional` is the number of arguments before the first name.
+    /// t. `positional` is the number of arguments between the channel and the first parameter name.
     [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
                                                         const std::deque<SlcOperand>& args,
                                                         std::size_t positional);
@@ -49,7 +49,8 @@ private:
                                  std::span<const std::string_view> keys);
     void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                       const std::deque<SlcOperand>& points);
-    /// Emits a whole-grid call if the arguments allow it, otherwise a call in a block.
+    /// Emits a whole-grid call if the arguments and the enclosing conditions allow it, otherwise a
+    /// call in a varying block. Returns the result.
     [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, Source source,
                                            std::deque<SlcOperand> args, std::size_t corners);
 

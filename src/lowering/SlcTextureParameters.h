@@ -13,8 +13,8 @@
 /// a value for each of them.
 class SlcTextureParameters {
 public:
-    /// `args` holds names and values from `first` on. An unknown name is skipped together with its
-    /// value.
+    /// `args` holds names and values from `first` on. A name that is unknown or not a constant is
+    /// skipped together with its value.
     SlcTextureParameters(const std::deque<SlcOperand>& args, std::size_t first);
 
     /// Returns the value of the parameter `key`, a known name without quotes.

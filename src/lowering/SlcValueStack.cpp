@@ -5,9 +5,9 @@
 //     T = x; x = 2; y = T + x
 //
 // Each value records the length of the list when it was pushed. When a value that can change is
-// popped, the stack checks whether later code has written it. Writes are recorded only then, and
-// each instruction only once, since most values are temporaries and constants, which are never
-// written while they are on the stack. Tested by tests/lowering/SlcValueStackTest.cpp.
+// popped, the stack checks whether later code has written it. Writes are recorded only then, since
+// most values are temporaries and constants, which are never written while they are on the stack.
+// Each instruction is scanned only once. Tested by tests/lowering/SlcValueStackTest.cpp.
 
 #include "lowering/SlcValueStack.h"
 
@@ -26,7 +26,7 @@ bool IsTemporary(const SlcLexType& operand)
 }
 
 /// True for a value that may be overwritten before it is read: a variable, or a reference into an
-/// array. Whole arrays are passed only by reference.
+/// array. False for a whole array, since arrays are passed only by reference.
 bool CanChange(const SlcLexType& operand)
 {
     if (operand.IsConst())
@@ -35,7 +35,8 @@ bool CanChange(const SlcLexType& operand)
     return type->IsArrayRefType() || (!type->IsArrayType() && !IsTemporary(operand));
 }
 
-/// Records the operands that an instruction writes, with the index after it.
+/// Records the variables and references that an instruction writes, and the arrays of these
+/// references, with the index after the instruction. Ignores temporaries that are not references.
 class NoteWritesOf : public SlcOperandWalker {
 public:
     NoteWritesOf(std::unordered_map<const SlcLexType*, std::size_t>& writes,

@@ -6,8 +6,8 @@
 
 #include "lowering/SlcConditions.h"
 
-/// The stack of operands that expressions leave for their parents. Each pop returns the value at
-/// the time of the push.
+/// The stack of operands that expressions leave for their parents. `Pop` returns the value at the
+/// time of the push.
 ///
 /// An operand is a variable, not its value: in `x + (x = 2)` the variable on the left side is
 /// written before the sum reads it. Popping it then returns a copy that is made before the write.
@@ -24,8 +24,9 @@ public:
     void Start();
     /// Pushes a value as of the current end of the list.
     void Push(SlcOperand value);
-    /// Pops the last value as it was when it was pushed. Constant time for temporaries and
-    /// constants; for a variable, linear in the instructions since the last scan for writes.
+    /// Pops the last value as it was when it was pushed; a whole array as it is now. Constant time
+    /// for temporaries, constants and whole arrays; otherwise at most linear in the instructions
+    /// since the last scan for writes.
     [[nodiscard]] SlcOperand Pop();
     /// Pops the last value for writing, such as an output argument: never returns a copy.
     [[nodiscard]] SlcOperand PopReference();
@@ -34,8 +35,8 @@ public:
     [[nodiscard]] std::size_t Size() const { return m_values.size(); }
     [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
 
-    /// Returns `operand` as it was at index `mark` of the list, which must be after the last
-    /// `ForgetWrites`: a copy if it has been written since.
+    /// Returns `operand` as it was when the list had the length `mark`: a copy if the operand has
+    /// been written since. `ForgetWrites` must not have been called since.
     [[nodiscard]] SlcOperand AsOf(const SlcOperand& operand, std::size_t mark);
     /// Notes that `ref` refers to elements of `array`, so that a write to `ref` counts as a write
     /// to the array.
@@ -43,9 +44,10 @@ public:
     /// Returns the array that a reference refers to; for other operands, the operand itself.
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
-    /// Forgets the recorded writes and inserts the late copies into the list. Call it only when no
-    /// value or mark is pending, since the insertion changes indices. The records of
-    /// `NoteReference` are kept, since the formal of a function being expanded may be a reference.
+    /// Forgets the recorded writes, and inserts the code of the copies that `Pop` and `AsOf` have
+    /// returned into the list. Call it only when no value or mark is pending, since the insertion
+    /// changes indices. The records of `NoteReference` are kept, since the formal of a function
+    /// being expanded may be a reference.
     void ForgetWrites();
 
 private:
@@ -59,9 +61,10 @@ private:
         std::vector<SlcPtr<SlcICode>> codes;
     };
 
-    /// True if code after `mark` writes the operand, or the array that it refers to.
+    /// True if code after `mark` writes the operand or, for a reference, any element of its array.
+    /// False for constants, temporaries and whole arrays, which are not copied.
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark);
-    /// Makes a copy of the operand at the index `mark`.
+    /// Returns a copy of the operand, which `InsertLateCopies` will insert at the index `mark`.
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
     /// Records the writes of all code since the last call.
     void NoteWrites();

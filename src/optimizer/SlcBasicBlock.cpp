@@ -1,4 +1,5 @@
-// Prints blocks for debugging passes: blocks by number, with both directions of their edges.
+// Prints a block for debugging: its number, the numbers of its predecessors and successors, and its
+// instructions.
 
 #include "optimizer/SlcBasicBlock.h"
 

@@ -15,10 +15,11 @@ public:
 
     /// Position of the block in code order, from 0.
     [[nodiscard]] int GetBlockId() const { return m_id; }
+    /// Returns the instructions, at least one, in code order.
     [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
     /// Return ids without duplicates. Predecessors are in code order. Among successors, the block
-    /// after this one in code order comes first, except that the target of a conditional jump
+    /// after this one in code order comes first, except that the target of a conditional goto
     /// precedes it.
     [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
     [[nodiscard]] std::span<const int> GetNextBlocks() const

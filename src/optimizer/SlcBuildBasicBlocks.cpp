@@ -4,8 +4,8 @@
 //     x = 1; if f L; y = 1; endif L; z = 1     becomes  [x = 1; if f L] [y = 1] [endif L; z = 1]
 //
 // The brackets of parallel runs neither begin nor end a block, since all points execute them alike.
-// The head of a light loop is a separate block, since the back edge jumps to it, and it may jump
-// past the loop.
+// The head of a light loop is a block by itself, since the end of the loop jumps to it, and the
+// head may jump past the loop.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
 

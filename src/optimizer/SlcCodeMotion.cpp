@@ -5,16 +5,21 @@
 // becomes
 //     {; x = p + 1; }; S:; {; y = x * i; }; ... goto S
 //
-// An instruction is hoisted out of the loop if it only computes and accesses no array, if its
-// operands are not written in the loop, except by instructions that have just been hoisted, if it
-// is the only write to its variable in the loop, if it dominates all exits of the loop (so that it
-// would have run) and all reads of its variable in the loop, and if the old value of its variable
-// is not live into the loop. Instructions hoisted out of parallel runs get runs before the head.
+// An instruction is hoisted out of a loop if all of this is true:
 //
-// Ours departs from the book in two ways. Hoisted instructions are placed before the label of the
-// head, without a separate preheader block; nothing is hoisted out of a loop that is also entered
-// by a jump from elsewhere. And the reads and writes of all loops are collected once, sorted by
-// variable and by the place of the loop, since the cost of nested loops would otherwise grow with
+//     - its class has the trait MovesFromLoops, and it accesses no array
+//     - its operands are not written in the loop, except by instructions already hoisted out of it
+//     - it writes a variable with a number (SlcVariableNumbers), and nothing else in the loop does
+//     - it dominates all exits of the loop, so that it would have run
+//     - it dominates all reads of its variable in the loop
+//     - the old value of its variable is not live into the loop
+//
+// Instructions hoisted out of parallel runs are placed in new runs before the loop.
+//
+// Ours departs from the book in two ways. Hoisted instructions are placed before the head of the
+// loop without a separate preheader block, so nothing is hoisted out of a loop that is also entered
+// by a jump. And the reads and writes of all loops are collected once, sorted by variable and by
+// the number of the loop in SlcLoopNest, since the cost of nested loops would otherwise grow with
 // their depth.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
@@ -83,9 +88,9 @@ bool Is(const SlcPtr<SlcICode>& code)
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
 
-/// Returns the flag that the instruction inverts in place; -1 for other instructions. The data-flow
-/// sets do not count this as a write, since the new value depends on the old one. But nothing that
-/// depends on the flag may be hoisted, since the flag changes in each iteration.
+/// Returns the number of the flag that the instruction inverts in place; -1 for other instructions.
+/// The data-flow sets do not count this as a write, since the new value depends on the old one. But
+/// nothing that depends on the flag may be hoisted, since the flag changes in each iteration.
 int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
 {
     const auto* inversion = dynamic_cast<const SlcInvertBoolFlagICode*>(&*code);
@@ -130,7 +135,7 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
     return true;
 }
 
-// A jump from elsewhere would skip the instructions before the head.
+// A jump from outside the loop would skip the instructions before the head.
 bool SlcCodeMotion::CanHoistBefore(int head) const
 {
     const auto& predecessors = m_graph.Blocks()[head].GetPredBlocks();
@@ -192,8 +197,8 @@ void SlcCodeMotion::FindLimits()
     }
 }
 
-// If a loop around the block writes the variable, it contains one of the two writes that are
-// nearest to the block in the order of the places.
+// If a loop around the block writes the variable, it contains the last write before the block or
+// the first one after it, in the order of the places.
 int SlcCodeMotion::InnermostWriting(int block, int variable, bool isOwn) const
 {
     const std::pair here(variable, m_nest.PlaceOf(block));
@@ -245,7 +250,7 @@ bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
            (loop.place <= candidate.waitsIn && m_movedSomewhere.count(candidate.waitsFor) == 0);
 }
 
-// On return, the reads and writes of the instruction are in the analysis's `DefUse`.
+// If it returns true, the reads and writes of the instruction are in the analysis's `DefUse`.
 bool SlcCodeMotion::CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code)
 {
     if (m_hasMoved.count(&*code) != 0)
@@ -282,9 +287,9 @@ bool SlcCodeMotion::OperandsAreInvariant(const Loop& loop)
     });
 }
 
-// All reads in the loop see the value of its single write if the variable is not live into the loop
-// and no read precedes the write. A read before the write in the same block makes the variable
-// live-in at that block.
+// All reads of the variable in the loop see the value of its single write there if the variable is
+// not live into the loop and no read precedes the write. A read before the write in the same block
+// makes the variable live-in at that block.
 bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) const
 {
     if (m_analysis.IsLiveIn(loop.head, variable) || m_analysis.IsLiveIn(block, variable))

@@ -1,5 +1,6 @@
-// Each node has sixteen branches. A change copies the nodes from the root to one leaf and shares
-// all others. Tables agree where they share a node, so a comparison visits only the differences.
+// An inner node has sixteen children, a leaf the constants of sixteen variables. A change copies
+// the nodes from the root to one leaf and shares all others. Tables agree where they share a node,
+// so a comparison visits only the differences.
 //
 //         root                 Set(17, c):   a new root and a new leaf [16..31];
 //        /    \                              [0..15] belongs to both tables

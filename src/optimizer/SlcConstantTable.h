@@ -4,9 +4,9 @@
 
 #include "icode/SlcLexType.h"
 
-/// The known constant values of variables, by variable number. Copying costs O(1), since each block
-/// keeps a copy of the table at its end. A change costs O(log n), and copies share their common
-/// parts.
+/// The known constant values of variables, by variable number. Constant propagation keeps a copy of
+/// the table for the end of each block, so copying costs O(1), and copies share their common parts.
+/// A change costs O(log n).
 ///
 /// A persistent radix tree, whose nodes never change once they are made (James Driscoll, Neil
 /// Sarnak, Daniel Sleator and Robert Tarjan, "Making data structures persistent", 1989).
@@ -15,12 +15,12 @@ public:
     /// Makes an empty table for the numbers below `count`.
     explicit SlcConstantTable(int count);
 
-    /// Returns null if no value is known.
+    /// Returns the known value of a variable; null if there is none.
     [[nodiscard]] SlcOperand Find(int variable) const;
     /// Sets the known value of a variable; null removes it.
     void Set(int variable, const SlcOperand& constant);
-    /// Returns the bool constants on which both tables, which must have the same size, agree.
-    /// Linear in their differences.
+    /// Returns the constants on which both tables agree. Both must have the same size and contain
+    /// only bools. Costs O(log n) for each difference.
     [[nodiscard]] static SlcConstantTable CommonBools(const SlcConstantTable& first,
                                                       const SlcConstantTable& second);
 

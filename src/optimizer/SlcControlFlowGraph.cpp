@@ -6,7 +6,7 @@
 //     ... if f L                     to the next, to the block of `endif L`
 //     illuminance S E                to the next, to E
 //     ... again S                    to the next, to the block of `illuminance S E`
-//     anything else                  to the next
+//     anything else                  to the next, if there is one
 //
 // This is the order of GetNextBlocks, and visible in dumps.
 //
@@ -23,12 +23,14 @@
 
 namespace {
 
-/// Stores in each label the first block that begins with it, or -1 if there is none.
+/// Stores in each label that is in the code the number of the first block that begins with it, and
+/// -1 in other labels to which the code jumps.
 class LabelsBlocksMapper : public SlcAllICodeWalker {
 public:
     void Do(const std::vector<SlcBasicBlock>& blocks)
     {
-        // Reset labels first: an earlier pass may have left numbers in labels that were removed.
+        // Reset the targets of jumps first: an earlier pass may have left numbers in labels that
+        // are no longer in the code.
         for (const auto& block : blocks)
             block.GetListICode().back()->ApplyWalker(this);
         m_isMapping = true;

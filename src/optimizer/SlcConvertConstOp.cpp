@@ -4,12 +4,14 @@
 //     x / 4 -> x * 0.25                 0 . v -> 0       2 < 3 -> true   x == x -> true
 //     sqrt(4) -> 2                      if true A; x = 1; endif A -> x = 1
 //
-// Not folded: divisions by 0, results that are not finite, denormal reciprocals, and whole numbers
-// that seven digits cannot represent (CanBeWritten). An identity may yield the other operand
-// although its type or detail differs, since the replacing assignment promotes it.
+// Not folded: divisions by 0, divisions whose reciprocal is denormal or infinite, and operations on
+// constants whose result is not finite, or is a whole number that seven digits cannot represent
+// (CanBeWritten). An identity may yield an operand whose type or detail is not that of the result,
+// since the assignment that replaces the operation promotes the operand.
 //
-// A guard on a constant flag is removed together with its end, or with all guarded code. Only the
-// outermost folded guard is tracked (m_ifDepth): a guard inside it is folded in the next round.
+// A guard on a constant flag is removed together with its end and, if it can never run, also with
+// the guarded code. Only the outermost folded guard is tracked (m_ifDepth): a guard inside it is
+// left to a later walk.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertConstOp, ...).
 
@@ -27,7 +29,7 @@
 
 namespace {
 
-/// Returns a constant in the precision of the run time.
+/// Returns the value of a float constant, rounded to the precision of the run time.
 float AtRunTime(const SlcOperand& constant)
 {
     return static_cast<float>(constant->GetFloat());
@@ -51,7 +53,8 @@ bool CanBeWritten(float value)
            (std::trunc(value) != value || static_cast<float>(SlcValueOfFloatText(value)) == value);
 }
 
-/// Returns the input arguments of a call if all of them are constants.
+/// Returns the values of the input arguments of a call if all of them are float constants; else
+/// nothing.
 std::optional<std::vector<float>> ConstantInputs(const SlcCallICode& call)
 {
     std::vector<float> values;

@@ -8,14 +8,14 @@
 #include "icode/SlcCallICode.h"
 #include "icode/SlcListICode.h"
 
-/// Constant folding: replaces operations on constants by assignments, applies identities with 0 and
-/// 1, evaluates foldable built-ins, decides jumps and guards on constant flags, and removes
-/// branches that can never run.
+/// Constant folding: replaces operations on constants by assignments and divisions by constants by
+/// products, applies identities such as x + 0 and x == x, evaluates calls of foldable built-ins,
+/// decides jumps and guards on constant flags, and removes guarded code that can never run.
 ///
 /// Arithmetic and comparisons use the single-precision values of the run time, and each new
-/// constant is rounded to single precision. Results that are not finite, or that the writers cannot
-/// print with enough digits, are not folded. Instructions are passed in order, one by one, so that
-/// constant propagation can run in the same walk.
+/// constant is rounded to single precision. Computed constants that are not finite, and whole
+/// numbers that the back ends cannot print exactly, are not folded. Instructions are passed in
+/// order, one by one, so that constant propagation can run in the same walk.
 class SlcConvertConstOp : public SlcAllICodeWalker {
 public:
     /// Folds a whole list in place; true if it changed.
@@ -24,12 +24,13 @@ public:
     /// Starts a walk over a list.
     void Begin();
     /// Folds the next instruction. Returns it unchanged, or a new instruction, or null to remove
-    /// it. `code` itself is not modified.
+    /// it. If `IsDropping` is then true, the caller must remove the instruction in any case. `code`
+    /// itself is not modified.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
-    /// True if `code`, a replacement that `Fold` has returned, cannot be folded again and leaves
-    /// the flow graph unchanged.
+    /// True if `code`, a replacement that `Fold` has returned, is an assignment other than x = x:
+    /// it cannot be folded again, and leaves the flow graph unchanged.
     [[nodiscard]] static bool IsSettled(const SlcICode& code);
-    /// True if the instruction last folded is in a branch that can never run.
+    /// True if the instruction last folded opens a guard whose code can never run, or is in it.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
     /// True if an instruction has been replaced or removed since `Begin`.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
@@ -73,7 +74,7 @@ private:
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;
-    int m_ifDepth = 0;        // open guards from the folded one on; 0 outside of a folded guard
-    bool m_dropping = false;  // in a branch that can never run
+    int m_ifDepth = 0;        // number of open guards from the folded one inward; 0 outside of it
+    bool m_dropping = false;  // in guarded code that can never run
     SlcPtr<SlcICode> m_new;   // replacement of the current instruction; null removes it
 };

@@ -1,12 +1,13 @@
-// Finds the temporaries that C++ can keep in a register.
+// Finds the locals and temporaries that a C++ compiler can keep in a register.
 //
 //     {; x = p + 1; Ci = x; }                                 yes: x is local to each point
 //     {; x = p + 1; }; {; Ci = x; }                           no: x is live between runs
 //     {; if f L; x = p; endif L; Ci = x; }                    no: a point may read an older x
 //
-// A bracket is a parallel run or a guard in it. A write is valid within its innermost bracket; a
-// read is covered, and does not let the value escape, if the bracket of some preceding write is
-// still open. After a label no read is covered by earlier writes, since a jump may skip them.
+// A bracket is a parallel run or a guard in one. A write is valid within the innermost bracket
+// around it. A read does not let the value escape if the bracket of some preceding write is still
+// open; any other read does, and so does a write outside of parallel runs. Writes before a label do
+// not count for the reads after it, since a jump may skip them.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertTmpVarDetail, ...).
 
@@ -20,7 +21,8 @@
 
 namespace {
 
-/// Finds the variables whose values escape from one point of one parallel run.
+/// Finds the variables with a value that may be read at another point, or outside of the parallel
+/// run that writes it, and those that are written outside of parallel runs.
 class PointValues : public SlcOperandWalker {
 public:
     explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
@@ -86,7 +88,8 @@ private:
 
     std::vector<bool> m_isOpen;   // by bracket, which is a parallel run or a guard inside one
     std::vector<int> m_open;      // enclosing brackets, from the outermost
-    std::vector<int> m_writes;    // by variable: the bracket of its last uncovered write, or -1
+    std::vector<int> m_writes;    // by variable: bracket of its first valid write, else of another
+                                  // write, or -1
     std::vector<bool> m_escapes;  // by variable
 };
 

@@ -4,16 +4,16 @@
 // becomes
 //     g = false; x = 1; if f L; y = 1; endif L; h = false; z = x
 //
-// Inside the guard both are known. After it `x` is unknown: points that skipped the guard may hold
-// another value if the guard writes it, and proving that it does not would require a set for each
-// join. For flags that cost is justified, since they decide jumps: bools are merged over all
-// incoming edges (CommonBools), all other values are dropped.
+// Inside the guard both are known. After the guard `x` counts as unknown: if the guarded code wrote
+// `x`, points that skip it would hold another value, and proving that it does not would require a
+// comparison of all values at each join. For flags that cost is justified, since they decide jumps:
+// bools are merged over all incoming edges (CommonBools), all other values are dropped.
 //
 // A whole-grid form expects varying operands as arrays and has no variant with a constant, so
 // `m_keepVarying` prevents the replacement (the trait WholeGrid). The model is Mark Wegman and
-// Kenneth Zadeck, "Constant propagation with conditional branches" (1991): the same edges are
-// dropped (DropEdge), but ours makes a single walk in code order and propagates nothing over back
-// edges, since the rounds of SlcOptimizeBasicBlocks repeat it.
+// Kenneth Zadeck, "Constant propagation with conditional branches" (1991): edges that control never
+// takes are dropped (DropEdge). But ours propagates nothing over back edges, and makes a single
+// walk in code order, which the rounds of SlcOptimizeBasicBlocks repeat.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCopyPropagation, ...).
 
@@ -59,8 +59,8 @@ void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
     }
     m_known = m_nothing;
     m_unreachable[id] = id != 0 && first < 0;
-    // A predecessor that follows in code order is the source of a back edge, where the values are
-    // not known yet.
+    // A predecessor that does not precede the block in code order is the source of a back edge, at
+    // whose end the values are not known yet.
     if (first < 0 || isAroundLoop)
         return;
     m_known = m_atEnd[first];
@@ -177,8 +177,9 @@ bool SlcCopyPropagation::ForgetsReads(const SlcICode& code)
     return dynamic_cast<const SlcOrBoolFlagICode*>(&code) != nullptr;
 }
 
-// No operand is replaced by a constant, since this instruction expects flags as arrays. The
-// known values of the two operands are dropped as well, which loses at most a constant.
+// No operand is replaced by a constant, since this instruction expects flags as arrays. The known
+// values of `m_left` and `m_right` are forgotten like that of `m_dest`, which loses at most a
+// constant.
 void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     Write(code->m_left);
@@ -206,7 +207,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
         Write(code->m_args[i]);
     if (code->m_result)
         Write(code->m_result);
-    // The condition is not replaced, since there is no form with a constant condition.
+    // The condition is not replaced, since there is no form with a constant condition. It is not
+    // written either; forgetting its value loses at most a constant.
     if (code->m_form.condition)
         Write(code->m_form.condition);
 }

@@ -10,35 +10,36 @@
 /// Propagates known constants forward over the blocks and substitutes them for the variables that
 /// instructions read. Only constants are propagated, not copies of variables.
 ///
-/// A jump on a known constant is followed only to the target that it will take, so code that a
-/// constant condition skips needs no additional round.
+/// If the condition of a jump or guard is constant, the caller drops the edge that control never
+/// takes (`DropEdge`). Then skipped code makes no constant unknown, and need not be removed first.
 ///
-/// At a join only bool constants on which all paths agree stay known; at the head of a loop nothing
-/// is known. So a constant written under a guard is not known after the guard, which keeps the pass
-/// sound for varying control flow. The caller passes instructions in order, one by one, so that
-/// folding can run in the same walk.
+/// At a join, where several edges that are not dropped enter a block, only bool constants on which
+/// all of them agree stay known; at the head of a loop nothing is known. This keeps the pass sound
+/// for varying control flow, where points that skip a guard may hold other values. The caller
+/// passes instructions in order, one by one, so that folding can run in the same walk.
 class SlcCopyPropagation : public SlcOperandWalker {
 public:
-    /// Both must outlive the pass.
+    /// Both belong to the list to optimize. The pass keeps no reference to them.
     SlcCopyPropagation(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables);
 
-    /// Starts a block; visit blocks in code order, each between `EnterBlock` and `LeaveBlock`.
+    /// Starts a block; visit all blocks in code order, each between `EnterBlock` and `LeaveBlock`.
     void EnterBlock(const SlcBasicBlock& block);
-    /// Substitutes known constants for the operands that an instruction reads, and records what it
-    /// writes.
+    /// Substitutes known constants, in place, for the operands that an instruction reads, and
+    /// records what it writes.
     void Propagate(const SlcPtr<SlcICode>& code);
     /// Saves the known values at the end of the block for later blocks.
     void LeaveBlock(const SlcBasicBlock& block);
     /// Ignores the edge from `block`, the current one, to `successor`; with -1, ignores no edge.
     void DropEdge(const SlcBasicBlock& block, int successor);
-    /// True if the instruction makes the operands that it reads unknown, so that removing it may
-    /// make more values known.
+    /// For an instruction that dead code elimination may remove: true if it makes the operands that
+    /// it reads unknown, so that removing it may make more values known.
     [[nodiscard]] static bool ForgetsReads(const SlcICode& code);
     /// True if an operand has been replaced.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 
 private:
-    /// The known values at one point. Joins need only the bools, so they are kept separately.
+    /// The values known at one place in the code. Joins need only the bools, which are therefore
+    /// kept separately.
     struct Known {
         SlcConstantTable bools;
         SlcConstantTable others;  // of every other type
@@ -61,7 +62,8 @@ private:
     [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
     /// Does the same for a flag, which may itself be a constant.
     [[nodiscard]] SlcOperand FindBool(const SlcOperand& operand) const;
-    /// Records that `dest` has the value of `source`, if `source` is a constant to propagate.
+    /// Records that `dest` has the value of `source`, if this is a constant and `dest` is a
+    /// numbered variable, but no array, array reference or matrix.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
 
     /// True if control may enter the block from the predecessor, as far as known.

@@ -4,12 +4,13 @@
 //
 //     [x = p; if f L] [y = x; z = 1] [endif L; Ci = y]
 //
-//     x is live-in at block 1; y at 0 and 2, since points that skip the guard keep
-//     their previous y
+//     x is live-in at block 1; y at 2 and also at 0, since points that skip the guard
+//     keep their previous y
 //
 // Ours departs in the blocks that it visits. Shaders are long and their variables short-lived, so
-// sets for every block would take quadratic space: each variable is tracked between two cuts
-// (SlcGraphCuts) around its mentions, and 64 variables of about the same range form a group.
+// sets for every block would take quadratic space. Therefore each variable is tracked only between
+// the nearest cuts around its mentions (SlcGraphCuts), and up to 64 variables of about the same
+// range form a group.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against plain sets, on random code.
 
@@ -104,8 +105,8 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
 
 void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
 {
-    // Sort by the magnitude of the range's size, then by position, so that the ranges in a group
-    // have similar sizes and overlap or nearly do.
+    // Sort by the magnitude of the range's size, then by position, so that the ranges in most
+    // groups have similar sizes and overlap or nearly do.
     std::vector<const Followed*> order;
     order.reserve(followed.size());
     for (const Followed& entry : followed)
@@ -168,7 +169,7 @@ bool SlcDataflowAnalysis::UpdateLiveIn(Group& group, int block) const
     return std::exchange(group.liveIn[place], live) != live;
 }
 
-// One sweep in reverse code order solves everything except what back edges contribute. After it,
+// One sweep in reverse code order solves everything except what back edges contribute. After that,
 // only the predecessors of changed blocks are visited: repeating the sweep until nothing changes
 // would take as many sweeps as the loops are deep.
 void SlcDataflowAnalysis::Solve(Group& group)

@@ -14,15 +14,15 @@
 ///
 /// Stores the sets only at block borders, and only for variables that may be live at a border; a
 /// pass that needs the sets at an instruction derives them with `SlcLiveTest`. The variables are in
-/// groups of at most 64. A group has one bit per variable and block, for the range of blocks that
-/// contains all mentions of its variables: after the range they are dead, and before it each of
-/// them is live everywhere or nowhere. So the cost of a group is linear in its range, and the cost
-/// of a long shader is linear in its length times the number of variables that are live throughout.
+/// groups of at most 64. A set of a group has one bit per variable and block, for the range of
+/// blocks that contains all mentions of its variables: after the range they are dead, and before it
+/// each of them is live everywhere or nowhere. The memory of a group is linear in its range, which
+/// keeps the sets of a long shader small if its variables are short-lived.
 class SlcDataflowAnalysis {
 public:
     /// Variables that are named in about the same range of blocks.
     struct Group {
-        int first = 0;  // first block of the range; `first` and `end` are cuts of the code
+        int first = 0;  // first block of the range; `first` and `end` are cuts (`SlcGraphCuts`)
         int end = 0;
         bool isChanging = false;            // `uses` or `defs` may differ from those last solved
         std::uint64_t aroundLoops = 0;      // live at the target of some back edge
@@ -46,10 +46,10 @@ public:
                         SlcDefUse& defUse);
 
     /// True if the variable is live at the front, or at the end, of a block: some path from there
-    /// reads it before writing it. O(1); at the end, O(successors).
+    /// reads it before writing it. O(1).
     [[nodiscard]] bool IsLiveIn(int block, int variable) const;
     [[nodiscard]] bool IsLiveOut(int block, int variable) const;
-    /// For passes that process whole words of variables.
+    /// Returns the groups, for passes that process whole words of variables.
     [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
     /// Returns the variables of a group that are live-out at a block of its range, as bits.
     [[nodiscard]] std::uint64_t LiveAfter(const Group& group, int block) const;
@@ -62,13 +62,13 @@ public:
     /// it.
     void ForgetRead(int block, int variable);
     /// Recomputes the live-in set of the block. The blocks after it must be up to date. Variables
-    /// that were live around a loop stay live, so the set may be too large.
+    /// that were live around a loop may stay live in it, so the set may be too large.
     void RefreshLiveIn(int block);
 
     /// Updates the analysis after a pass that has changed instructions of these blocks, so that
-    /// they read and write less, and has kept the graph. `Print` and `ReadFirst` may still include
-    /// variables that are no longer read. True if a variable is no longer live at the target of a
-    /// back edge, where it was live when the analysis was made or last updated.
+    /// they read and write less, and has kept the graph. `ReadFirst`, and the uses and defs that
+    /// `Print` shows, remain those of the original code. True if a variable is no longer live at
+    /// the target of a back edge, where it was live when the analysis was made or last updated.
     bool Update(std::span<const int> blocks);
 
     /// True if the variable was live at the target of a back edge when the analysis was made or
@@ -76,9 +76,10 @@ public:
     [[nodiscard]] bool IsLiveAroundLoop(int variable) const;
 
     /// Returns what an instruction of the graph reads and writes. The instruction must not have
-    /// changed since the analysis was made.
+    /// changed since the analysis was made or last updated.
     [[nodiscard]] SlcDefUse::Facts FactsOf(const SlcICode& code) const { return m_defUse.Of(code); }
 
+    /// Return the objects that the constructor was given.
     [[nodiscard]] const SlcVariableNumbers& Variables() const { return m_variables; }
     [[nodiscard]] SlcDefUse& DefUse() { return m_defUse; }
 
@@ -98,18 +99,21 @@ private:
     };
 
     /// Collects the variables that each block reads before writing them, and those that it writes.
+    /// Resets their details.
     void CollectBlockSets();
-    /// Returns the variables that may be live at some border, with the range where they may be.
+    /// Returns the variables that may be live at some border, each with the range between the cuts
+    /// around its mentions.
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
-    /// Groups variables whose ranges overlap or follow closely, and solves each group.
+    /// Groups variables whose ranges are close and similar in size, and solves each group.
     void MakeGroups(const std::vector<Followed>& followed);
     /// Fills in the uses and defs of the blocks.
     void FillGroups();
     /// Recomputes the uses and defs of a block.
     void RefillGroups(int block);
-    /// Saves the current sets of the group, before the first change after it was solved.
+    /// Marks the group as changing. At the first change after it was solved, saves its `liveIn`.
     static void BeginChange(Group& group);
-    /// Solves the liveness equations for the variables of a group; finds the smallest solution.
+    /// Solves the liveness equations for the variables of a group, whose `liveIn` must be empty at
+    /// first; finds the smallest solution.
     void Solve(Group& group);
     [[nodiscard]] bool HasChangedAtLoops(const Group& group) const;
     /// Records which variables are live around loops.
@@ -143,23 +147,24 @@ public:
 
     /// Starts after the last instruction of the block.
     void StartAtEndOf(int block) { m_block = block; }
-    /// True if the variable is live after the current instruction.
+    /// True if the variable is live at the current position.
     [[nodiscard]] bool IsLive(int variable) const;
     /// At the front of the block: true if the block reads the variable before any write.
     [[nodiscard]] bool IsReadFirst(int variable) const
     {
         return m_seen[variable].block == m_block && m_seen[variable].isLive;
     }
-    /// Steps to the front of `code`; its reads and writes are then in the analysis's `DefUse`.
+    /// Steps from the end of `code` to its front; its reads and writes are then in the analysis's
+    /// `DefUse`.
     void StepOver(const SlcPtr<SlcICode>& code);
-    /// Does the same for an instruction with these reads and writes.
+    /// Steps over an instruction with these reads and writes.
     void StepOver(std::span<const int> uses, std::span<const int> defs);
 
 private:
-    /// How the part of a block after the current instruction uses a variable.
+    /// How a block accesses a variable after the current position.
     struct Seen {
         int block = -1;
-        bool isLive = false;
+        bool isLive = false;  // read before written
     };
 
     SlcDataflowAnalysis& m_analysis;

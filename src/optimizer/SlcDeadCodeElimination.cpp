@@ -3,15 +3,17 @@
 //     x = 1; y = x; Ci = 2          y is never read, and without it x is not either:   Ci = 2
 //
 // A computation is removed if its result is not live after it, or if only removed computations need
-// it (SlcNeededVariables, which handles cycles around loops). Removed computations no longer count
-// as uses, so the sets are corrected during the walk: a chain inside a block is removed in one
-// walk, and RefreshLiveIn propagates the smaller sets to the preceding blocks. But around a loop
-// the sets stay too large: a variable that is live from one iteration to the next may have lost its
-// last read. The sets computed after the walk show whether another run would find anything.
+// it (SlcNeededVariables, which handles cycles around loops). The operands of removed computations
+// no longer count as used, so the sets are corrected during the walk: a chain inside a block is
+// removed in one walk, and RefreshLiveIn propagates the smaller sets to the preceding blocks. But
+// around a loop the sets may stay too large: a variable that is live from one iteration to the next
+// may have lost its last read. The sets computed after the walk show whether another run might find
+// anything.
 //
-// Only instructions that have no other effect are candidates (the trait Computes), and only if they
-// write a whole numbered variable: one without a number is visible outside the shader, and a write
-// of an element leaves the rest of its array live. But x = x is always removed.
+// Only instructions that have no effect except the value that they write are candidates (the trait
+// Computes), and only if they write a variable that has a number and is no array or array
+// reference: one without a number is visible outside the code, and a write of an element leaves the
+// rest of its array live. But x = x is always removed.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.

@@ -9,9 +9,10 @@
 /// Removes computations whose result is never read, and assignments of a variable to itself.
 ///
 /// One walk in reverse code order, which updates liveness to the remaining code, so that
-/// computations used only by removed instructions are removed too. So are computations that only
-/// feed themselves around a loop, see `SlcNeededVariables`. Calls, texture and light instructions
-/// and control flow are never dead.
+/// computations whose results only removed instructions read are removed too. So are computations
+/// that only feed themselves or each other around a loop, see `SlcNeededVariables`. Calls, texture
+/// and light instructions, writes of arrays and their elements, and control flow are never dead.
+/// Each run needs a new object.
 class SlcDeadCodeElimination {
 public:
     /// Rewrites `list`, whose blocks are those of `graph`; true if an instruction was removed.
@@ -22,11 +23,12 @@ public:
     /// True if another run would find nothing. False if another run might find something, since
     /// this one has removed reads of a variable that is live around a loop.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
-    /// True if the blocks and edges are the same as before, although some blocks are shorter.
+    /// True if the blocks and edges are the same as before, although blocks may be shorter.
     [[nodiscard]] bool KeepsGraph() const { return m_keepsGraph; }
-    /// True if no constant can have become known by the removal.
+    /// True only if the removal cannot have made a constant known.
     [[nodiscard]] bool KeepsConstants() const { return m_keepsGraph && m_keepsConstants; }
-    /// True if no labels, jumps or brackets have become adjacent.
+    /// True if no two marks have become adjacent. Marks are brackets, labels and instructions that
+    /// refer to a label, such as jumps (`SlcRemoveEmptyBlocks::IsMark`).
     [[nodiscard]] bool KeepsMarksApart() const { return m_keepsMarksApart; }
 
 private:

@@ -4,8 +4,8 @@
 //     Ci = diffuse(n)      uses n, Ci (a call may leave some points unchanged), and P, L and Cl,
 //                          from the card of `diffuse`; defs Ci and n
 //
-// Every argument of a call counts as written, regardless of the card of the primitive, so that the
-// sets hold for any primitive. The marker at the start of the shader writes all predefined
+// Every argument of a call counts as read and written, regardless of the card of the primitive, so
+// that the sets hold for any primitive. The marker at the start of the shader writes all predefined
 // variables; the marker at the end reads those that the shader may write, since the renderer uses
 // their values.
 //
@@ -49,8 +49,8 @@ private:
     bool m_assignsItself = false;
 };
 
-/// True if all uses of the written operand can be found: it is a tracked variable and written as a
-/// whole. A write through a reference to an element changes the array.
+/// True if the operand is a tracked variable, but no array or array reference, so that all uses of
+/// its value can be found. An element is also read and written through references to it.
 bool IsWholeVariable(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
@@ -129,7 +129,7 @@ void SlcDefUse::Collect(const SlcPtr<SlcICode>& code)
     m_uses.clear();
     m_defs.clear();
     m_isLimited = false;
-    // Many instructions are brackets, which have no operands.
+    // Save time for the many brackets without operands.
     using namespace SlcICodeTraits;
     if (code->Is(OpensRun | ClosesRun | ClosesGuard))
         return;
@@ -181,7 +181,7 @@ void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
     SlcOperandWalker::Case(code);
     // The corners are computed from the operands at several points, so no corner may share the
-    // storage of an operand.
+    // storage of an operand. For that, the operands count as written too.
     Add(m_defs, code->m_s);
     Add(m_defs, code->m_t);
     UsePredefined("du");
@@ -210,8 +210,8 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
-// Except for the reset, which only marks the lights as stale, these instructions replace the lights
-// or the current one, and with it `L`, `Cl` and `Ol` in light loops.
+// The next four instructions, except the reset, which only marks the lights as stale, replace all
+// lights or the current one, and thereby `L`, `Cl` and `Ol` in light loops.
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {

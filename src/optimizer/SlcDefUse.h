@@ -18,15 +18,19 @@ public:
     /// a position but no number.
     explicit SlcVariableNumbers(const SlcListICode& list);
 
-    /// Numbers are from 0 to `Count() - 1`.
+    /// Returns the number of variables of the list, tracked or not, which is above all numbers.
     [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
+    /// Returns the variable with this number. A position below `Count()` that is no number yields a
+    /// variable that is not tracked.
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
-    /// Returns -1 for a constant and for a variable that is not tracked.
+    /// Returns the number of an operand; -1 for a constant and for a variable that is not tracked.
     [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
     /// Returns the number of a predefined variable by its name in the source; -1 if the list does
-    /// not use it. For `L`, `Cl` and `Ol`, prefers the variables of light loops.
+    /// not use it. For `L`, `Cl` and `Ol`, prefers the variables of light loops. An unknown
+    /// name is fatal.
     [[nodiscard]] int OfPredefined(std::string_view name) const;
-    /// Does the same by the accessor of the variable in generated code.
+    /// Returns the number of the predefined variable with this accessor, the expression for it in
+    /// generated code; -1 if the list does not use it.
     [[nodiscard]] int OfAccessor(std::string_view accessor) const;
 
 private:
@@ -45,8 +49,8 @@ public:
     /// `variables` must outlive this object.
     explicit SlcDefUse(const SlcVariableNumbers& variables);
 
-    /// What an instruction reads and writes. Valid until the next call of `Compute` for a new
-    /// instruction. A number can occur twice in `uses` or `defs`.
+    /// What an instruction reads and writes. Valid until `Compute` analyses another instruction, or
+    /// until `ForgetAll`. A number can occur more than once in `uses` or `defs`.
     struct Facts {
         std::span<const int> uses;
         std::span<const int> defs;
@@ -126,7 +130,7 @@ private:
     void UsePredefined(std::string_view name);
 
     const SlcVariableNumbers& m_variables;
-    std::vector<int> m_predefined;      // every predefined variable
+    std::vector<int> m_predefined;      // every predefined variable of the list
     std::vector<int> m_readWrite;       // the ones that the renderer reads at the end of the shader
     std::vector<int> m_lightVariables;  // `L`, `Cl` and `Ol` of the light loops
     bool m_isLimited = false;           // the instruction has a condition

@@ -1,6 +1,6 @@
-// The tree of immediate dominators, by the method of Cooper, Harvey and Kennedy: visits blocks in
-// reverse post-order and makes each a child of the nearest common ancestor of its predecessors,
-// until nothing changes.
+// Builds the tree of immediate dominators by the method of Cooper, Harvey and Kennedy: it visits
+// the blocks in reverse post-order and makes each a child of the nearest common ancestor of those
+// predecessors that are in the tree already, until nothing changes.
 //
 //     0 -> 1 -> 2, 0 -> 2        2 has the predecessors 1 and 0, whose common ancestor is 0
 //
@@ -30,7 +30,7 @@ SlcDominators::SlcDominators(const SlcControlFlowGraph& graph)
 void SlcDominators::OrderBlocks(const SlcControlFlowGraph& graph)
 {
     // Each entry is a block and the number of its successors visited so far. The stack is explicit,
-    // since generated code has more blocks than calls can nest.
+    // since generated code may have more blocks than calls can nest.
     std::vector<std::pair<int, std::size_t>> path = {{0, 0}};
     std::vector<bool> visited(graph.Blocks().size(), false);
     visited[0] = true;

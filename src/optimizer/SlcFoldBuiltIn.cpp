@@ -17,7 +17,7 @@ namespace {
 
 using Arguments = std::span<const float>;
 
-// The card of a function, and a call of it.
+// For each function of arguments alone: its card, and a call of it with numbers.
 #define SQX_CARD(primitive, text)
 #define SQX_SCENE_FUNCTION(primitive, text, ...)
 #define SQX_FUNCTION(primitive, text, ...)                                                         \
@@ -31,7 +31,8 @@ using Arguments = std::span<const float>;
     };
 #include "sqx/SqxCards.def"
 
-/// Outside -1..1 returns NaN, since no angle has this sine, so that the call is not folded.
+/// Returns NaN outside -1..1, since no angle has this sine. Then the call is not folded, whereas
+/// the function of the run time clamps the argument.
 template <>
 float Card_CALL_PRIM_ASIN::Call(float x)
 {
@@ -44,7 +45,7 @@ struct Row {
     float (*value)(Arguments) = nullptr;
 };
 
-/// True for a function of floats that the compiler may evaluate.
+/// True for a function of floats to a float that the compiler may evaluate.
 constexpr bool IsFolded(const SqxCard& card)
 {
     return card.isFoldable && card.result == SqxCardType::Float &&

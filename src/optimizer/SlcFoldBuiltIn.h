@@ -5,9 +5,9 @@
 
 #include "sqx/SqxPrimitive.h"
 
-/// Returns the value of a built-in for constant arguments, computed with the steps and the
-/// precision of the run time, so that folding does not change any result. Returns nothing if the
-/// primitive cannot be evaluated. Where the mathematical function has no real value, the result
-/// is 0 or not finite.
+/// Returns the value of a built-in for constant arguments, computed by the function of the run
+/// time, so that folding does not change any result. Returns nothing if the primitive is not a
+/// foldable function of floats, or has another number of arguments. For the arc sine of a number
+/// outside -1..1 the value is NaN, unlike at run time, so that the caller does not fold the call.
 [[nodiscard]] std::optional<float> SlcFoldBuiltIn(SqxPrimitive primitive,
                                                   std::span<const float> arguments);

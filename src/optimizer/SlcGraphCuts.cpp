@@ -1,9 +1,9 @@
-// The front of a block is a cut if no edge crosses it, and if all code before it reaches it. Edges
-// are counted by differences: an edge from a to b adds one at every front in between, so two
-// additions per edge and a prefix sum over all blocks yield the count at every front.
+// A block is a cut if no edge crosses its front, and if all blocks before it reach the end of the
+// code. Each edge adds one at the first front that it crosses and subtracts one after the last, so
+// that a prefix sum over all blocks yields the number of edges across each front.
 //
-//     [a; if f L] [b] [endif L; c] [M:; d]        the guard's edge crosses the front of [b];
-//                                                 [endif L; c] and [M:; d] are cuts
+//     [a; if f L] [b] [endif L; c] [M:; d]        the edge of the guard crosses the front of [b];
+//                                                 the other three blocks are cuts
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp, through the analysis that uses it.
 
@@ -13,8 +13,8 @@
 
 namespace {
 
-/// Returns the length of the longest prefix of blocks that all reach the end of the code: code
-/// after an infinite loop is not reached from all code before it.
+/// Returns the length of the longest prefix of blocks that all reach the last block. No block after
+/// an infinite loop is a cut, since the loop does not reach it.
 int BlocksThatEnd(const SlcControlFlowGraph& graph)
 {
     const auto& blocks = graph.Blocks();
@@ -42,8 +42,8 @@ std::vector<int> EdgesAcross(const SlcControlFlowGraph& graph)
     for (const auto& block : graph.Blocks()) {
         const int from = block.GetBlockId();
         for (const int to : block.GetNextBlocks()) {
-            // A forward edge crosses every front between the two blocks; a back edge, every front
-            // that it jumps over.
+            // A forward edge crosses the fronts of the blocks between its ends. A back edge from a
+            // later block also crosses the front of that block.
             ++across[std::min(from, to) + 1];
             --across[std::max(from + 1, to)];
         }

@@ -4,18 +4,21 @@
 
 #include "optimizer/SlcControlFlowGraph.h"
 
-/// The cuts of a graph: blocks that separate the code into two parts, such that every path from the
-/// first part enters the second at the start of the block and never returns. The sections between
-/// two cuts are the top-level statements of a shader, so a pass that visits only the sections where
-/// a variable is named stays linear in long shaders.
+/// The cuts of a graph: blocks that every path from an earlier block to the end of the code passes,
+/// and from which no path leads back to an earlier block. The first block counts as a cut; a block
+/// after one that cannot reach the end of the code does not.
+///
+/// The code between consecutive cuts contains about one top-level condition or loop of a shader. So
+/// a pass that visits, for each variable, only the code between the cuts around its mentions stays
+/// linear in long shaders.
 class SlcGraphCuts {
 public:
-    /// Linear in the blocks.
+    /// Linear in the blocks. The graph is not needed afterwards.
     explicit SlcGraphCuts(const SlcControlFlowGraph& graph);
 
-    /// Returns the last cut at or before `block`; the entry counts as a cut.
+    /// Returns the last cut at or before `block`.
     [[nodiscard]] int LastUpTo(int block) const { return m_lastUpTo[block]; }
-    /// Returns the first cut after `block`; the end of the code counts as a cut.
+    /// Returns the first cut after `block`; the number of blocks if there is none.
     [[nodiscard]] int FirstAfter(int block) const { return m_firstAfter[block]; }
 
 private:

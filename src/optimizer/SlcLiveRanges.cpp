@@ -1,13 +1,13 @@
-// One walk through each block in reverse code order finds the ranges of the variables that it
-// names:
+// One walk through each block in reverse code order finds the ranges of the variables that the
+// block reads or writes:
 //
-//     0  x = 1         x: 0..1    written at 0, live after 0 and 1, read at 2; the range ends
-//     1  y = 2         y: 1       before the read
-//     2  y = x         y: 2..
+//     0  x = 1         x: 0..1    written at 0, live after 0 and 1; the read at 2 is not included
+//     1  y = 2         y: 1       written, but never read
+//     2  y = x         y: 2..     up to the end of the block, if a later block reads it
 //
-// A variable that a block does not name is live throughout the block or nowhere in it. These ranges
-// come from the groups of the data-flow analysis, one range for each sequence of blocks instead of
-// one for each block.
+// Any other variable is live throughout the block or nowhere in it. The ranges of blocks through
+// which a variable is live come from the groups of the data-flow analysis, one range for each
+// sequence of such blocks instead of one for each block.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against the sets of each instruction.
 
@@ -107,7 +107,8 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
             Add(group.variables[bit], starts[bit], place - 1);
         }
     };
-    // Before the range of the group, a variable is live if it is live at the front of the range.
+    // A variable that is live-in at the first block of the group is live everywhere before it; any
+    // other variable is dead there.
     std::uint64_t open = group.LiveInAt(0);
     for (int block = group.first; block < group.end; ++block) {
         const std::uint64_t through = LiveThrough(group, block);

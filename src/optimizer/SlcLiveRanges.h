@@ -5,7 +5,8 @@
 
 #include "optimizer/SlcDataflowAnalysis.h"
 
-/// A range of consecutive instructions, by position in the code; the entry is position -1.
+/// A range of consecutive instructions, by position in the code; the entry is position -1. Both
+/// ends belong to the range.
 struct SlcLiveRange {
     int first;
     int last;
@@ -14,21 +15,23 @@ struct SlcLiveRange {
 /// The live ranges of each variable: the instructions that write it, and those after which it is
 /// live. Two variables interfere if their ranges overlap.
 ///
-/// Each mention of a variable costs a few ranges, regardless of how many others are live there; an
-/// interference graph would be quadratic in the number of variables that are live together.
+/// Each mention of a variable adds only a few ranges, regardless of how many others are live there;
+/// an interference graph would be quadratic in the number of variables that are live together.
 class SlcLiveRanges {
 public:
-    /// Computes the ranges of all variables; both must be up to date, and are not needed
-    /// afterwards.
+    /// Computes the ranges of all variables of the analysis. `graph` and `analysis` must be up to
+    /// date, and are not needed afterwards.
     SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
-    /// Moves out the ranges of a variable, in code order; no two overlap or are adjacent.
+    /// Returns the ranges of a variable in code order, and frees them here, so that a second call
+    /// returns none. No two ranges overlap or are adjacent.
     [[nodiscard]] std::vector<SlcLiveRange> Take(int variable);
 
 private:
     void AddBlock(const SlcBasicBlock& block);
     void AddDefsAndUses(int place);
-    /// Adds the variables that are live throughout blocks that do not write them.
+    /// Adds, for each variable of the group, the ranges of blocks through which it is live and that
+    /// do not write it.
     void AddGroup(const SlcDataflowAnalysis::Group& group);
     [[nodiscard]] std::uint64_t LiveThrough(const SlcDataflowAnalysis::Group& group,
                                             int block) const;
@@ -39,7 +42,7 @@ private:
     std::vector<std::vector<SlcLiveRange>> m_ranges;
 
     // State of the current block.
-    std::vector<int> m_mentioned;
-    std::vector<int> m_liveTo;   // by variable: last position of the open range, or `k_none`
-    std::vector<int> m_blockOf;  // by variable: block in which it was mentioned last
+    std::vector<int> m_mentioned;  // variables read or written so far
+    std::vector<int> m_liveTo;     // by variable: end of the range that the walk is in, or `k_none`
+    std::vector<int> m_blockOf;    // by variable: the last visited block that reads or writes it
 };

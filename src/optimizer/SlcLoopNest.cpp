@@ -1,11 +1,12 @@
-// Finds the loops from the innermost to the outermost; each then counts as one block of the
-// enclosing loops (Robert Tarjan, "Testing flow graph reducibility", 1974, sections 3 and 4). Heads
-// that do not dominate the sources of their back edges are skipped; Tarjan's algorithm stops there.
+// Collects the blocks of each loop after those of the loops inside it; an inner loop then counts as
+// one block of the loops around it (Robert Tarjan, "Testing flow graph reducibility", 1974,
+// sections 3 and 4). A target of back edges is skipped if it does not dominate the sources of all
+// of them; Tarjan's algorithm stops there.
 //
 //     a: b: ... goto b; ... goto a        b gathers its body; a gathers b as one block
 //
-// Blocks that have been gathered point to the head of their loop, and paths are compressed when
-// they are followed.
+// A block that has been gathered points to the head of its loop, and later directly to the head of
+// an enclosing loop, since paths are compressed when they are followed.
 //
 // Tested by tests/optimizer/SlcLoopNestTest.cpp.
 
@@ -107,7 +108,7 @@ int SlcLoopNest::Outermost(int block)
 
 void SlcLoopNest::NumberPlaces()
 {
-    std::vector<int> sizes(m_loops.size(), 1);  // of each loop, including those inside it
+    std::vector<int> sizes(m_loops.size(), 1);  // by loop: itself and the loops inside it
     for (auto loop = m_fromOutside.rbegin(); loop != m_fromOutside.rend(); ++loop)
         if (m_parents[*loop] != k_none)
             sizes[m_parents[*loop]] += sizes[*loop];

@@ -1,12 +1,13 @@
-// Mark and sweep over variables: the operands of control flow, calls and outputs are needed, and so
-// are the operands from which a needed variable is computed.
+// Marks variables as needed: those read by an instruction that does more than compute one variable,
+// such as a jump, a call or a write of an output, and those from which a needed variable is
+// computed.
 //
 //     while c; b = a; c2 = b; a = c2; endwhile       a, b and c2 keep each other live, and nothing
 //                                                    else reads them: none is needed
 //
 // Ron Cytron and others, "Efficiently computing static single assignment form and the control
 // dependence graph" (1991), section 7.1, do this for values. Ours marks variables, since the code
-// is not in that form, and treats all control flow as needed.
+// is not in static single assignment form, and treats all control flow as needed.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
 

@@ -6,8 +6,8 @@
 
 #include "optimizer/SlcDefUse.h"
 
-/// Finds the variables that the code needs: the operands of instructions that do more than compute
-/// one variable, and of those that compute a needed variable.
+/// Finds the variables that the code needs: those that are read by an instruction that does more
+/// than compute one variable, or by one that computes a needed variable.
 ///
 /// The analysis ignores the order of the code, so in straight-line code it finds less dead code
 /// than liveness does. But it also finds variables that only feed each other around a loop, which
@@ -21,12 +21,15 @@ public:
     /// Adds an instruction that reads `uses` and does more than compute one variable.
     void AddReads(std::span<const int> uses);
     /// Adds an instruction that only computes `variable` from `uses`, and can be removed if the
-    /// variable is not needed. The memory of `uses` must live until `Solve`.
+    /// variable is not needed. The memory of `uses` must live until the end of `Solve`.
     void AddComputation(int variable, std::span<const int> uses);
     /// Finds the needed variables. Call once, after all instructions have been added.
     void Solve();
 
+    // Valid after `Solve`.
+
     [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable] != 0; }
+    /// True if `other`, for the same number of variables, has found the same ones to be needed.
     [[nodiscard]] bool FoundTheSame(const SlcNeededVariables& other) const
     {
         return m_needed == other.m_needed;

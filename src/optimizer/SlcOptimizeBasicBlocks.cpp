@@ -1,5 +1,4 @@
-// Runs passes in rounds until nothing changes. After a change, only those passes run again that may
-// find something new:
+// Runs passes in rounds until nothing changes:
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
@@ -8,20 +7,24 @@
 //
 // Graph and liveness are kept from round to round. They are updated in place after a change that
 // only removes instructions from blocks, or replaces operands by constants and computations by
-// assignments, and leaves the blocks and edges as they are. Any other change discards them, and
-// they are rebuilt when a pass needs them. A test compares the resulting code with that of rounds
-// that always rebuild both (m_rebuildEachRound).
+// assignments other than x = x, and leaves the blocks and edges as they are. Any other change
+// discards them; the graph is rebuilt in the next round, and liveness when a pass needs it. A test
+// compares the resulting code with that of rounds that always rebuild both (m_rebuildEachRound).
 //
-// A pass that is known to find nothing is skipped (m_isClean):
+// Passes 1 to 3 are skipped while they are known to find nothing (m_isClean):
 //
-//     dead code       after a complete search, until an instruction that reads a variable is
-//                     removed or changed. Labels, unconditional jumps and brackets read nothing
-//     empty blocks    after a search that found none, until labels, jumps or brackets become
-//                     neighbours. If accesses to uniform variables keep two neighbouring runs from
-//                     becoming one, the search is repeated after every change
-//     constants       after a walk that only replaced operands, and instructions by assignments,
-//                     since a second walk would know no more than the first. This holds until an
-//                     edge or a write that kept a value from being known is removed
+//     dead code       after a search that leaves none, until instructions or operands are replaced,
+//                     code is hoisted, temporaries are merged, or a conditional jump, a guard or
+//                     an unreachable block is removed
+//     empty blocks    after a search that found none, until the removal of dead code makes two
+//                     labels, jumps or brackets adjacent, or pass 3, pass 4 or the merging of
+//                     temporaries discards the graph. If accesses to uniform variables keep two
+//                     adjacent runs from becoming one, until any change
+//     constants       after a walk that at most replaced operands, and computations by assignments
+//                     other than x = x, since a second walk would know no more than the first. This
+//                     holds until pass 1 removes all code of a block, an x = x or an `or` of flags,
+//                     or until pass 2, pass 4 or the merging of temporaries changes the list, since
+//                     more values may then be known
 //
 // Constants are propagated and folded in one walk, instruction by instruction, so that a chain like
 // `x = 2; y = x + 1; z = y` takes one round instead of a round per link.
@@ -57,14 +60,14 @@ void WriteDump(const std::string& path, const SlcText& text)
 
 /// Returns the successor that a block no longer reaches after folding has replaced its last
 /// instruction by `folded` (null: removed it); -1 if there is none. `isDropping` means that this
-/// instruction guards code that can never run.
+/// instruction guards code that can never run, or is in such code.
 int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded, bool isDropping)
 {
     const auto& next = block.GetNextBlocks();
     if (next.size() < 2 || folded == block.GetListICode().back())
         return -1;
     // A jump that has become unconditional, or a guard whose code is dropped, continues at its
-    // label; a removed jump falls through.
+    // label; a removed jump, or a removed guard whose code stays, falls through.
     const int following = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)
@@ -211,7 +214,7 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
                 propagation.Propagate(code);
             if (m_options.m_convertConstOps && !isBracket) {
                 code = folding.Fold(original);
-                // Record the new constant, which later instructions may use.
+                // If the new instruction assigns a constant, later instructions may use it.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }
@@ -256,8 +259,9 @@ bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
 {
     if (!m_options.m_reduceNumberTmps)
         return false;
-    // Only variables with the same kind of storage may share it. Later passes still treat all of
-    // them as varying, since code motion could hoist a uniform one out of its run.
+    // In C++ a local is stored once or for each point, and only locals stored in the same way may
+    // share storage. This is forgotten again below, since code motion could move the write of a
+    // local that is stored once into another run.
     if (m_options.m_convertTmpVarDetail)
         SlcConvertTmpVarDetail(list, *m_variables);
     SlcText dump;

@@ -1,4 +1,4 @@
-// All passes in one table, in the order in which they run:
+// All passes, in the order in which they run; those of SlcOptimizeBasicBlocks are indented:
 //
 //     step                          flag                     from
 //     SlcRegroupParallelBlocks      m_regroupParallelBlocks  -O1
@@ -8,11 +8,12 @@
 //                                                                  that changes something ends it
 //         SlcDeadCodeElimination    m_deadCodeElimination
 //         SlcRemoveEmptyBlocks      m_deadCodeElimination
-//         SlcCopyPropagation        m_copyPropagation              in one walk with
-//         SlcConvertConstOp         m_convertConstOps              the folding
+//         SlcCopyPropagation        m_copyPropagation              in one walk with the next
+//         SlcConvertConstOp         m_convertConstOps
 //         SlcCodeMotion             m_codeMotion             -O3
 //         SlcReduceNumberTmps       m_reduceNumberTmps             once, when nothing changes
-//         SlcConvertTmpVarDetail    m_convertTmpVarDetail          at the end, for C++
+//         SlcConvertTmpVarDetail    m_convertTmpVarDetail          for C++: before the step above,
+//                                                                  and at the end
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcICodeOptimizer, ...).
 
@@ -25,7 +26,7 @@
 
 namespace {
 
-/// Dumps the list, as a step of the sequence.
+/// Dumps the list to a file, as the last step of the sequence.
 class PrintStep : public SlcICodeOptimizer {
 public:
     void Optimize(SlcPtr<SlcListICode>& list) override { SlcPrintICode().Optimize(list); }

@@ -1,10 +1,11 @@
 // The tree; each node lists the code where all colors below it are taken:
 //
 //              [3..4]
-//         [3..6]    [1..4]              a variable live at 4 needs a new color, see the root;
-//     [0..6] [3..9] [1..4] [0..4]       for one live only at 5 and 6, the left half is full
+//         [3..6]    [1..4]              a variable live at 4 needs a new color, see the root; one
+//     [0..6] [3..9] [1..4] [0..4]       live only at 5 and 6 gets the third color, since the left
+//                                       half is full
 //
-// Tested by tests/optimizer/SlcRangeColorsTest.cpp against the plain rule.
+// Tested by tests/optimizer/SlcRangeColorsTest.cpp against a search that tries color after color.
 
 #include "optimizer/SlcRangeColors.h"
 
@@ -22,7 +23,8 @@ template <class List>
                             [](const SlcLiveRange& range, int at) { return range.last < at; });
 }
 
-/// True if some ranges overlap. Searches the longer list for each range of the shorter one.
+/// True if a range of `a` overlaps one of `b`. Searches the longer list for each range of the
+/// shorter one.
 [[nodiscard]] bool Overlap(const Ranges& a, const Ranges& b)
 {
     const Ranges& few = a.size() < b.size() ? a : b;

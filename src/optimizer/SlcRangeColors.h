@@ -10,11 +10,13 @@
 /// Greedy, as in Gregory Chaitin and others, "Register allocation via coloring" (1981), without
 /// spilling: each variable gets the first color that is free where it is live. The colors are the
 /// leaves of a tree in which each node knows where all colors below it are taken, so that the
-/// search for the first free color skips full subtrees: O(log n) if many variables are live
-/// together.
+/// search for the first free color skips subtrees where a variable is live at such a place. For a
+/// variable that is live at one instruction it visits O(log n) nodes for n colors; for others, also
+/// subtrees in which each color is taken at another instruction.
 class SlcRangeColors {
 public:
-    /// Returns the color of a variable, from 0; `ranges` come from `SlcLiveRanges`.
+    /// Assigns a variable the first color, from 0, that is free in its `ranges`, and returns the
+    /// color. The ranges must be in ascending order and disjoint, as `SlcLiveRanges` returns them.
     [[nodiscard]] int Take(const std::vector<SlcLiveRange>& ranges);
 
 private:
@@ -30,5 +32,5 @@ private:
     // are 2 i and 2 i + 1, the colors are the last m_leaves nodes.
     std::vector<Ranges> m_taken = {{}, {}};
     std::size_t m_leaves = 1;
-    std::size_t m_colors = 0;
+    std::size_t m_colors = 0;  // that have been assigned
 };

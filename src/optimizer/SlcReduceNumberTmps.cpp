@@ -1,14 +1,14 @@
-// Shares storage between temporaries that are never live together.
+// Shares storage between locals that are never live together.
 //
 //     x = p; Ci = x; y = p + 1; Oi = y          becomes          x = p; Ci = x; x = p + 1; Oi = x
 //
-// Each kind of variable (by type and storage) is coloured separately and greedily. Variables are
-// visited in the order in which the lowering made them, which is close to the order of their live
-// ranges; for ranges on a line, ordering by start is optimal. The first variable that gets a color
-// stays, and all others of the color are renamed to it.
+// Each kind of variable (by type and detail) is coloured separately and greedily. Variables are
+// visited in the order in which the lowering made them, which is close to the order in which they
+// become live; if each had only one range, the order of the starts would be optimal. The first
+// variable that gets a color stays, and all others of the color are renamed to it.
 //
-// Instructions with several results need no special treatment: a result that is never read is still
-// live at its write (SlcLiveRanges), and so interferes with the others.
+// Instructions with several results need no special treatment: the range of a result contains its
+// write even if it is never read (SlcLiveRanges), so the result interferes with the others.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcReduceNumberTmps, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -24,8 +24,9 @@
 
 namespace {
 
-/// Kinds of variables that can share storage: temp-uniform ones first, then varying ones, each by
-/// type. The point kind includes the whole point family.
+/// Variables of one kind can share storage. There is a kind for each type of temp-uniform
+/// variables, and then one for each type of varying variables. Points, vectors and normals are one
+/// kind.
 constexpr int k_typesPerDetail = 6;
 constexpr int k_poolCount = 2 * k_typesPerDetail;
 
@@ -44,8 +45,8 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
-/// True for a variable that is stored per point or per run; the dump shows the interferences of
-/// such variables. Includes matrices, although `PoolOf` excludes them from renaming.
+/// True for a variable that is varying or temp-uniform, and no array or reference. The dump lists
+/// the interferences of such variables; only some of them are merged, see `PoolOf`.
 bool MayShare(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();
@@ -95,7 +96,7 @@ private:
             operand = m_replacements[number];
     }
 
-    const std::vector<SlcOperand>& m_replacements;  // by number; null for those that stay
+    const std::vector<SlcOperand>& m_replacements;  // by number; null for those without a kind
     bool m_assignsToItself = false;
 };
 
@@ -149,7 +150,8 @@ bool SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& v
     return walker.AssignsToItself();
 }
 
-// Prints the whole graph, although the colouring needs only part of it.
+// Prints the interferences with variables of all kinds, although the colouring needs only those
+// within each kind.
 void SlcReduceNumberTmps::PrintGraph(SlcText& out, const SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis) const
 {

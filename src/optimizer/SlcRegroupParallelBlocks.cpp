@@ -1,13 +1,13 @@
-// Joins adjacent parallel runs to one loop over the points.
+// Joins adjacent parallel runs into one loop over the points.
 //
 //     {; x = 1; }; {; y = 1; }; u = 1; {; z = 1; }      {; x = 1; y = 1; }; u = 1; {; z = 1; }
 //
-// The end of a run is held back (m_endIsHeld) until the next instruction shows whether a run
-// follows. Runs stay separate where the order of points would be observable: after an
-// order-sensitive call, since all points must execute the first of two such calls before any
-// executes the second; and where a uniform variable passes a value from one run to the other
-// (SlcUniformAccess). A run with a comparison is not joined with the next one. SlcRemoveEmptyBlocks
-// has no such rule, so from -O2 on these runs are joined as well.
+// The end of a run that may be joined with the next one is held back (m_endIsHeld) until the next
+// instruction shows whether a run follows. Runs stay separate where the order of points could be
+// observable: after a run with an order-sensitive call, since all points must execute the first of
+// two such calls before any executes the second; and where one run writes a uniform variable that
+// the other accesses (SlcUniformAccess). A run with a comparison is not joined with the next one.
+// SlcRemoveEmptyBlocks has no such rule, so from -O2 on these runs are joined as well.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelBlocks, ...).
 

@@ -7,7 +7,7 @@
 #include "optimizer/SlcICodeOptimizer.h"
 #include "optimizer/SlcUniformAccess.h"
 
-/// Joins two adjacent parallel runs, so that one loop over the shading points does the work of two.
+/// Joins adjacent parallel runs, so that one loop over the shading points does the work of several.
 /// Linear.
 ///
 /// A run with a comparison or with an order-sensitive call can be joined with the run before it,
@@ -15,7 +15,7 @@
 /// other accesses.
 class SlcRegroupParallelBlocks : public SlcICodeOptimizer {
 public:
-    /// Rewrites `list`; needs no graph.
+    /// Rewrites `list`, and drops its comments; needs no graph.
     void Optimize(SlcPtr<SlcListICode>& list) override;
 
 private:

@@ -1,11 +1,11 @@
-// Joins adjacent guards with the same flag.
+// Joins adjacent guards of one class with the same flag.
 //
 //     if f A; x = 1; endif A; if f B; y = 1; endif B      if f A; x = 1; y = 1; endif A
 //
-// Runs after SlcRegroupParallelBlocks, which makes the guards adjacent: the lowering guards each
-// block separately. A body that writes the flag of its guard, or that ends in a `break` or
-// `continue`, prevents the join. The rule for jumps has no effect on lowered code, in which each
-// jump clears the flag of its guard; only lists from other sources need it.
+// This pass runs after SlcRegroupParallelBlocks, which makes guards adjacent: the lowering opens a
+// separate guard in each run. A body that writes the flag of its guard, or that ends in a `break`
+// or `continue`, prevents the join. The rule for `break` and `continue` has no effect on lowered
+// code, in which both clear the flag of their guard; only lists from other sources need it.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelIfs, ...).
 

@@ -6,10 +6,11 @@
 #include "icode/SlcOperandWalker.h"
 #include "optimizer/SlcICodeOptimizer.h"
 
-/// Joins two adjacent guards of one kind with the same flag inside a parallel run. Linear.
+/// Joins adjacent guards of one class with the same flag. Linear.
 ///
 /// A guard is not joined with the next one if its body writes its own flag, since the next guard
-/// must test the new value, or if its body ends in a `break` or `continue`.
+/// must test the new value, if its body ends in a `break` or `continue`, or if its body contains a
+/// guard or a parallel run.
 class SlcRegroupParallelIfs : public SlcICodeOptimizer {
 public:
     /// Rewrites `list`; needs no graph.
@@ -25,7 +26,7 @@ private:
     void Case(SlcPtr<SlcContinueICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    /// Handles the begin or end of a run, where no guard is open.
+    /// Handles the begin or end of a run. A guard around it is not joined with the next guard.
     void CloseAtMark(const SlcPtr<SlcICode>& mark);
     /// True if the next instruction opens a guard that can be joined with the open one.
     [[nodiscard]] bool NextGuardJoins() const;
@@ -33,7 +34,8 @@ private:
     std::deque<SlcPtr<SlcICode>> m_output;
     const SlcListICode* m_list = nullptr;
     std::size_t m_position = 0;   // index of the current instruction
-    SlcPtr<SlcIfICode> m_openIf;  // the guard opened last, or null if a guard has closed since
+    SlcPtr<SlcIfICode> m_openIf;  // the guard opened last; null if a guard has closed since, or a
+                                  // run has begun or ended
     bool m_flagWritten = false;   // the body of the open guard writes its flag
     bool m_lastWasJump = false;   // the previous instruction is a `break` or `continue`
 };

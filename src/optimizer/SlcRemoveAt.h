@@ -4,8 +4,8 @@
 #include <span>
 #include <utility>
 
-/// Removes the elements at these positions, in ascending order, from a vector or deque. Elements
-/// before the first position are not touched.
+/// Removes the elements at `places` from a vector or deque. The positions must be valid, distinct
+/// and in ascending order. Elements before the first position are not touched.
 template <class Elements>
 void SlcRemoveAt(std::span<const std::size_t> places, Elements& elements)
 {

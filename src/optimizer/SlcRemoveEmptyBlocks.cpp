@@ -4,11 +4,12 @@
 //     goto A if g; x = 1; A:; goto B; ...; B:            goto B if g; x = 1; A:; goto B; ...; B:
 //     {; }; {; x = 1; }; {; if f L; endif L; y = 1; }    {; x = 1; y = 1; }
 //
-// Three walks: the first determines which labels are used and which are aliases of others, the
-// second updates jumps and labels accordingly, the third removes pairs of marks. The third walk
-// keeps runs apart as SlcRegroupParallelBlocks does, with two differences: a comparison does not
-// keep runs apart, and an order-sensitive call also keeps its run apart from the run before it. A
-// label that becomes unused during a walk is removed in the next round.
+// RemoveBlocks makes three walks. The first removes jumps to the next instruction, and determines
+// which labels are used and which can be replaced by others. The second redirects jumps and removes
+// unused labels. The third removes pairs of adjacent brackets of runs and guards. It keeps runs
+// apart as SlcRegroupParallelBlocks does, with two differences: a comparison does not keep runs
+// apart, and an order-sensitive call also keeps its run apart from the run before it. A label that
+// becomes unused only when a jump is redirected is removed in the next round.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRemoveEmptyBlocks, ...).
 
@@ -36,7 +37,7 @@ bool IsExactly(const SlcPtr<SlcICode>& code)
     return &typeid(object) == &typeid(Code);
 }
 
-/// The role of an instruction in the removal of pairs of marks.
+/// The role of an instruction in the removal of pairs of brackets.
 enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndIf };
 
 [[nodiscard]] Mark MarkOf(const SlcPtr<SlcICode>& code)
@@ -54,7 +55,7 @@ enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndI
     return code->Is(OpensGuard) ? Mark::If : Mark::EndIf;
 }
 
-/// True if the two adjacent marks are a pair that may be removed.
+/// True if two adjacent instructions are a pair of brackets that may be removed.
 [[nodiscard]] bool MayVanish(Mark first, Mark next)
 {
     return (first == Mark::BeginParallel && next == Mark::EndParallel) ||
@@ -219,7 +220,7 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
     };
     std::vector<Kept> kept;
     kept.reserve(list.m_icodes.size());
-    std::vector<Kept> seamEnds;  // the removed ends in the merged run that is still open
+    std::vector<Kept> seamEnds;  // removed ends of the runs that have become the current one
     std::size_t runs = 0;
     for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
         runs += marks[i] == Mark::BeginParallel ? 1 : 0;

@@ -9,22 +9,26 @@
 #include "optimizer/SlcControlFlowGraph.h"
 
 /// Removes control flow that has become redundant: unreachable blocks, jumps to the next
-/// instruction, labels without a jump, empty parallel runs and guards, and seams. A seam is the end
-/// of a parallel run followed by the begin of the next one.
+/// instruction, labels that no instruction refers to, empty parallel runs and guards, and seams. A
+/// seam is the end of a parallel run followed by the begin of the next one; it stays if the two
+/// must not be joined. Jumps to an unconditional jump, and some to the second of two adjacent
+/// labels, are redirected.
 class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
 public:
     /// Drops blocks without predecessors, except the first block, and blocks that lose their last
     /// predecessor thereby. `graph` belongs to `list` and is stale after a change. An unreachable
     /// cycle of blocks stays. True if the list has changed.
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
-    /// Removes all other redundant control flow. Needs no graph. True if the list has changed.
+    /// Removes all other redundant control flow, but a label that only redirected jumps have used
+    /// stays until the next call. Needs no graph. True if the list has changed.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
-    /// True if a removed instruction read a variable, which may be dead now.
+    /// True if a removed instruction may have read a variable, which may be dead now.
     [[nodiscard]] bool HasRemovedReads() const { return m_hasRemovedReads; }
     /// True if two adjacent runs could not be joined because of the uniform variables that they
     /// access.
     [[nodiscard]] bool HasKeptSeams() const { return m_hasKeptSeams; }
-    /// True if `code` may be one of two adjacent instructions that are removed or changed together.
+    /// True if `code` may be one of two instructions of which one or both are removed or changed
+    /// because they are adjacent.
     [[nodiscard]] static bool IsMark(const SlcICode& code)
     {
         using namespace SlcICodeTraits;
@@ -35,19 +39,21 @@ private:
     enum class RemovePhase {
         CollectLabels,  // drops jumps to the next instruction; collects used labels and aliases
         RemoveLabels,   // redirects jumps and drops unused labels
-        RemovePairs,    // drops pairs of adjacent marks
+        RemovePairs,    // drops pairs of adjacent brackets
     };
 
     /// One walk over the instructions that name labels; true if it changed something.
     [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
     /// Finds the instructions that name labels, and marks all labels as unused.
     void CollectPlaces(const SlcListICode& list);
-    /// Removes instructions at ascending positions.
+    /// Removes the instructions at these ascending positions, and updates `m_places`.
     void RemoveAt(const std::vector<std::size_t>& removed, std::deque<SlcPtr<SlcICode>>& codes);
-    /// Removes empty brackets, and the seams between runs that may be joined.
+    /// Removes empty runs and guards, and the seams between runs that may be joined. True if the
+    /// list has changed.
     [[nodiscard]] bool RemovePairs(SlcListICode& list);
-    /// Records that `newLabel`, or the label that replaces it, replaces `old` in jumps. With
-    /// `onlyIfUsed`, only if `newLabel` is replaced itself or a jump already refers to it.
+    /// Records that `newLabel`, or the label that replaces it, replaces `old` in jumps, unless a
+    /// replacement of `old` is recorded already. With `onlyIfUsed`, does so only if `newLabel` is
+    /// itself replaced, or used by an instruction that has been visited.
     void ReplaceLabel(const SlcLabelICode& old, const SlcLabel& newLabel, bool onlyIfUsed);
 
     using SlcAllICodeWalker::Case;

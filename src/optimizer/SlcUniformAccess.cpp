@@ -17,8 +17,7 @@
 
 namespace {
 
-/// Records the uniform operands of instructions; an access of an element counts as one of its
-/// array.
+/// Records the uniform variables that instructions read and write.
 class NoteUniforms : public SlcOperandWalker {
 public:
     NoteUniforms(std::unordered_map<const SlcLexType*, bool>& isWritten,

@@ -1,10 +1,11 @@
-// A declaration is checked from left to right: the name must be free, and the types of declaration
-// and initializer must match. The name is declared only after that, so that in
+// A declaration is checked from left to right: the name must be free, and the initializer must
+// match the declared type and detail. The name is declared only after that, so that in
 //
 //     float x = x + 1;
 //
 // the second x is that of an enclosing scope, or undefined. The initializer goes through the same
-// passes as any expression. They run here, since the declaration determines the requested type.
+// passes as any expression. All of them except SlcCheckUsage run here, since the declaration
+// determines the requested type.
 //
 // A declaration whose type is invalid adds the name with the error type, so that uses of the name
 // are not reported.
@@ -45,7 +46,7 @@ bool Matches(const SlcTypeNode* initializer, const SlcTypeNode* declared)
            (IsPromotedFromFloat(declared) && initializer->IsFloatType());
 }
 
-/// True if an array can initialize another one: the elements must match; lengths are not compared.
+/// True if the elements of one array type can initialize those of another; ignores the lengths.
 bool ElementsMatch(const SlcTypeNode* initializer, const SlcTypeNode* declared)
 {
     return Matches(AsArray(initializer)->GetElementType(), AsArray(declared)->GetElementType());
@@ -155,7 +156,7 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                           "Parameter '" + ident->GetName() +
                               "' is uniform: a string has one value for all points",
                           2);
-    // Look up the name before the walk of the initializer, which declares undefined names.
+    // Look up the name first, since the walk of the initializer declares undefined names.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
@@ -184,8 +185,9 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
 }
 
 /// The definition gets an entry, since later passes walk it like any other, but no name refers to
-/// that entry. If a local repeats the name of a function, or of a variable with another type or
-/// detail, the name has the error type from here on, so that no use of it is reported.
+/// that entry. If a local repeats the name of a function, or of a variable with another type, or if
+/// only one of the two variables is uniform, the name has the error type from here on, so that no
+/// use of it is reported.
 void SlcAddVarsSymbolTable::AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type)
 {
     SlcIdentNode* ident = definition->GetIdent();
@@ -241,8 +243,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto annotation = SlcPossibleTypes::Of(initializer);
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
-    // A single type is checked separately, so that the report on an array names the part that does
-    // not match. If there are several types, one of them must match the declared type.
+    // A single type is checked separately, so that a mismatch of two arrays is reported only if
+    // their elements differ. If there are several types, one must match the declared type.
     const bool single = types.size() == 1;
     const bool suits = single ? Matches(types.front(), type) || type->IsErrorType()
                               : annotation->IsInTypes(type, false) ||
@@ -250,7 +252,7 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
                                      annotation->IsInTypes(SlcTypeNode::AFloat(), false));
     if (!suits) {
         if (types.empty())
-            return SlcTypeNode::AVoid();  // already reported
+            return SlcTypeNode::AVoid();  // the next pass reports this
         const bool arrays = single && AsArray(types.front()) && AsArray(type);
         if (!arrays) {
             m_errors->Error(initializer, "Variable initialization type mismatch");
@@ -320,7 +322,7 @@ void SlcAddVarsSymbolTable::ReportOpenLength(const SlcDefExprNode* definition)
              SlcPossibleTypes::Of(initializer)->GetUniqueType()->IsArrayType())
         m_errors->Error(initializer, "The length of the result that initializes array variable '" +
                                          name + "' is unknown");
-    // Otherwise the initializer has been reported.
+    // Otherwise a fault of the initializer has been reported.
 }
 
 void SlcAddVarsSymbolTable::AddVariable(SlcDefExprNode* definition, SlcTypeNode* type,

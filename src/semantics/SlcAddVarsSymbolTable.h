@@ -14,40 +14,43 @@ class SlcVarDefsStmtNode;
 /// The tables that a declaration may refer to, other than the scope that it extends.
 struct SlcOuterScopes {
     SlcPtr<SlcSymbolTable> global;
-    SlcPtr<SlcSymbolTable> function;     // searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> definition;   // where a nested function is defined; null at file level
+    // A variable declared `extern` is looked up in the next four tables, in this order.
+    SlcPtr<SlcSymbolTable> function;     // the formals of the body
+    SlcPtr<SlcSymbolTable> definition;   // the scope around a nested function; null elsewhere
     SlcPtr<SlcSymbolTable> shader;       // the predefined variables
-    SlcPtr<SlcSymbolTable> illuminance;  // the variables of a light loop; null if there is none
+    SlcPtr<SlcSymbolTable> illuminance;  // the variables of a light loop, in functions of a shader
+                                         // that sees lights; null elsewhere
 };
 
-/// The place of a declaration statement, which determines what its initializer may call.
+/// The place of a declaration, on which the checks of calls in its initializer depend.
 struct SlcDeclarationPlace {
     bool inFunction = false;
-    int lightNesting = 0;  // number of enclosing light statements
+    int lightNesting = 0;  // number of enclosing `illuminance`, `illuminate`, `solar` statements
 };
 
 /// Declares the variables of a formals list or of a declaration statement, and checks their
-/// initializers. Each variable gets a symbol entry, which its node holds, even after a fault, since
-/// later uses of the variable must refer to one.
+/// initializers. The node of each variable gets a symbol entry, even after a fault, since later
+/// passes read it.
 class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    // Each of these declares the variables and returns the table for the code after them.
+    // Each of these functions declares variables, reports faults in their declarations, and returns
+    // the table for the code after the declarations.
 
-    /// Adds them to a new scope inside `scope`. Strings become uniform, even if they are declared
-    /// varying.
+    /// Adds the parameters of a shader to a new scope inside `scope`. Strings and arrays of strings
+    /// become uniform; if they are declared varying, a warning says so.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
                                                           SlcPtr<SlcSymbolTable> scope,
                                                           const SlcOuterScopes& outer,
                                                           SlcShaderTypeNode* shaderType);
-    /// Adds them to a new scope inside `scope`.
+    /// Adds the formals of a function to a new scope inside `scope`.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddFunctionFormals(SlcFormalsNode* formals,
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// Adds them to a new table of the same scope, so that code before the statement does not see
-    /// the names.
+    /// Adds the variables of a statement to a new table of the same scope, so that code before the
+    /// statement does not see the names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,
@@ -64,26 +67,30 @@ private:
 
     enum class Declares { ShaderFormals, FunctionFormals, Locals };
 
-    /// Walks `node`, whose variables are added to `table`, and returns the resulting table.
+    /// Walks `node`, adds its variables to `table`, and returns that table.
     SlcPtr<SlcSymbolTable> Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table, Declares what,
                                const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
                                const SlcDeclarationPlace& place);
 
     /// Returns the declared type, independently of the initializer; `error` after a report.
     [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
-    /// Checks types and detail of the initializer, whose set of types must be known. `errorsBefore`
-    /// is the number of errors before that set was computed.
+    /// Checks the type and the detail of the initializer, whose set of types must be known. `type`
+    /// is the declared type, and `errorsBefore` the number of errors before that set was computed.
     void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
-    /// Returns the declared type if the initializer matches it; void after a report.
+    /// Returns `type`, the declared type, if the initializer matches it; otherwise void, after a
+    /// report. An initializer without a possible type is reported by the next pass instead.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
     /// Returns the variable that an `extern` declaration refers to; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
     /// Handles a declaration whose name is taken, which has been reported.
     void AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type);
-    /// Handles an `extern` declaration: an alias of an outer variable, which must match.
+    /// Handles an `extern` declaration: an alias of an outer variable. Reports an initializer, and
+    /// an outer variable that is missing or does not match.
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
     /// Reports a variable whose array type has no length, unless its initializer is faulty.
     void ReportOpenLength(const SlcDefExprNode* definition);
+    /// Adds the entry of the variable, and stores it in the node. An array of unknown length gets
+    /// the error type, after a report, unless it is `extern` or the formal of a function.
     void AddVariable(SlcDefExprNode* definition, SlcTypeNode* type, SlcStorageSpecNode* storage,
                      const SlcPtr<SlcVarSymbolEntry>& outer);
 

@@ -1,4 +1,4 @@
-// The rules for arguments that a call writes.
+// The rules for arguments that a call writes, common to built-ins, shadeops and user functions.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -27,8 +27,8 @@ bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argumen
                                    "' cannot be used as an output parameter of this function.");
         return false;
     }
-    // With a varying index, points write different elements, but a uniform array has one value for
-    // all points.
+    // With an index that is not uniform, points can write different elements, but all points share
+    // the elements of a uniform array.
     if (variable && variable->GetDetail()->IsUniform() &&
         !SlcFirstDetailOf(argument)->IsUniform()) {
         errors.Error(argument,

@@ -1,8 +1,8 @@
-// The rules for the detail of a call's result, which cards refer to by name: one for the statement
-// as it is written, one for a body that is being evaluated. Most calls combine the details of their
-// arguments or, without arguments, have the detail that the context requests (random()). Some are
-// always varying, since they read a predefined variable (faceforward(v, I) reads Ng), and some are
-// always uniform.
+// The rules for the detail of a call's result, which cards select. Each card has two: one for the
+// statement as it is written, one for a body that is being evaluated. Most calls combine the
+// details of their arguments or, without arguments, have the detail that the context requests
+// (random()). Some are always varying, most of them because they read a predefined variable
+// (faceforward(v, I) reads Ng), and some are always uniform.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -43,7 +43,8 @@ void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
         CheckParamDetail(*walker.Errors(), entry.GetName(), i, arguments[i].get(), formals[i]);
 }
 
-/// Checks a call whose arguments may have any detail: output arguments must still be variables.
+/// Checks a call whose arguments may have any detail: it must still be possible to write its output
+/// arguments.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -53,7 +54,8 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
             (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
-/// Makes all variables that the call writes varying, whatever the details of the other arguments.
+/// Records that the call writes varying values to its output arguments, whatever the details of the
+/// other arguments.
 void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -63,7 +65,8 @@ void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
             walker.Written(arguments[i].get(), SlcDetailNode::AVarying());
 }
 
-/// Returns the combined detail of the arguments; without any, the detail that the context requests.
+/// Returns the combined detail of the arguments; without any, the detail that the context requests,
+/// or unknown if it requests none.
 template <class DetailOf>
 SlcDetailNode* CombineArguments(const SlcProcCallExprNode* call, SlcDetailNode* expected,
                                 DetailOf detailOf)

@@ -2,18 +2,20 @@
 
 #include "symbols/SlcBuiltInTable.h"
 
-// The rules for the detail of a call of a built-in. A rule for `SlcCheckDetail` also reports
-// invalid arguments. Its inline counterpart uses the inline details of a body that is being
-// evaluated, and does not repeat these reports.
+// The rules that compute the detail of a call of a built-in; shadeops have the first rule. A rule
+// for `SlcCheckDetail` also reports arguments that are not allowed. Its inline counterpart, for a
+// call in a function body that `SlcCheckInlineDetail` evaluates, uses the details in this
+// evaluation (inline details) and does not repeat these reports.
 
 using SlcFuncEntry = SlcPtr<SlcFuncSymbolEntry>;
 
-/// Returns uniform if all arguments are; without arguments, the detail that the context requests.
+/// Returns the combined detail of the arguments, so uniform only if all arguments are; without
+/// arguments, the detail that the context requests, or unknown if it requests none.
 SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                               SlcProcCallExprNode* call);
 SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
                                                     SlcFuncEntry entry, SlcProcCallExprNode* call);
-/// Returns varying, for built-ins that read varying data which is not an argument.
+/// Returns varying, mostly for built-ins that read varying data which is not an argument.
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
@@ -24,8 +26,9 @@ SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry
 SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                             SlcProcCallExprNode* call);
 
-// The inline rules of built-ins that write to arguments: the written variables get the combined
-// inline detail of the inputs.
+// The inline rules of the built-ins whose written arguments get the combined inline detail of the
+// inputs, which is also the detail of the call. The inline rules above treat all written values as
+// varying.
 
 SlcDetailNode* SlcCheckInlineSetPointCompProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                               SlcProcCallExprNode* call);
@@ -37,8 +40,8 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose card declares which arguments are outputs. Part of the table of rules, but
-/// no card uses it.
+/// For built-ins whose card declares which arguments are outputs: combines all arguments. Part of
+/// the table of rules, but no card uses it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 

@@ -3,13 +3,14 @@
 //
 //     (1, 2, 3)               point, color
 //     noise(s)                float, color, point
-//     noise(s) * Cs           color                      the intersection of both sides' sets
+//     noise(s) * Cs           color                      the only type that fits both sides
 //
-// A call has the result types of all overloads that match its arguments. A function that is not in
-// scope is looked up in shadeop libraries before it is reported.
+// A call has the result types of all overloads that match its arguments exactly or, if there are
+// none, by promotion. A function that is not in scope is looked up in shadeop libraries, if the
+// options allow it, before it is reported.
 //
 // Chains such as a + b + c may have thousands of operators, so they are walked as a list
-// (SlcLeftSpine) and need no stack.
+// (SlcLeftSpine) instead of recursively.
 //
 // Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
 
@@ -54,8 +55,8 @@ SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
     return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
 }
 
-/// Adds advice that a component is accessed by a call, "comp(c, 0)". `set` is "set" for a write,
-/// and otherwise empty.
+/// Adds advice that a component of a color, point or matrix is accessed by a call such as
+/// "comp(c, 0)". `set` is "set" for a write, and otherwise empty.
 void AdviseOnComponent(SlcSemanticError& errors, const SlcSyntaxNode* node,
                        const SlcVarSymbolEntry& variable, const SlcExprNode* index,
                        const std::string& set)
@@ -338,8 +339,7 @@ SlcOverloads SlcCalculateTypesSets::FindOverloads(SlcProcCallExprNode* call, boo
         SlcOverloads found = m_current->FindOverloads(lookup, m_errors);
         if (found.outcome != SlcOverloads::Outcome::WrongTypes || NbErrors() != errorsBefore)
             return found;
-        // The arguments may match a function without a value; the use of the value is then
-        // reported.
+        // The arguments may match a void function; the use of its value is then reported.
         lookup.functions = Functions::All;
     }
     return m_current->FindOverloads(lookup, m_errors);

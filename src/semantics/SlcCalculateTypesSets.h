@@ -16,15 +16,16 @@
 ///
 /// An expression with a reported fault has only the type `error` (`void` if it assigns to a type
 /// that cannot be assigned). Every operator propagates `error`, so that one fault causes one
-/// report. If no rule combines the types of the operands, the set is empty, which is reported where
-/// the type is needed.
+/// report. If no rule combines the types of the operands, the set is empty, and
+/// `SlcResolveUniqueType` reports the operator.
 class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    /// Names are looked up in the current scope. An undefined name is added to it as a variable of
-    /// type error, so that a misspelling is reported once. If `node` is a call, the function may be
-    /// void. `shaderType` is that of the file's shader.
+    /// Computes the types of `node` and its parts, and reports faults. Names are looked up from
+    /// `scopes.current`. An undefined variable is added to that table with type error, so that a
+    /// misspelling is reported once. If `node` is a call, the function may be void. `shaderType` is
+    /// that of the file's shader.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes, SlcShaderTypeNode* shaderType);
 
 private:
@@ -51,21 +52,23 @@ private:
 
     /// Visits the children of `node` as operands, whose values are used.
     void WalkOperands(SlcSyntaxNode* node);
-    /// Returns the variable; null, after a report, if there is none.
+    /// Returns the variable, never null: an undefined one is reported and declared with type error.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcSyntaxNode* node,
                                                          SlcIdentNode* ident);
     /// Sets the type of the target to `type`, which may be error; to error, after a report, if the
     /// variable must not be written.
     void SetTypeOfTarget(SlcLValueNode* lvalue, const SlcPtr<SlcVarSymbolEntry>& entry,
                          SlcTypeNode* type);
-    /// Returns false after a report; only warns if the variable should not be written.
+    /// Returns false, after a report, for an input formal; only warns of a read-only variable.
     [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
-    /// Returns the return types of the matching overloads; error after a report.
+    /// Returns the return types of the matching overloads; only `error` if none matches, which is
+    /// reported, or if an argument is faulty.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
     /// If the value is used, returns void overloads only if the types match no other overload.
     [[nodiscard]] SlcOverloads FindOverloads(SlcProcCallExprNode* call, bool valueUsed);
     void ReportNoOverload(SlcProcCallExprNode* call, const SlcOverloads& overloads);
-    /// Adds the shadeops of that name to the current table. Returns false if there is none.
+    /// Adds the shadeops of that name to the current table. Returns false if there is none, or if
+    /// the options disable shadeops.
     [[nodiscard]] bool LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name);
 
     SlcPtr<SlcSymbolTable> m_current;

@@ -1,11 +1,14 @@
-// The detail of an expression is the maximum of those of its parts, in the order uniform, open,
-// varying. In a function a formal or local without a declared detail is open:
+// The detail of most expressions is the maximum of the details of their parts, in the order
+// uniform, open (unknown), varying. A call has the detail that its rule returns, a texture access
+// is varying, and an assignment has the detail of its target. In a function, a formal or local
+// without a declared detail is open:
 //
 //     float f(float x) { return x * s; }      x is open, s varying: the product is varying
 //     float g(float x) { return x + 1; }      open: its detail depends on the call
 //
-// An assignment requests the detail of its target from the right side. Some calls, such as
-// random(), adopt the requested detail; all other expressions ignore it.
+// An assignment requests the detail of its target from all calls on its right side, and a
+// declaration that of its variable. Some calls, such as random(), adopt the requested detail; all
+// other expressions ignore it.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -49,7 +52,7 @@ SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable->GetDetail();
 }
 
-/// Returns false for a variable that has been reported.
+/// True if the variable is uniform and has not been reported.
 bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
@@ -137,8 +140,8 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
     node->GetValue()->ApplyWalker(this);
     m_place.wanted = expected;
 
-    // With a varying index points write different elements, but a uniform array has one value for
-    // all points.
+    // With an index that is not uniform, points can write different elements, but all points share
+    // the elements of a uniform array.
     const SlcDetailNode* given = SlcDetailNode::Combine(detail, DetailOf(node->GetValue()));
     if (IsUniformVariable(lvalue->GetSymbolEntry()) && !given->IsUniform()) {
         m_errors->Error(node,

@@ -5,23 +5,24 @@
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Adds advice to a report that a value must be uniform, if `detail` is open, that is, determined
-/// by the calls of a function. Does nothing for other details.
+/// Adds advice to a report that a value must be uniform, if `detail` is open: unknown, since a
+/// local or formal is declared without a detail. Does nothing for other details.
 void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
                            const SlcDetailNode& detail, const SlcCallPlace& place);
 
 /// Computes the detail of every expression of a statement, from the leaves up, and reports
-/// violations of the rules of uniform and varying. Stores it in the `SlcPossibleTypes` and
-/// `SlcLValueType` of the nodes, which must have their unique types.
+/// violations of the rules of uniform and varying. Stores each detail in the `SlcPossibleTypes` or
+/// `SlcLValueType` of the node. The unique types and the overloads must have been selected.
 ///
-/// A variable that a function declares without a detail has an unknown detail here;
-/// `SlcCheckInlineDetail` evaluates the function's body for each call.
+/// A local, or a formal of a function, that is declared without a detail has an unknown detail
+/// here. For a call, `SlcCheckInlineDetail` determines the details in the function by evaluating
+/// its body.
 class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `place` is the place of the statement, with the detail that its context requests. Each call
-    /// is checked by the rule of its function, which may evaluate a body.
+    /// `place` is the place of the statement; its `wanted` is the detail that is requested of
+    /// `node`. Each call is checked by the rule of its function, which may evaluate a body.
     void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
     // Accessors for the rules of calls.
@@ -55,5 +56,5 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcCallPlace m_place;                  // of the node being walked
-    SlcDetailNode* m_condition = nullptr;  // of the current condition's comparisons so far
+    SlcDetailNode* m_condition = nullptr;  // of all comparisons so far in the current condition
 };

@@ -1,15 +1,16 @@
-// Computes the details inside a function for one call, by walking the body as the call would run
-// it. Variables without a declared detail get the detail of the assigned values:
+// Computes the details inside a function for one call, by walking the body in source order. A
+// variable without a declared detail gets the detail of its initializer. An assignment makes such a
+// variable at least open (unknown); a call that writes it, such as setcomp(), may keep it uniform:
 //
 //     float f(float x) { float y = 1; if (x > 0.5) y = 2; return y; }
 //
-//     f(2)     x, the guard and y are uniform, and so is the call
-//     f(s)     x and the guard are varying: the second write makes y varying, since the points
-//              that skip it keep the first value
+//     f(2)     x and the guard are uniform; the assignment makes y open, so the call is open
+//     f(s)     x and the guard are varying: the assignment makes y varying, since the points that
+//              skip it keep the first value
 //
 // A write has at least the detail of its guards (Written), and of each `break`, `continue` or
-// `return` that some points have executed earlier (Leave). A loop is walked until the details at
-// its start equal those at its end (WalkLoop). This ends, since details only rise, from uniform
+// `return` that some points have executed earlier (Leave). A loop is walked until a round raises no
+// detail above its value at the start (WalkLoop). This ends, since details only rise, from uniform
 // through open to varying; details that still change after a few rounds are set to varying. Reports
 // are made in a last round, when all details are final.
 //
@@ -26,7 +27,8 @@
 
 namespace {
 
-// A few rounds suffice, since joined details only rise; the limit bounds the cost of nested loops.
+// After this round of a loop, its changed details are set to varying. Most loops end earlier; the
+// limit bounds the cost of nested loops.
 constexpr int k_roundsOfOne = 4;
 
 /// Combines two guards; null means that there is no condition.
@@ -78,7 +80,8 @@ void SlcCheckInlineDetail::Written(const SlcPtr<SlcVarSymbolEntry>& variable, Sl
         const bool isOwn = m_own.count(&*entry) != 0;
         SlcDetailNode* const guard = isOwn ? Guard() : CombineGuards(Guard(), m_outerGuard);
         SlcDetailNode* written = guard ? SlcDetailNode::Combine(detail, guard) : detail;
-        // The shader's own code is not evaluated, so its variables are never known to be uniform.
+        // A variable outside the body may be one of the shader, whose code is not evaluated: such a
+        // variable is never known to be uniform.
         if (guard || !isOwn || extent == Extent::Part)
             written = SlcDetailNode::Combine(written, SlcEffectiveDetail(entry));
         m_journal->NoteWrite(*entry);
@@ -139,8 +142,9 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
     Defined(*entry, detail);
 }
 
-/// A body has one `return`, at any place. At the top level of the body it ends the walk. Under a
-/// condition the body continues for the points that did not return, which have another result.
+/// A body has at most one `return`, at any place. At the top level of the body it ends the walk.
+/// Under a condition, the body continues for the points that did not return; since these have
+/// another result, the result has at least the detail of the condition.
 void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
 {
     SlcDetailNode* const expected = std::exchange(m_place.wanted, m_wanted);
@@ -259,7 +263,7 @@ void SlcCheckInlineDetail::Leave(std::size_t loops)
     }
 }
 
-/// Treats `continue` like `break`: its points skip the rest of this iteration.
+/// Treats `continue` like `break`: the points that execute it skip the rest of this iteration.
 void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
 {
     Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));

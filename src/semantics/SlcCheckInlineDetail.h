@@ -14,12 +14,13 @@
 /// another light statement. Caught where the evaluation was started.
 struct SlcAlreadyInLightControlStmt {};
 
-/// Evaluates the body of a user function for one call, with the details of the arguments as the
-/// inline details of the formals. Computes the detail of the result, and reports faults that only
-/// this call causes. Needs the details that `SlcCheckDetail` has stored.
+/// Evaluates the body of a user function for one call. The inline detail of a variable or node is
+/// its detail in this evaluation; that of a formal starts as the detail of its argument. Computes
+/// the detail of the result, and reports faults that this call causes. Needs the details that
+/// `SlcCheckDetail` has stored.
 ///
-/// A body is walked in source order. A loop is walked repeatedly, without reports, until an
-/// iteration changes no detail; a final iteration then reports.
+/// A body is walked in source order. The body of a `for`, `while` or `illuminance` is walked
+/// repeatedly, without reports, until the details are final; one more iteration then reports.
 class SlcCheckInlineDetail : public SlcCodeWalker {
 public:
     /// Thrown by value by an unconditional `return`, to end the evaluation.
@@ -27,31 +28,36 @@ public:
         SlcDetailNode* detail;
     };
 
-    /// `around` is the evaluation of the body that contains the call; null if the call is in a
-    /// statement that `SlcCheckDetail` is checking.
+    /// `around` is the evaluation of the body that contains the call, and must outlive this one;
+    /// null if the call is in a statement that `SlcCheckDetail` is checking.
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
-    /// The maximum depth of calls.
+    /// The maximum depth of calls; a deeper call is reported by the rules of user functions.
     static constexpr int k_maxLevels = 10'000;
 
     /// Evaluates `body` and returns the detail of the result; varying if it has no `return`.
-    /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`.
+    /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`, also
+    /// for a function that the body calls through others.
     [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, const SlcCallPlace& place);
 
     // Accessors for the rules of calls.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
     [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 
-    // Functions that change the inline detail of a variable.
+    // Operations that record writes and declarations of variables.
     enum class Extent { Whole, Part };
     /// Records that a value of this detail was written to `variable` and, if that is `extern`, to
-    /// the variable that it refers to. Under a condition, or if only a part was written, part of
-    /// the old value remains, so the old detail is combined with the new one.
+    /// the variable that it refers to. Does nothing for a variable with a declared detail. The new
+    /// detail includes those of the conditions around the write. It also includes the old detail
+    /// if part of the old value may remain (under a condition, or if only a part was written), and
+    /// for each variable that is declared outside the body.
     void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
-    /// Records that a call writes `argument`, if that is a variable or an element.
+    /// Records that a call writes a value of this detail to `argument`; does nothing if that is
+    /// neither a variable nor an element.
     void Written(const SlcExprNode* argument, SlcDetailNode* detail);
-    /// Records the first value of `variable`: of a local by its declaration, of a formal by a call.
+    /// Records the detail of the first value of `variable`, which a declaration gives to a local
+    /// and a call to a formal.
     void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
     /// Declares that each call of the body has its own copy of the variable.
     void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
@@ -69,7 +75,7 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcIlluminanceStmtNode* node) override;
     void Case(SlcLoopModStmtNode* node) override;
-    // SlcCheckInlineDetailExpressions.cpp.
+    // SlcCheckInlineDetailExpressions.cpp: expressions, except for the last two functions.
     void Case(SlcConstExprNode* node) override;
     void Case(SlcIdentExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;
@@ -96,38 +102,43 @@ private:
 
     /// The body or a loop.
     struct Left {
-        SlcDetailNode* detail;  // combined, of the jumps that have left it; null if there are none
+        // Combined, of the guards of jumps that have left it or a loop around it; null if there are
+        // none.
+        SlcDetailNode* detail;
         Levels levels;
     };
 
+    /// Walks the elements and returns their combined detail.
     template <class Elements>
     [[nodiscard]] SlcDetailNode* WalkElements(const Elements& elements);
     /// Walks a condition and returns the combined detail of its operands.
     [[nodiscard]] SlcDetailNode* WalkCondition(SlcSyntaxNode* condition);
-    /// Walks code that is guarded by a condition of that detail.
+    /// Walks code that is guarded by a condition whose detail is `guard`.
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
-    /// Walks iterations of a loop until nothing changes.
+    /// Walks iterations of a loop without reports until the details are final, and then one with
+    /// reports, unless reports are off anyway. Reports loops that are nested too deep.
     void WalkLoop(const SlcLoopStmtNode* node, Levels levels,
                   const std::function<void()>& walkRound);
-    /// Walks one iteration; true if another one is needed. `makesVarying` makes all variables
-    /// varying that the iteration writes, so that one more iteration suffices.
+    /// Walks one iteration without reports; true if another one is needed. `makesVarying` makes
+    /// each variable varying that the iteration writes but does not declare, so that one more
+    /// iteration suffices.
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
     /// Records that some points leave the `loops` innermost `for` and `while` loops here, and the
-    /// light statements in them.
+    /// light statements in them; the body counts as the outermost loop.
     void Leave(std::size_t loops);
-    /// Returns the combined detail of the conditions in the body that guard the current code; null
-    /// if there are none.
+    /// Returns the combined detail of the conditions and earlier jumps in the body that guard the
+    /// current code; null if there are none.
     [[nodiscard]] SlcDetailNode* Guard() const;
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcCallPlace m_place;                  // of the node being walked
-    SlcDetailNode* m_wanted = nullptr;     // of the result
-    SlcDetailNode* m_condition = nullptr;  // of the current condition's comparisons so far
+    SlcDetailNode* m_wanted = nullptr;     // requested of the result; may be null
+    SlcDetailNode* m_condition = nullptr;  // of all comparisons so far in the current condition
     SlcDetailNode* m_guard =
         nullptr;                  // of the enclosing conditions and loops; null if there are none
-    SlcDetailNode* m_outerGuard;  // of the conditions and loops around the call; null if none
+    SlcDetailNode* m_outerGuard;  // the same in the bodies that contain the call; null if none
     std::vector<Left> m_left;     // the body and the loops around the current code, outermost first
-    SlcDetailNode* m_result = nullptr;                   // of a guarded `return`
+    SlcDetailNode* m_result = nullptr;                   // of a guarded `return`; null if none
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;
     SlcInlineJournal* m_journal;  // that of the outermost evaluation

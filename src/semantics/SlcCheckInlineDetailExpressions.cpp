@@ -1,6 +1,8 @@
-// Computes the details of expressions inside a function for one call. An expression combines the
-// details of its parts, unless a rule or a declaration determines its detail. An assignment records
-// the detail of its variable. The condition of `?:` guards its branches like that of an `if`.
+// Computes the details of expressions inside a function for one call. An expression keeps the
+// detail from SlcCheckDetail if that is known. Otherwise it combines the details of its parts, or,
+// as a call, has the detail that its rule returns. An assignment has at least the declared detail
+// of its target, open if there is none, and records it for the variable. The condition of `?:`
+// guards its branches like that of an `if`.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -1,10 +1,10 @@
 // Checks statements for lights: where they are allowed, their arguments, and the scopes of their
 // bodies.
 //
-// `illuminance` loops over lights and declares L, Cl and Ol in its body; `illuminate` and `solar`
-// are allowed only in lights. A constant of type LightStatement describes what is different for
-// each of the three, so that each rule is written once. Functions may contain all three: they are
-// checked at each call.
+// `illuminance` loops over lights and declares L, Cl and Ol in its body; it is allowed in surfaces
+// and volumes, `illuminate` and `solar` in lights. A constant of type LightStatement describes what
+// is different for each of the three, so that each rule is written once. A function may contain all
+// three: the type of shader is checked where shader code calls the function.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 
@@ -65,7 +65,7 @@ const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_solar = {
 
 bool SlcCheckSemantics::IsLegalHere(const LightStatement& statement) const
 {
-    // A function is checked at its calls.
+    // The type of shader is checked where the function is called.
     if (m_inFunction)
         return true;
     if (statement.side == LightStatement::Side::Lighting)
@@ -81,7 +81,7 @@ void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightSta
     const bool takesPoint = role != LightArgument::Angle;
     FindTypes(argument);
     const auto types = SlcPossibleTypes::Of(argument);
-    // A triple could also be a color, but here it must be a point.
+    // Of a triple, which could also be a color, select the point.
     SlcTypeNode* suited = types->IsInTypes(SlcTypeNode::APoint(), false);
     if (suited && !takesPoint && types->IsInTypes(SlcTypeNode::AFloat(), false))
         suited = nullptr;

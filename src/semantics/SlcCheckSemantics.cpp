@@ -1,10 +1,12 @@
 // Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
-// its body, so it cannot call itself. Variables that a body does not declare are looked up in the
-// scope of the definition; with --strict, only variables declared `extern` are. Each body has a
+// its body, so it cannot call itself. Variables that a function does not declare are looked up in
+// the scope of its definition; with --strict, only variables declared `extern` are. Each body has a
 // separate walker, whose fields then record what the body contains: a `return`, a light statement.
 //
-// The checks of a function omit everything that depends on its calls. Open details are checked
-// where shader code calls the function (SlcUserCallRules), with the arguments of each call.
+// The body of a function is checked once, where the function is defined. What depends on the call
+// of the function is checked at the call: the details that follow from its arguments, whether this
+// type of shader may contain the function's light statements (both in SlcUserCallRules), and
+// whether outer variables that the function reads have been set (SlcCheckUsage).
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp, and by OneReportTest.cpp for faults that
 // must cause only one report.

@@ -20,12 +20,13 @@ class SlcRelationNode;
 /// facts about the body.
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
-    /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
-    /// `options` must outlive the walker.
+    /// `usage` is the usage record of the code that will be checked; null for no usage checks. It
+    /// and `options` must outlive the walker.
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                       SlcCheckUsage* usage);
 
-    /// Checks a tree or a body and reports its faults. `scopes` are those around `node`.
+    /// Checks a tree or a body, reports its faults, and stores the results in its nodes. `scopes`
+    /// are those around `node`.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes);
 
     /// Runs all passes over an expression whose context requests no type. Reports an expression
@@ -52,7 +53,7 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcWhileStmtNode* node) override;
     void Case(SlcLoopModStmtNode* node) override;
-    // SlcCheckLightStatements.cpp.
+    // SlcCheckLightStatements.cpp, except for the last two functions.
     void Case(SlcIlluminanceStmtNode* node) override;
     void Case(SlcIlluminateStmtNode* node) override;
     void Case(SlcSolarStmtNode* node) override;
@@ -69,14 +70,16 @@ private:
                                                SlcCheckUsage* usage) const;
     /// Creates the usage record of a body with these formals; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
-    /// Records the scope of the function's definition in the table of its formals.
+    /// Records the scope of the function's definition in the table of its formals, unless
+    /// `--strict` is given.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
     /// Reports a return type that is an array of void.
     void CheckReturnType(const SlcFuncDefNode* node);
-    /// Adds the function to its scope, so that it can be called from here on.
+    /// Adds the function to its scope, so that it can be called from here on. Warns if it replaces
+    /// another.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
-    /// Warns that the function replaces `replaced`, an earlier one with the same signature in the
-    /// same scope, which later calls cannot reach.
+    /// Warns that the function replaces `replaced`, an earlier one with the same types in the same
+    /// scope, which later calls cannot reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
     /// Runs the first pass over an expression, or over both sides of a condition.
@@ -88,9 +91,11 @@ private:
     /// Returns the type of an expression whose context requests none. If the expression has several
     /// types, reports that and returns the first; returns void if it has none.
     [[nodiscard]] SlcTypeNode* WantedTypeOf(SlcExprNode* expr);
+    /// Returns the type of a call statement. If the function has several return types, returns void
+    /// after an error, or after a warning if one of them is void and `--strict` is not given.
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
-    /// Returns the function's return type, after reports on the place and the value of the
-    /// `return`.
+    /// Returns the function's return type, or void in a shader, after reports on the place and the
+    /// value of the `return`.
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
     /// Passes `node` to the usage record; call it in the order of execution.
     void CheckUsage(SlcSyntaxNode* node);
@@ -98,23 +103,25 @@ private:
     /// record, which it returns; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> WalkBranch(SlcSyntaxNode* branch,
                                                             SlcExprNode* step);
-    /// Walks the body of the loop and then `step`, which may be null, as a branch.
+    /// Walks the body of the loop and then `step`, which may be null, as a branch, and merges its
+    /// usage record.
     void WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step);
 
     /// True if this type of shader may contain the statement; always true in a function.
     [[nodiscard]] bool IsLegalHere(const LightStatement& statement) const;
-    /// `argument` may be null.
+    /// Checks an argument in the head of the statement; null is ignored.
     void CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
                             LightArgument role);
-    /// `position` is null for a statement that has none.
+    /// Checks the place, the arguments and the body of the statement. `position` is null for a
+    /// statement that has none.
     template <class Node>
     void CheckLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
     /// Calls `CheckLightStatement`; a failed look-up in it is a fatal error.
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 
-    /// Counts the light statements of a light shader: a statement, or the call of a function that
-    /// contains one.
+    /// Counts an `illuminate` or `solar` statement, or a call statement whose function contains
+    /// one. Warns if another may run before it, whose light it would replace.
     void CountLight(const SlcSyntaxNode* node);
 
     static const LightStatement sm_illuminance;
@@ -123,8 +130,8 @@ private:
 
     SlcScopes m_scopes;
     SlcPtr<SlcSymbolTable>
-        m_function;  // scope that is searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> m_definition;  // scope around a nested definition; searched next
+        m_function;  // formals of the body, or scope around the nested function being checked
+    SlcPtr<SlcSymbolTable> m_definition;  // scope around the body's function if nested, or null
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
     SlcCalculateTypesSets m_typesPass;
@@ -140,7 +147,7 @@ private:
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_lights = 0;              // largest number of light statements on any path so far
+    int m_lights = 0;              // most statements that `CountLight` counted on one path
     int m_errorsBefore = 0;        // number of errors before the current expression
     int m_loopDepth = 0;
     int m_lightNesting = 0;

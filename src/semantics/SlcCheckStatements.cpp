@@ -1,11 +1,12 @@
 // Checks statements other than those for lights. All passes run over the expressions of a statement
-// before the next statement is checked. Branches and loops are walked with separate usage records,
-// which are set aside after the walk and merged where the statement ends (SlcCheckUsage).
+// before the next statement is checked. Branches and the bodies of loops are walked with separate
+// usage records, which are set aside after the walk and merged where the statement ends
+// (SlcCheckUsage).
 //
 // A `return` requests the type of its function, an assignment that of its target, and a declaration
-// that of its variable; a condition has no type. The expressions in the head of a `for` must have
-// exactly one type; several are reported. Several types of a call statement are reported too,
-// unless one of them is void and `--strict` is not given.
+// that of its variable; a condition has no type. The first and the last expression in the head of a
+// `for` must have exactly one type. Several types of a call statement are an error too, or only a
+// warning if one of them is void and `--strict` is not given.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 

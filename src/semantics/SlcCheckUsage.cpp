@@ -9,11 +9,13 @@
 //                              promoted: always joined with never is maybe
 //     Ci = x;                  'x' may not be initialized
 //
-// If one branch ends in a jump, a variable that the other branch sets counts as set after both. The
-// body of a loop may not run at all, unless its head proves that it does (SlcRunsAtLeastOnce).
+// If one of two branches ends in a jump, a variable that the other branch sets counts as set after
+// both. The body of a loop may not run at all, unless it has no jump and the head of a `for` proves
+// that it runs (SlcRunsAtLeastOnce).
 //
-// A function's accesses to outer variables are checked where it is called, by replaying its record.
-// Warnings are in the order of names, since the order of a map keyed by address is arbitrary.
+// A function's accesses to outer variables are checked where it is called, by replaying its record:
+// first the variables that it may read, then those that it always reads. Each group is in the order
+// of names, since the order of a map keyed by address is arbitrary.
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 
@@ -37,7 +39,7 @@ bool IsIteration(const SlcLoopStmtNode* loop)
     return dynamic_cast<const SlcForStmtNode*>(loop) || dynamic_cast<const SlcWhileStmtNode*>(loop);
 }
 
-/// Returns the entry of the formal for each argument of a call; null if its definition has none.
+/// Returns the entries of the function's formals, in order; null for a formal without an entry.
 std::vector<SlcVarSymbolEntry*> FormalEntries(const SlcFuncInfo& info)
 {
     std::vector<SlcVarSymbolEntry*> entries;

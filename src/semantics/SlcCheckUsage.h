@@ -13,16 +13,17 @@
 class SlcExprNode;
 
 /// Warns of reads of variables that may not be set yet. A body is walked in the order of execution.
-/// An object of this class is the record of a body, or of a branch or loop in it, which is merged
-/// into the enclosing record where the branch ends.
+/// An object of this class is the record of a body, or of a branch in it: the body of a loop also
+/// counts as a branch. The record of a branch is merged into the enclosing record where the
+/// statement ends.
 ///
-/// Each variable has one state: its state at the current point of the walk. A record stores the
+/// Each variable has only one state, that at the current point of the walk. A record stores the
 /// changes of its branch, so that they can be undone before another branch is walked, and joined
 /// where both end. Variables that are declared outside a function are checked where the function is
 /// called: there the record of its body is replayed.
 ///
 /// A statement takes time linear in its expressions, a branch in the variables that it changes, and
-/// a call in the outer variables that the function accesses.
+/// a call in its arguments and the outer variables that the function accesses.
 class SlcCheckUsage : public SlcCodeWalker {
 public:
     /// Creates the record of a body.
@@ -31,7 +32,8 @@ public:
     explicit SlcCheckUsage(SlcCheckUsage& parent);
 
     /// Visits the next expression, condition, declaration or jump, after the other passes have
-    /// finished with it. A body starts with its formals.
+    /// finished with it. A body starts with its formals. Ignores code that follows a jump in the
+    /// same branch.
     void operator()(SlcSyntaxNode* node);
     /// Ends the walk of the branch and undoes its changes until `Promote` joins the branches of the
     /// statement. Between the two calls only another branch of the statement may be walked.
@@ -86,7 +88,8 @@ private:
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
     /// Returns the state of the variable at the current point of the walk.
     [[nodiscard]] static SlcVariableUsage& UsageOf(Variable& variable);
-    /// True if reads are reported here instead of where the function is called.
+    /// True if reads of the variable are reported here. Those of outer variables and of output
+    /// formals are reported where the function is called.
     [[nodiscard]] static bool IsCheckedHere(const Variable& variable);
     /// Records the state of a variable; call it before each change.
     void NoteChange(Variable& variable);
@@ -96,7 +99,8 @@ private:
     /// Records a write, which with `maybe` may not be executed. This function and the next one
     /// ignore a null variable.
     void VarIsModifiedInTable(Variable* variable, bool maybe);
-    /// Records a read at `expr`, and warns if the variable may not be set.
+    /// Records a read at `expr`, which with `maybe` may not be executed. Warns if the variable may
+    /// not be set and is checked here.
     void VarIsAccessedInTable(Variable* variable, bool maybe, SlcExprNode* expr);
     /// Warns at `expr` that the variable is not, or with `maybe` may not be, set.
     void LogAccessError(const SlcExprNode* expr, const Variable& variable, bool maybe);
@@ -105,11 +109,13 @@ private:
     void PromoteUsage(SlcCheckUsage& first, SlcCheckUsage& second);
     /// Merges a branch that runs, or with `maybe` may run.
     void PromoteUsage(SlcCheckUsage& branch, bool maybe);
-    /// Replays the accesses of a called function to outer variables.
+    /// Replays the accesses of a called function to outer variables, as accesses at `call`.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);
-    /// Walks what an output argument reads in order to locate the variable, such as an index.
+    /// Walks the part of an output argument that is read: the index of an element. An argument that
+    /// cannot be written is walked as a whole.
     void WalkPlace(SlcExprNode& argument);
-    /// Transfers the state of `formal`, an output of a called function, to its argument.
+    /// Transfers the state of `formal`, an output of a called function, to its argument, which may
+    /// be null. Warns if the function reads the formal and the argument may not be set.
     void PassOutput(SlcVarSymbolEntry& formal, Variable* argument, const SlcExprNode* call);
 
     SlcPtr<SlcSemanticError> m_errors;

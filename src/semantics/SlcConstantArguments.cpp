@@ -5,7 +5,8 @@
 //     comp(c, 3)                    the nearest component
 //     printf("%s\n")                the specifier is printed
 //
-// The valid names are those in the tables of the run time. Only literals are checked.
+// The valid names are those in the tables of the run time. A name, index or format that is not a
+// literal is not checked.
 //
 // Tested by tests/semantics/SlcConstantArgumentsTest.cpp.
 
@@ -153,8 +154,8 @@ void CheckIndices(SlcSemanticError& errors, const SlcProcCallExprNode& call)
     }
 }
 
-/// Returns the text from a percent sign up to the letter of the specifier; only the percent sign if
-/// no specifier is meant, as in "50 % of".
+/// Returns the text of the specifier: the percent sign, the width, and the letter if there is one.
+/// Returns only the percent sign if no specifier is meant, as in "50 % of".
 std::string_view SpecifierAt(std::string_view format, std::size_t percent)
 {
     constexpr std::string_view widths = "0123456789.+-#*";

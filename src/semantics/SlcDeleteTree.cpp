@@ -1,6 +1,6 @@
 // Breaks reference cycles: scopes hold entries, the entry of a function holds the facts about its
-// body, the facts hold the scope of its formals, and nodes hold entries. The owner of the tree
-// deletes it afterwards.
+// body, the facts hold the scope of its formals, and that holds the scope around it. Nodes hold
+// entries and scopes. The owner of the tree deletes it afterwards.
 
 #include "semantics/SlcDeleteTree.h"
 

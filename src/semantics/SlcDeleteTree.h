@@ -2,15 +2,15 @@
 
 #include "frontend/SlcCodeWalker.h"
 
-/// Breaks the links between a checked tree and its symbol tables, after which deleting the root
-/// frees both: a table holds the entries of its functions, the entry of a function its info, and
-/// the info the table of the function's formals, from which the first table can be reached again.
+/// Breaks the reference cycles between a checked tree and its symbol tables, after which deleting
+/// the root frees both: a table holds the entries of its functions, the entry of a function its
+/// info, and the info the table of the function's formals, which holds the first table again.
 ///
 /// No pass can read the tree afterwards. The tree may be in any state in which a failed pass leaves
 /// it.
 class SlcDeleteTree : public SlcCodeWalker {
 public:
-    /// Does nothing for a null node.
+    /// Breaks the cycles below `node`; does nothing if it is null.
     void operator()(SlcSyntaxNode* node);
 
 private:

@@ -27,7 +27,8 @@ public:
     }
 
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
-    /// Returns the body's reads and writes of outer variables, replayed at each call.
+    /// Returns the usage record of the body, whose accesses to outer variables each call replays;
+    /// null without usage checks.
     [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
     /// Returns the table of the function's formals; null after `ClearScope`.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
@@ -52,9 +53,9 @@ public:
     }
     /// Returns the facts about the body, including all functions that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
-    /// Returns the results of evaluated calls, which later calls with the same details share.
+    /// Returns the results of evaluating the body, which later calls with equal inputs share.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
-    /// Returns the limit on the evaluations of the whole compile.
+    /// Returns the limit on the evaluations of the whole compile that calls cannot share.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:

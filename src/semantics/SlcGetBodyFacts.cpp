@@ -1,7 +1,7 @@
 // Collects the facts about a checked body, including those of the functions that it calls. The
-// called functions have been checked already, since no function is called before its definition.
-// The number of operations is that of the expanded body. It doubles with each level of functions
-// that call another one twice, so the sum is limited in order not to overflow.
+// called functions have been checked already, since a function can be called only after its
+// definition. The number of operations is that of the expanded body. It doubles with each level of
+// functions that call another one twice, so the sum is limited in order not to overflow.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// True if `variable` is, or refers to, one of the variables of light loops.
+/// True if `variable` is the predefined `L`, `Cl` or `Ol`, or an `extern` alias of one of them.
 bool IsOfLightLoop(const SlcVarSymbolEntry& variable)
 {
     if (const auto& outer = variable.GetOuter())
@@ -50,7 +50,7 @@ void SlcGetBodyFacts::Default(SlcSyntaxNode* node)
 
 void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
 {
-    // A nested function counts at its calls.
+    // The facts of a nested function are added where it is called.
 }
 
 void SlcGetBodyFacts::Case(SlcDefExprNode* node)

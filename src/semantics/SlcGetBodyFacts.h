@@ -10,21 +10,26 @@ class SlcVarSymbolEntry;
 
 /// Facts about the body of a function, including the functions that it calls.
 struct SlcBodyFacts {
-    /// True if the body accesses a variable of unknown detail that is neither a formal nor a local,
-    /// so that its result depends on more than its arguments.
+    /// True if this function, or one that it calls, accesses a variable of unknown detail that is
+    /// neither a formal nor a local of the accessing function, so that the result may depend on
+    /// more than the arguments.
     bool accessesOuterVariables = false;
-    /// True if the body accesses the light of a light loop around the call.
+    /// True if `L`, `Cl` or `Ol` is accessed outside of all `illuminance` statements in this
+    /// function and those that it calls, so that the call must be inside one. Always false in light
+    /// shaders, where these variables are predefined everywhere.
     bool needsLightLoop = false;
-    /// The number of operations in one expansion of the body, including called functions. It is
-    /// computed before any expansion, since it doubles at each link in a chain of functions that
-    /// each call the previous one twice. Never overflows.
+    /// The number of assignments, binary arithmetic operators and calls in one expansion of the
+    /// body, including called functions. A chain of functions that each call the previous one twice
+    /// doubles it at each link, so the lowering rejects too large a number before it expands calls.
     std::size_t expandedOperations = 0;
 };
 
-/// Collects the facts of a function whose body has been checked. Linear in the body.
+/// Collects the facts of a function whose body has been checked. Visits each node of the body once,
+/// except for nested functions, and does not visit the bodies of called functions.
 class SlcGetBodyFacts : public SlcCodeWalker {
 public:
-    /// `shaderType` is that of the file's shader. Called functions have been checked before.
+    /// Returns the facts of `function`. `shaderType` is that of the file's shader, not null. The
+    /// facts of called functions must have been stored in their symbol entries.
     [[nodiscard]] SlcBodyFacts operator()(SlcFuncDefNode* function, SlcShaderTypeNode* shaderType);
 
 private:
@@ -40,7 +45,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Adds operations; the sum stops at a limit that is larger than any permitted expansion.
+    /// Adds operations; the sum stops at half the range of the type, so that it cannot overflow.
     void AddOperations(std::size_t count);
     /// Records a read or write of the variable; null is ignored.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable);
@@ -48,5 +53,5 @@ private:
     SlcBodyFacts m_facts;
     std::set<const SlcVarSymbolEntry*> m_own;  // formals and locals; not iterated: keyed by address
     bool m_isLightShader = false;
-    bool m_inLightLoop = false;  // of the function itself
+    bool m_inLightLoop = false;  // in an `illuminance` statement of the function itself
 };

@@ -1,12 +1,13 @@
-// A stack of rounds. A round stores the detail of each variable before its first write in the
-// round:
+// A stack of rounds. A round stores the detail of each variable that it writes, before the first
+// write:
 //
 //     round begins      x uniform
 //     x written         stored: uniform; now varying
 //     round ends        joined: varying, differs from the start: one more round
 //
-// A definition in the round is stored as null, since no value of the previous round reaches it. An
-// inner round passes its record to the outer one, where details that are already stored remain.
+// A variable that is defined in the round before any write is stored with null, since no value of
+// the previous round reaches it. An inner round adds its record to that of the outer one, where
+// details that are already stored remain.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, through the loops that use it.
 

@@ -1,10 +1,12 @@
-// The inline rules of built-ins that write to their arguments: written variables get the combined
-// detail of all inputs.
+// The inline rules, for calls in a body that is being evaluated, of the built-ins whose cards have
+// `@writes`: the written variables get the combined detail of all inputs, and also that of the
+// conditions around the call (SlcCheckInlineDetail::Written).
 //
 //     setxcomp(p, x)                   p gets the combined detail of p and x, and keeps y and z
 //     fresnel(I, N, eta, kr, kt)       kr and kt get the combined detail of I, N and eta
 //
-// SlcCheckInlineOutputProc is in the table of rules, but no card uses it.
+// SlcCheckInlineOutputProc, the rule for `@writes(outputs)`, is in the table of rules, but no card
+// uses it.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -19,7 +21,7 @@ namespace {
 
 /// Which arguments of a built-in are read and written, and the texts of its reports.
 struct OutputRule {
-    std::size_t inputs;       // number of inputs, from the first argument on
+    std::size_t inputs;       // number of arguments that are read, from the first on
     std::size_t firstOutput;  // positions count from 0
     std::size_t lastOutput;
     const char* wrongCount;   // internal error

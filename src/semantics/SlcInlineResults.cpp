@@ -1,7 +1,8 @@
-// A key has one letter or blank for each input of an evaluation: whether the call is in a light
+// A key has one character for each input of an evaluation: whether the call is in a light
 // statement, whether shader code reaches it, whether reports are suppressed, the detail that its
-// context requests, and the detail of each argument. " S -uv" is a call that shader code reaches,
-// whose context requests no detail, with a uniform and a varying argument.
+// context requests, and the detail of each argument. " S -uv" is a call outside of light statements
+// that shader code reaches, evaluated with reports; its context requests no detail, and it has a
+// uniform and a varying argument.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -11,7 +12,8 @@
 
 SlcInlineResults::Circumstances::Circumstances(const SlcCallPlace& place, bool isQuiet)
 {
-    // A compile has one type of shader, and details do not depend on the depth of calls.
+    // The rest of the place is not part of the key: a compile has one type of shader, and details
+    // do not depend on the depth of calls.
     m_key += place.inLightStatement ? 'L' : ' ';
     m_key += place.inShader ? 'S' : ' ';
     m_key += isQuiet ? 'Q' : ' ';

@@ -19,25 +19,27 @@ public:
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:
-    static constexpr int k_most = 1'000'000;  // a shader that large cannot be expanded
+    static constexpr int k_most = 1'000'000;  // the lowering refuses to expand that many calls
 
     int m_taken = 0;
     bool m_reported = false;
 };
 
 /// The results of evaluating the body of one function. Calls with the same inputs share one
-/// evaluation; otherwise the number of evaluations would grow with the length of the expansion,
-/// which a chain of functions that each call the previous one twice doubles at each link.
+/// evaluation, if the function accesses no outer variables of unknown detail (`SlcBodyFacts`).
+/// Without sharing, the number of evaluations would grow with the length of the expansion, which a
+/// chain of functions that each call the previous one twice doubles at each link.
 class SlcInlineResults {
 public:
-    /// The inputs of an evaluation, as a short text that is only compared.
+    /// The inputs of an evaluation, as a short text that is the key of its result.
     class Circumstances {
     public:
-        /// `isQuiet` means that the evaluation does not report its faults, so that a call that must
-        /// report them cannot share the result.
+        /// Starts with the place of the call. `isQuiet` means that the evaluation does not report
+        /// its faults, so that a call that must report them cannot share the result.
         Circumstances(const SlcCallPlace& place, bool isQuiet);
         /// Adds the inline detail of the next formal, in order.
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
+        /// Returns the text, which is equal for calls that can share a result.
         [[nodiscard]] const std::string& Key() const { return m_key; }
 
     private:
@@ -48,12 +50,12 @@ public:
 
     struct Result {
         SlcDetailNode* detail = nullptr;      // null: a light statement would be nested
-        std::vector<SlcDetailNode*> formals;  // inline details of the formals after the body
+        std::vector<SlcDetailNode*> formals;  // their inline details at the end of the body
     };
 
-    /// Returns the result for these inputs; null if there is none. Valid until the next `Keep`.
+    /// Returns the result for these inputs; null if there is none. Valid until `Keep` replaces it.
     [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
-    /// Stores a result, replacing an earlier one for the same inputs.
+    /// Stores a result, replacing an earlier one for the same inputs, and returns the stored one.
     const Result& Keep(const Circumstances& circumstances, Result result);
 
 private:

@@ -1,6 +1,7 @@
-// Computes the types of an operator from those of its operands. In arithmetic a type is possible if
-// one side has it and the other has it or a float, which is promoted. Point, vector and normal are
-// matched as one type; the result is one of them:
+// Computes the types of an operator from those of its operands. Arithmetic can have the type float,
+// color or point, and a product or quotient also matrix, if one side has that type and the other
+// has it or a float, which is promoted. Point, vector and normal are matched as one type; the
+// result is one of them:
 //
 //     point - point    vector        point + vector   point         normal + normal  normal
 //     float * normal   normal        vector * point   vector        vector + normal  vector
@@ -28,8 +29,8 @@ bool IsPoint(const SlcTypeNode* type)
     return !type->IsVectorType() && !type->IsNormalType();
 }
 
-/// Returns the type of a sum or difference: point plus vector is a point, point minus point a
-/// vector.
+/// Returns the type of a sum or difference of two types of the point family: point plus vector is a
+/// point, point minus point a vector.
 SlcTypeNode* KindOfSum(const SlcTypeNode* left, const SlcTypeNode* right, bool isDifference)
 {
     if (isDifference && IsPoint(left) && IsPoint(right))
@@ -48,7 +49,8 @@ SlcTypeNode* KindOfProduct(const SlcTypeNode* left, const SlcTypeNode* right)
     return hasVector ? SlcTypeNode::AVector() : SlcTypeNode::ANormal();
 }
 
-/// Returns the result type if an operand is of the point family; otherwise null.
+/// Returns the type of the result if one operand is of the point family, and the other is too or is
+/// a float; otherwise null.
 SlcTypeNode* PointResult(const SlcBinOpExprNode& operation)
 {
     SlcTypeNode* left = Find(operation.GetLeft(), SlcTypeNode::APoint());
@@ -99,8 +101,8 @@ Types SlcTypesOfBinOp(const SlcBinOpExprNode& operation)
         return fits ? Types{SlcTypeNode::AFloat()} : Types{};
     }
     if (operation.IsCrossProd()) {
-        // The result has the kind that the context requires: a vector, a normal, or a point in
-        // shaders that use only points.
+        // The context determines whether the result is a vector, a normal or, in a shader that
+        // uses only points, a point.
         return BothContain(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
                                                              : Types{};
     }

@@ -4,7 +4,8 @@
 //        exactly, or, if there is none, by promotion
 //     2. collect the types that these overloads expect of each argument; report an argument of
 //        which they expect different types
-//     3. look up the overload for the types in the scope; arrays are matched by their lengths
+//     3. if there are several overloads, look up the one for these types in the scope, or prefer
+//        one whose arrays have the lengths of the arguments
 //
 //     float x = noise(P)      a float is requested: of the overloads of noise with that result,
 //                             one takes a point; a triple as the argument would become a point
@@ -26,8 +27,8 @@ using namespace SlcTypedExpr;
 
 namespace {
 
-/// The types of shaders in which a function exists. If `arguments` is not 0, this concerns only
-/// calls with that number of arguments.
+/// A function that exists only in some types of shaders: `in` returns true for them. If `arguments`
+/// is not 0, this concerns only calls with that number of arguments.
 struct Availability {
     std::string_view name;
     bool (*in)(const SlcShaderTypeNode& shader);
@@ -63,7 +64,8 @@ bool IsFilterstep(const SlcFuncSymbolEntry& entry)
     return entry.GetOrigin() == SlcFuncOrigin::BuiltIn && entry.GetName() == "filterstep";
 }
 
-/// A formal of type any accepts the argument unchanged.
+/// Returns the type that the argument must have: for a formal of type any, the first type of the
+/// argument.
 SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
 {
     return formal->IsAnyType() ? FirstType(argument) : formal;

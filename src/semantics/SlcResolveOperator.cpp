@@ -1,7 +1,8 @@
-// Determines the types of the operands of an operator from the type of its result. Comparisons have
-// no type: the orderings compare floats, and `==` and `!=` need exactly one pair of types that can
-// be compared; otherwise they are reported. If both operands are wrong, as in "a" + "b", there is
-// only one report. Warnings for legal but doubtful operations, such as P + P, are raised here too.
+// Determines the types of the operands of an operator, for arithmetic from the type of its result.
+// A comparison has no type: the orderings compare floats, and `==` and `!=` need exactly one pair
+// of types that can be compared; otherwise they are reported. If both operands are wrong, as in
+// "a" + "b", there is only one report. Warnings for legal but doubtful operations, such as P + P,
+// are raised here too.
 //
 //     requested color:   2 * noise(s)   left float, promoted; right the noise that returns a color
 //     nothing requested: s == (1, 0, 0) float with point, or float with color: ambiguous
@@ -65,9 +66,10 @@ bool IsComparable(const SlcExprNode* expr)
     return false;
 }
 
-/// Returns a call in `expr`, for example of noise, that could also return a float; null if there is
-/// none. The right side of an operator counts only if it is itself a call; the search continues in
-/// the left side, so that chains of any length take linear time.
+/// Returns a call in `expr`, for example of noise, that could also return a float; null if the
+/// search finds none. It enters negations and operators whose result could be a float. The right
+/// side of an operator counts only if it is itself a call; the search continues in the left side,
+/// so that chains of any length take linear time.
 const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
 {
     while (HasType(expr, T::AFloat())) {
@@ -113,8 +115,8 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
     SlcExprNode* left = operation->GetLeft();
     SlcExprNode* right = operation->GetRight();
     if (wanted) {
-        // A type is in the operator's set only if a side has it; a float on the other side is
-        // promoted.
+        // A type is in the operator's set only if a side has it, where the point family counts as
+        // one type; a float on the other side is promoted.
         SlcTypeNode* leftType = Find(left, wanted);
         SlcTypeNode* rightType = Find(right, wanted);
         SetUnique(left, leftType ? wanted : T::AFloat());
@@ -262,7 +264,8 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
         SetUnique(right, pairs.front().right);
         return;
     }
-    // If there are several pairs, one side has several types, and the report names that side.
+    // If there are several pairs, at least one side has several types. The report names the left
+    // side if it has.
     const bool isLeft = pairs.front().left != pairs.back().left;
     m_errors->Error(equality, (isLeft ? "Ambiguous type for left expression of "
                                       : "Ambiguous type for right expression of ") +

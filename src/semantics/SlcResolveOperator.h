@@ -4,22 +4,24 @@
 #include "frontend/SlcRelationNodes.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Determines the types of the operands of an operator from the type that the context requests, and
-/// reports invalid operands. The operands must have their sets of types; the caller resolves their
-/// operands.
+/// Determines the types of the operands of an operator, and reports invalid operands. The types
+/// follow from the type that the context requests or, for comparisons and for dot and cross
+/// products, from the operands. The operands must have their sets of types; the caller then
+/// resolves the parts of the operands.
 class SlcResolveOperator {
 public:
     explicit SlcResolveOperator(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// Resolves arithmetic and products. The requested type is the unique type of the operator,
-    /// here and in the next two functions; if it is not in the operator's set, it is replaced by
-    /// one that is.
+    /// Resolves arithmetic, dot and cross products. The requested type is the unique type of the
+    /// operator, here and in the next two functions; if it is not in the operator's set, it is
+    /// replaced by one that is, unless the set is empty.
     void Resolve(SlcBinOpExprNode* operation);
     void Resolve(SlcUMinusExprNode* minus);
     void Resolve(SlcCondExprNode* conditional);
     /// Resolves `<`, `>`, `<=` and `>=`, which compare floats.
     void Resolve(SlcRelOpNode* ordering);
-    /// Resolves `==` and `!=`, which compare values of one type, or a value with a float.
+    /// Resolves `==` and `!=`, which compare two values of one type, or a float with a color, a
+    /// matrix or a member of the point family.
     void Resolve(SlcEqOpNode* equality);
 
 private:
@@ -32,7 +34,7 @@ private:
     /// Warns of a sum with points that is most likely a mistake. `left` and `right` are the types
     /// of the operands; null for a float that is promoted.
     void WarnOfSum(SlcBinOpExprNode* operation, const SlcTypeNode* left, const SlcTypeNode* right);
-    /// Reports that the two sides have no types that can be compared.
+    /// Reports that one side cannot be compared at all, or the two sides not with each other.
     void ReportIncomparable(SlcEqOpNode* equality);
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -1,7 +1,7 @@
 // Texture accesses are not functions. Their arguments are a name, a channel, coordinates (none, two
-// or eight floats, or one or four points), then pairs of a name and a value. The table lists, for
-// each name, the accesses that accept it and the type of its value. A name that is not a constant
-// is known only at run time, so its value is not checked.
+// or eight floats, or one or four points), then names, each with its value ("source" has two to
+// four points). The table lists, for each name, the accesses that accept it and the type of its
+// value. A name that is not a constant is known only at run time, so its value is not checked.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp and tests/golden/bad_textures.sl.
 
@@ -160,7 +160,8 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
         SetUnique(m_args.front(), T::AFloat());
         return -1;
     }
-    // Other numbers of floats match no form; a report then says that a name is expected.
+    // Other numbers of floats match no form. The argument after those taken is then reported: it
+    // is not a name or, if it is the last one, lacks a value.
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
     const auto lacks = [](const SlcExprNode* argument) { return LacksType(argument, T::AFloat()); };
     const auto faulty = std::find_if(m_args.begin(), m_args.begin() + taken, lacks);
@@ -186,7 +187,8 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         std::find_if(m_args.begin(), m_args.end(),
                      [](const SlcExprNode* argument) { return !HasType(argument, T::APoint()); });
     const auto given = static_cast<std::size_t>(firstOther - m_args.begin());
-    // Two or three points match no form either; a report then says that a name is expected.
+    // Other numbers of points match no form. The argument after those taken is then reported: it
+    // is not a name or, if it is the last one, lacks a value.
     const std::size_t taken = given >= k_mostPoints ? k_mostPoints : 1;
     for (std::size_t i = 0; i < taken; ++i)
         SetUnique(m_args[i], T::APoint());
@@ -252,7 +254,7 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
     if (points < 2)
         ErrorOfPlace(m_args[first - 1],
                      "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
-    // Without a point, skip the argument in the position of the first one: it is not a name.
+    // Without a point, skip the argument in the position of the first one, which is a wrong value.
     return std::max<std::size_t>(points, 1);
 }
 

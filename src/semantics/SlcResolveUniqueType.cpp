@@ -1,11 +1,11 @@
-// Selects the type of each part, top-down. Each `Case` determines the types of the operands from
-// the type of the node, then visits them:
+// Selects the type of each part, top-down. Each `Case` determines the types of the operands, in
+// most cases from the type of the node, and then visits the operands:
 //
 //     Ci = 2 * (noise(s) + (1, 0, 0))      a color is requested of the product and the sum, so the
 //                                          triple is a color and noise has the overload for colors
 //
-// If no type is requested, as for an argument of printf, or if the requested type is not in the
-// set, the first type of the set is used; a caller for which that is a fault reports it.
+// An argument whose formal accepts any type, as of printf, gets the first type of its set. If the
+// requested type is not in the set, `ResolveRequestedType` selects another one.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -65,7 +65,8 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
-    // A faulty assignment has its own report; the parts of the value are then checked separately.
+    // A faulty target or value has its own report; the parts of the value are then checked without
+    // a requested type.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
         SelectFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {

@@ -11,15 +11,17 @@
 /// requests, and the overload of every call. Reports expressions without a valid type.
 ///
 /// Requires the sets of `SlcCalculateTypesSets`, and the requested type as the unique type of the
-/// root. If the requested type is not in the set, for example void or error, a fault has already
-/// been reported. The expression then gets the first type of its set, so that only faults inside it
-/// are reported.
+/// root. If the set of a call or an operator lacks the requested type, the expression is a float,
+/// provided that its set contains float and a float can be promoted to that type. Otherwise a fault
+/// has been reported, and the requested type is for example void or error: the expression then gets
+/// the first type of its set, so that only faults inside it are reported.
 class SlcResolveUniqueType : public SlcCodeWalker {
 public:
     explicit SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors);
 
-    /// `scope` is that of the statement, in which overloads are looked up. `shaderType` is that of
-    /// the file's shader, which determines whether some built-ins are rejected.
+    /// Resolves `node`, an expression or a condition. `scope` is that of the statement, in which
+    /// overloads are looked up. `shaderType` is that of the file's shader, which determines whether
+    /// some built-ins are rejected; if it is null, none is.
     void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> scope,
                     SlcShaderTypeNode* shaderType);
 
@@ -41,14 +43,14 @@ private:
     void Case(SlcTextureExprNode* texture) override;
     void Default(SlcSyntaxNode* node) override;
 
-    // These select the types of the operands; none of them visits the operands.
+    // Each of these selects the types of the operands and reports faults. None visits the operands.
     void ResolveAssignment(SlcAssignExprNode* assignment);
     void ResolveCast(SlcCastExprNode* cast);
     void ResolveArray(SlcArrayExprNode* array);
     void ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index);
 
-    /// Resolves a component of a triple or a matrix, which must be a float; otherwise reports
-    /// `fault` at `node`.
+    /// Selects float for a component of a triple or a matrix. If it cannot be a float, reports
+    /// `fault` at `node`, unless the component has its own report.
     void ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate, std::string_view fault);
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -1,5 +1,5 @@
 // Only numbers in the head of the loop count: the start and the bound in `for (i = 0; i < 3; ...)`,
-// optionally with a sign. Conditions that depend on other statements count as "not sure".
+// optionally negated. For any other condition the result is false.
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 
@@ -24,7 +24,8 @@ std::optional<double> NumberOf(const SlcExprNode* expr)
     return constant->GetFloatConst()->GetValue();
 }
 
-/// Returns the value of `expr`, if it is known, after the loop's first assignment, `start`.
+/// Returns the value of `expr` after `start`, the assignment before the first round, if `expr` is a
+/// number or the variable that `start` sets to a number; otherwise nothing.
 std::optional<double> FirstNumberOf(const SlcExprNode* expr, const SlcEqAssignExprNode& start)
 {
     const auto* variable = dynamic_cast<const SlcIdentExprNode*>(expr);

@@ -4,12 +4,14 @@
 //     1. SlcCalculateTypesSets     from the operands up: which types each part could have
 //     2. SlcResolveUniqueType      from the whole down: which one it has, which overload is called
 //     3. SlcCheckDetail            from the operands up: uniform, varying, or open in a function
-//        SlcCheckInlineDetail      at a call: the body again, with the details of this call
-//     4. SlcCheckUsage             in the order of execution: reads of unset variables
+//        SlcCheckInlineDetail      at the call of a user function: its body, with the details of
+//                                  this call
+//     4. SlcCheckUsage             in the order of execution: reads of unset variables; only if
+//                                  warnings are enabled
 //
-// The first three store their results in the annotations of the nodes (SlcPossibleTypes), and the
-// overload in the call. A reported expression gets a type that later rules accept without a report,
-// in most cases the error type.
+// The first three store their results in the annotations of the nodes (SlcPossibleTypes, and for
+// the targets of assignments SlcLValueType), and the overload in the call. A reported expression
+// gets a type that later rules accept without a report, in most cases the error type.
 
 #include "semantics/SlcSemantics.h"
 

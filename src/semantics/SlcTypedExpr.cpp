@@ -1,5 +1,6 @@
 // A requested type that is not in the set is replaced by one of the set, so that every node has a
-// type that its rule can handle. Float takes precedence over the first type, since it is promoted.
+// type that its rule can handle. A float that can be promoted to the requested type takes
+// precedence over the first type.
 
 #include "semantics/SlcTypedExpr.h"
 

@@ -4,23 +4,25 @@
 
 #include "symbols/SlcPossibleTypes.h"
 
-/// Short forms for queries of the typing passes on an expression with a set of types.
+/// Short forms for the queries and selections of the typing passes, on an expression that has its
+/// set of types.
 namespace SlcTypedExpr {
 
-/// Returns the first member of the set that is the same type as `type`, or is error; null if there
-/// is none.
+/// Returns the first member of the set that is the same type as `type` or, unless `type` is void,
+/// is error; null if there is none. The point family counts as one type.
 [[nodiscard]] inline SlcTypeNode* Find(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
 }
 
-/// True if the set contains `type`, or error; the point family counts as one type.
+/// True if the set contains `type` or error, as compared by `Find`.
 [[nodiscard]] inline bool HasType(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;
 }
 
-/// True if the set contains the type, one that is promoted to it, or one that it is promoted to.
+/// True if the set contains `type` or error, as compared by `Find`, or a type that is promoted to
+/// `type` or to which `type` is promoted.
 [[nodiscard]] inline bool Matches(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
@@ -32,7 +34,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }
 
-/// True if the expression can have no type; its own rule reports why.
+/// True if the expression can have no type; its own rule, or that of one of its parts, reports why.
 [[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
 {
     return TypesOf(expr).empty();
@@ -45,7 +47,8 @@ namespace SlcTypedExpr {
     return !types.empty() && types.front()->IsErrorType();
 }
 
-/// True if the expression has its own report, so that a context must not report a missing type.
+/// True if the expression has or gets its own report, so that a context must not report that a type
+/// is missing.
 [[nodiscard]] inline bool HasOwnReport(const SlcExprNode* expr)
 {
     return IsUntyped(expr) || IsFaulty(expr);
@@ -57,21 +60,23 @@ namespace SlcTypedExpr {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
 }
 
-/// Selects the type, which the walk reads when it visits the expression.
+/// Selects the type, which `SlcResolveUniqueType` reads when it visits the expression.
 inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 {
     SlcPossibleTypes::Of(expr)->SetUniqueType(type);
 }
 
-/// Selects the first type of the set, if the context gives no reason to choose another.
+/// Selects the first type of the set, or error if the set is empty. For a context that gives no
+/// reason to choose another type.
 inline void SelectFirst(const SlcExprNode* expr)
 {
     SetUnique(expr, FirstType(expr));
 }
 
-/// Sets the requested type of an expression to one of its set, and returns it: the requested type
-/// if the set contains it, float if that is promoted to it, otherwise the first of the set; error
-/// for a faulty expression. Null if the set is empty.
+/// Replaces the requested type, the unique type of the expression, unless the set contains it. The
+/// replacement is float if the set contains float and a float is promoted to the requested type,
+/// otherwise the first type of the set, which is error for a faulty expression. Returns the unique
+/// type. If the set is empty, returns null and changes nothing.
 SlcTypeNode* ResolveRequestedType(const SlcExprNode* expr);
 
 }  // namespace SlcTypedExpr

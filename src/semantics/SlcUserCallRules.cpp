@@ -1,6 +1,6 @@
-// A call of a user function has the detail of its body with this call's arguments. The same rules
-// apply to a call in a statement and to a call in a body that is being evaluated: both walkers pass
-// the place of the call (SlcCallPlace).
+// A call of a user function has the detail of its body with this call's arguments. Most rules are
+// the same for a call in a statement and for a call in a body that is being evaluated: both walkers
+// pass the place of the call (SlcCallPlace).
 //
 //     shader code      f(s)      formals get the details of the arguments, the body is evaluated
 //     in f             g(x)      the same, one level deeper, with the detail of x in this
@@ -8,8 +8,8 @@
 //
 // Calls with equal inputs share an evaluation (SlcInlineResults), unless the body accesses outer
 // variables, whose details may have changed in between. Evaluations that cannot be shared are
-// counted, and rejected if there are too many. A chain of calls is also rejected if the stack does
-// not suffice.
+// counted, and rejected if there are too many. A chain of calls is also rejected if it is too deep
+// or the stack does not suffice.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp and SlcCheckLightStatementsTest.cpp.
 
@@ -32,7 +32,7 @@
 
 namespace {
 
-// The stack that the walk of one body may need; a deeper chain of calls is rejected.
+// The stack that the walk of one body may need; a call is rejected if less is left.
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
 /// Returns the detail of a call that has been reported: uniform, so that no later rule reports it.
@@ -48,8 +48,8 @@ struct Passed {
     SlcExprNode* argument;
 };
 
-/// Marks the function as called if shader code reaches the call. Returns false, after a report, if
-/// this kind of shader must not contain the function's light statements.
+/// If shader code reaches the call, marks the function as called, and returns false, after a
+/// report, if this kind of shader must not contain the function's light statements.
 template <class Walker>
 bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
@@ -75,7 +75,8 @@ bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
     return true;
 }
 
-/// Pairs the formals with the arguments of the call. `stage` ends the text of an internal error.
+/// Pairs the formals with the arguments of the call, in order. `stage` ends the text of an internal
+/// error.
 std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& info,
                                   SlcProcCallExprNode* call, const char* stage)
 {
@@ -103,8 +104,9 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
     return passed;
 }
 
-/// True if the argument is known not to be uniform. Within a function, an unknown detail is checked
-/// only when shader code calls the function.
+/// True if an argument of this detail must not be passed to a uniform formal. An unknown detail is
+/// rejected only if shader code reaches the call; if not, the calls of the enclosing function
+/// decide later.
 template <class Walker>
 bool IsKnownNotUniform(const Walker& walker, const SlcDetailNode* argument)
 {
@@ -163,7 +165,8 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
     return true;
 }
 
-/// Returns the variable, if the argument is one without index or operators; null otherwise.
+/// Returns the variable if the argument is just its name, with `extern` aliases resolved; otherwise
+/// null.
 SlcPtr<SlcVarSymbolEntry> VariableOf(const SlcExprNode* argument)
 {
     const auto* named = dynamic_cast<const SlcIdentExprNode*>(argument);
@@ -235,8 +238,11 @@ SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
     return result;
 }
 
-/// Returns the detail of the call, whose arguments have been passed; null if the call would nest
-/// light statements. Sets the inline details of the formals to those at the end of the body.
+/// Returns the detail of the call, after the inline details of the formals have been set to those
+/// of the arguments; null if the call would nest light statements. Sets the inline details of the
+/// formals to those at the end of the body. If the chain of calls is too deep, the stack too small
+/// or the budget used up, reports the first such call of the compile and returns the detail of a
+/// rejected call.
 template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)

@@ -1,5 +1,5 @@
-// All memory of the program comes from an arena: a compile makes a hundred small objects per line
-// of source and then ends, and malloc and free took a quarter of its time. The program has one
+// All memory that `new` allocates comes from an arena: a compile makes a hundred small objects per
+// line of source and then ends, and malloc and free took a quarter of its time. The program has one
 // thread. Builds with sanitizers omit this file, since sanitizers watch the system's memory.
 
 #include <cstddef>
