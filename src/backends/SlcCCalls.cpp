@@ -1,10 +1,12 @@
-// Statements that call a primitive of the run time: transforms, lights, built-ins, shadeops.
+// Statements for transforms, lights, built-ins, texture footprints and shadeops.
 //
-// The forms of a primitive differ in their suffix. A condition is the first argument of transforms,
-// the last one of ILLUMINANCE and texture footprints, and follows the result of all others. A list
-// of arguments of variable length becomes an array of their addresses and its length; for a format
-// string that does not match its arguments, a string of type letters precedes the call. A shadeop
-// gets the addresses of its result and its arguments:
+// The forms of a primitive, such as the one for the whole grid, differ in their suffix. A condition
+// is the first argument of transforms, the last one of ILLUMINANCE and footprints, and follows the
+// result of all others. If a call for the whole grid is written for one point (WriteCallAtPoint),
+// its condition becomes an `if`. A list of arguments of variable length becomes an array of their
+// addresses and its length. Unless the format of a `printf` or `format` is known to match its
+// arguments, the variable `theTypes` with one letter per argument precedes the call. A shadeop gets
+// an array of the addresses of its result and its arguments:
 //
 //     d = f(w, 2)      {
 //                          int dsoArgc = 3; void *dsoArgv[3];
@@ -232,7 +234,7 @@ void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
                    code->m_condition);
 }
 
-/// A footprint always covers the whole grid, so the name of its primitive has no suffix for that.
+/// A footprint always covers the whole grid, so the name of its primitive has no suffix "_SIMD".
 void SlcCStatements::WriteFootprint(SqxPrimitive primitive, Texts operands,
                                     const SlcOperand& condition)
 {
@@ -253,7 +255,7 @@ std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const cha
 }
 
 /// A string result is returned through a separate pointer: the text belongs to the library, and the
-/// variable gets a copy that it can free.
+/// variable gets a copy, which the shader frees.
 void SlcCStatements::Case(SlcPtr<SlcCallDSOICode> code)
 {
     const std::size_t count = code->m_args.size() + 1;
@@ -306,8 +308,8 @@ void SlcCStatements::WriteShadeopArgument(const SlcOperand& argument, std::size_
     Line(slot, temporary, ";");
 }
 
-/// A shadeop expects the array of one point as consecutive elements, but a varying array is stored
-/// element by element.
+/// A shadeop expects the array of one point as consecutive elements, but a varying array contains
+/// its first element for all points, then its second.
 void SlcCStatements::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
     const std::string assign = ShadeopAssignName(ElementType(code->m_dest), "array");

@@ -1,7 +1,8 @@
-// The locals of a body and their storage. A varying local is an array with an element per point.
-// One block of memory holds the arrays of all of them, and freeing its start frees them all.
+// The locals of the generated functions and their storage. A varying local has a value for each
+// point. One block of memory contains the values of all varying locals; the local at its start is
+// also the address by which the block is freed.
 //
-//     struct { float *a; char **s; } v     block: s for all points, then a for all points
+//     struct { float *a; const char **s; } v     block: s for all points, then a for all points
 //
 // Tested by tests/backends/CFileTest.cpp.
 
@@ -53,7 +54,7 @@ SlcCLocals::PointSize SlcCLocals::SizeOfPoint() const
     return size;
 }
 
-/// Pointers come first, since they would not be aligned after an odd number of floats.
+/// Strings come first, since pointers would not be aligned after an odd number of floats.
 std::vector<SlcOperand> SlcCLocals::InBlockOrder() const
 {
     std::vector<SlcOperand> ordered = m_varying;

@@ -11,9 +11,9 @@
 /// that makes and frees them.
 ///
 /// Each such function accesses its uniform locals as members of `u` and its varying ones as members
-/// of `v`. A uniform local is stored as its value. So is a reference to an element, which is one
-/// pointer even if the element varies. A varying local is a pointer to the values of all
-/// points, and all varying locals share one block of memory.
+/// of `v`. A uniform local is stored as its value. A reference to an element is also in `u`, as one
+/// pointer, even if the element varies. A varying local is a pointer to the values of all points,
+/// and all varying locals of a function share one block of memory.
 ///
 /// The three functions with locals create them in different ways, for compatibility with existing
 /// files: the body calls separate functions, the two for default values contain the statements.
@@ -32,16 +32,18 @@ public:
     void GenCreateLocalVars();
     void GenDestroyLocalVars();
 
-    /// Write the locals of the function that initializes an instance's default values: the
-    /// statements at its start and at its end. It runs without a grid, so each local has one value.
+    /// Write the statements at the start and at the end of the function that computes an instance's
+    /// default values: they declare its locals and free their strings. The function runs without a
+    /// grid, so each local has one value.
     void GenInstanceLocals();
     void FreeInstanceLocals();
-    /// Do the same for the function that computes default values for a grid; `numMp` must be
-    /// declared.
+    /// Do the same for the function that computes default values for a grid, which must declare
+    /// `numMp` and `polyCnt`. The last statement also frees the block of varying locals.
     void GenShadeTimeLocals();
     void FreeShadeTimeLocals();
 
-    /// Returns how many floats have room for one value of the type of `local`; 0 for strings.
+    /// Returns a number of floats that has room for one value of `local`, for an array all its
+    /// elements; 0 for strings.
     [[nodiscard]] static int FloatsOf(const SlcOperand& local);
 
 private:
@@ -56,7 +58,8 @@ private:
     [[nodiscard]] PointSize SizeOfPoint() const;
     /// Returns the varying locals in the order of their shares in the block.
     [[nodiscard]] std::vector<SlcOperand> InBlockOrder() const;
-    /// Writes code that assigns the local its share of the block, at `ptr`, and advances `ptr`.
+    /// Writes code that assigns the local its share of the block, at `ptr`, initializes strings as
+    /// empty, and advances `ptr`.
     void GenVaryingLocal(const SlcOperand& local);
     /// Writes the declaration of the local as a member of a structure of values.
     void GenMember(const SlcOperand& local);
@@ -68,7 +71,7 @@ private:
     void FreeStrings(const SlcOperand& local, const char* uniformAccess, const char* varyingAccess);
 
     SlcEquCType m_types;
-    std::vector<SlcOperand> m_all;  // in order of first use by the lists
+    std::vector<SlcOperand> m_all;  // in the order in which they were added
     std::vector<SlcOperand> m_uniform;
     std::vector<SlcOperand> m_varying;
 };

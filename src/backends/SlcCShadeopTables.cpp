@@ -6,12 +6,12 @@
 //     static SlcDSOInfo s_theDSOInfo[2];          #define DSOINFO_lib_so_blend 0 ...
 //
 //     QxShadeopNeeds  data: the library and the names of the three functions of each row
-//     QxInitDSO       once: opens each library, looks up the three functions of each row, and
+//     QxInitDSO       once: opens each library, looks up the functions that a row names, and
 //                     calls `init`, which creates the data for its method
 //     QxCleanupDSO    once: calls `cleanup` on that data, closes the libraries
 //
-// If a library lacks a function, its pointer is null and a call does nothing; the host library
-// rejects such a shader before it runs.
+// If a library lacks a function, the function's pointer is null and a call does nothing; the host
+// library rejects such a shader before it runs.
 //
 // Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
@@ -92,7 +92,7 @@ void SlcCShadeopTables::GenShadeopTables()
 }
 
 /// Writes data for programs that read the shared object without loading it: four texts per shadeop,
-/// each terminated by a null.
+/// each terminated by a null character.
 void SlcCShadeopTables::GenNeeds()
 {
     const auto functions = Unique(m_functions, InfoName);

@@ -8,23 +8,26 @@
 class SlcFuncDSOSymbolEntry;
 
 /// Writes the support code for shadeop calls in a C++ file: the tables of open libraries and of
-/// functions, and the two functions that fill and clear them.
+/// functions, the function that opens the libraries and fills the tables, and the one that cleans
+/// up and closes the libraries.
 class SlcCShadeopTables : private SlcCText {
 public:
     using Functions = std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>;
 
-    /// `functions` are those that the shader calls; they must outlive the writer.
+    /// `functions` lists the shadeops that the shader calls. The list and `out` must outlive the
+    /// writer.
     SlcCShadeopTables(SlcText& out, const Functions& functions)
         : SlcCText(out),
           m_functions(functions)
     {
     }
 
-    /// Writes the tables, and the function that opens the libraries and fills the tables when it is
-    /// first called.
+    /// Writes the tables, then, if there are shadeops, data from which a program can read which
+    /// libraries and functions the shader needs, and last the function that opens the libraries and
+    /// fills the tables when it is first called.
     void GenInitDSO();
-    /// Writes the function whose first call runs the cleanup functions of the libraries and closes
-    /// them. The tables must precede it in the file.
+    /// Writes the function whose first call runs the cleanup functions of the shadeops and closes
+    /// their libraries. The tables must precede it in the file.
     void GenCleanupDSO();
 
 private:

@@ -1,6 +1,6 @@
 // The description of a shader in its shared object is a byte-code file: declarations and default
-// values in the usual form, with an empty main block. Facts that a reader would find in the code of
-// the main block, the uses of predefined variables and lights, precede the byte-code as lines of
+// values in the usual form, with an empty main block. Facts that a reader of byte-code finds in the
+// instructions, the uses of predefined variables and lights, precede the byte-code as lines of
 // numbers:
 //
 //     1        version of these lines
@@ -50,7 +50,8 @@ std::string Description(SlcInterForm& form)
     }
 }
 
-/// How the instructions of a shader use the predefined variables, which have the first numbers.
+/// Collects how the main list and the default values of a shader use lights and the predefined
+/// variables, which have the first numbers.
 class Uses : private SlcOperandWalker {
 public:
     explicit Uses(const SlcInterForm& form)

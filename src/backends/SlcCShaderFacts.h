@@ -11,7 +11,7 @@ class SlcCShaderFacts : private SlcCText {
 public:
     explicit SlcCShaderFacts(SlcText& out) : SlcCText(out) {}
 
-    /// Writes the description. Must follow the code of the shader, since it assigns new numbers and
-    /// constants to the operands of default values.
+    /// Writes the description. Call it after the code of the shader has been written, since it
+    /// numbers the shader's operands and replaces constants in the lists of default values.
     void Gen(SlcInterForm& form);
 };

@@ -1,14 +1,14 @@
-// The instructions that every body has: control flow, arithmetic, assignments, arrays and flags. An
-// instruction becomes a line, nearly always a macro call:
+// Statements for control flow, arithmetic, assignments, arrays and flags. Most instructions become
+// one line, a macro call:
 //
 //     Ci = x * y        MULT_FLOAT_COLOR(i_hiddens.GetCi()[polyCnt], v.T1_[polyCnt], u.T2_);
 //
-// An operand has two texts: at one point (Text), used in a loop over points, and as the array of
-// the grid (Grid), used by a whole-grid form. An empty statement follows each label, since a block
-// may end there.
+// A varying operand has two texts: its value at one point (Text), used in a loop over points, and
+// the array of its values (Grid), used by a whole-grid form. An empty statement follows each label,
+// since a block may end there.
 //
 // docs/generated-code.md lists the macros. Tested by tests/backends/CStatementsTest.cpp, and by
-// tests/compile, which builds all of it.
+// tests/compile, which compiles the generated code of whole shaders.
 
 #include "backends/SlcCStatements.h"
 

@@ -17,25 +17,24 @@
 class SlcSemanticError;
 
 /// Writes instructions as C++ statements. Nearly every statement is a macro call. The name of the
-/// macro consists of the operation, the types of the operands, and suffixes that state whether it
-/// runs over the whole grid, and whether only where a flag is set.
+/// macro consists of the operation, for operators the types of the operands, and suffixes that
+/// state whether it runs over the whole grid, and whether only where a flag is set.
 ///
-/// The enclosing function must declare the names that the statements use: `i_hiddens`,
-/// `i_visibles`, `u`, `v`, `numMp`, `polyCnt` and, where lights are queried, `mustEvalLights` and
-/// the lights.
+/// The enclosing function must declare the names that its statements use, such as `i_hiddens`,
+/// `i_visibles`, `u`, `v`, `numMp` and `polyCnt`; docs/generated-code.md lists them.
 class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
     /// `out` must outlive the object.
     SlcCStatements(SlcPtr<SlcSemanticError> errors, SlcText& out);
 
-    /// Writes the body of a function or block. It ends with an empty statement, since a label may
-    /// be the last instruction. Declarations that statements need are in separate braces, since a
-    /// jump must not enter their scope.
+    /// Writes the statements of a list, and an empty statement at the end. Declarations that
+    /// statements need are in separate braces, since a jump must not enter their scope.
     void PrintListICode(const SlcListICode& list);
 
     /// Returns the writer of operands, which knows the references that earlier statements bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
-    /// Ends the compile with a report of a fault of the compiler, at the last comment, if any.
+    /// Ends the compile with a report of a fault of the compiler, at the place in the source of the
+    /// last comment instruction, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
 
 private:
@@ -105,7 +104,7 @@ private:
     {
         WriteCall(SqxFormName(primitive, form), arguments);
     }
-    /// Return the operand at the current point, and as the array of the grid.
+    /// Return the text of the operand at the current point, and that of the array of its values.
     [[nodiscard]] std::string Text(const SlcOperand& operand);
     [[nodiscard]] std::string Grid(const SlcOperand& operand);
     [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);
@@ -118,11 +117,11 @@ private:
     void WriteGridCall(const SlcCallICode& code);
     /// `condition` may be null.
     void WriteFootprint(SqxPrimitive primitive, Texts operands, const SlcOperand& condition);
-    /// Stores the address of the argument, or of a copy of a constant, at index `place` of the
-    /// list.
+    /// Writes code that stores the address of the argument, or of a copy if it is a constant, at
+    /// index `place` of the array that a shadeop gets.
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
-    /// Returns the `SlcAssignName` for this type on both sides; `what` names the value in the
-    /// report if the type has none.
+    /// Returns the `SlcAssignName` for this type on both sides. If the type has none, the compile
+    /// ends with a report in which `what` names the value.
     [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;
 
     SlcPtr<SlcSemanticError> m_errors;

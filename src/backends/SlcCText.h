@@ -17,8 +17,8 @@ protected:
         (m_out << ... << parts) << '\n';
     }
 
-    /// Writes a loop that runs the statement for each point, `polyCnt` of `numMp`; the enclosing
-    /// function must declare both.
+    /// Writes a loop that runs the statement for each point: `polyCnt` counts to `numMp`. The
+    /// enclosing function must declare both.
     void LineForEachPoint(std::string_view statement)
     {
         Line("\tfor (polyCnt = 0; polyCnt < numMp; ++polyCnt) {");

@@ -1,9 +1,10 @@
-// The values of one code block: names, operands, literals and jumps. A forward jump leaves a gap
-// that is filled once its label has a position:
+// The values of one code block: numbers of instructions and operands, literals and jump targets. A
+// forward jump leaves a gap that is filled when all labels have been added:
 //
 //     goto L; x = 1; L:        GOTO ? ASSIGN x 1       and at the end        GOTO 5 ASSIGN x 1
 //
-// Every value is checked to fit into 16 bits; overflow is reported once per kind of value.
+// Operands, literals and jump targets are checked to fit into 16 bits; overflow is reported once
+// per kind of value.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp.
 

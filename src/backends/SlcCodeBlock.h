@@ -13,7 +13,8 @@
 #include "icode/SlcLexType.h"
 #include "sqx/SqxPrimitive.h"
 
-/// One code block: 16-bit values, and the jumps whose labels have no position yet.
+/// One code block: 16-bit values, the positions of its labels, and the jumps whose labels have no
+/// position yet.
 ///
 /// A value that does not fit into 16 bits is reported, once per kind of value even across blocks;
 /// the code is then invalid.
@@ -34,18 +35,19 @@ public:
     void AddInstr(SqxPrimitive primitive, SqxForm form = SqxForm::Plain);
     /// Adds a literal, -1 or not negative. `what` names it in the report if it does not fit.
     void AddConst(int value, std::string_view what);
-    /// Adds the number of a variable or constant, which some section of the file has declared.
+    /// Adds the number of a variable or constant; reports one that no section of the file has
+    /// declared.
     void AddVar(const SlcOperand& operand);
     /// Adds each of the operands; `AddVarIfSet` adds nothing for a null operand.
     void AddVars(const std::deque<SlcOperand>& operands);
     void AddVarIfSet(const SlcOperand& operand);
-    /// Adds the position of a label, which may still be undefined.
+    /// Adds the position of a label, which may be placed later.
     void AddGotoLabel(const SlcLabel& label);
     /// Places the label, which must outlive the block, at the current position.
     void AddLabelRef(const SlcLabel& label);
 
-    /// Fills in the forward jumps, after all labels have been added. Returns the name of a label
-    /// that was not added; empty if there is none.
+    /// Fills in the forward jumps; call it after all labels have been placed. Returns the name of
+    /// the first label that a jump refers to but that was not placed; empty if there is none.
     [[nodiscard]] std::string ResolveUnknownLabels();
     [[nodiscard]] const std::vector<std::int16_t>& Values() const { return m_values; }
 

@@ -1,4 +1,5 @@
-// Makes equal constants of a list share one operand, so that the file declares each once:
+// Makes equal constants of one or more lists share one operand, so that the section of the file
+// that declares the constants of these lists contains each once:
 //
 //     x = 1; y = 1; z = PI       constants 1 and 3.14159; the first two instructions share 1
 //

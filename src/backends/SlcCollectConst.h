@@ -8,8 +8,9 @@
 #include "icode/SlcListICode.h"
 #include "icode/SlcOperandWalker.h"
 
-/// Makes equal constants of a code block share one operand, so that the byte-code file lists each
-/// value once. Runs just before the writer numbers the variables.
+/// Makes equal constants of a code block, or of a group of initializers, share one operand, so that
+/// the section of the byte-code file that declares them contains each once. Runs before the writer
+/// numbers the constants.
 ///
 /// The order of the constants depends only on their values, not on the order of use.
 class SlcCollectConst : private SlcOperandWalker {
@@ -17,8 +18,8 @@ public:
     /// Replaces the constants that `list` reads by shared operands, and returns these in
     /// `constants`.
     void Collect(SlcPtr<SlcListICode>& list, std::deque<SlcOperand>& constants);
-    /// Does the same for a group of parameter initializers and the operands that hold their values;
-    /// a value may itself be a constant. `lists` and `defaults` correspond by index.
+    /// Does the same for a group of parameter initializers, `lists`, and the operands that hold
+    /// their values, `defaults`, which may themselves be constants.
     void CollectInit(std::deque<SlcPtr<SlcListICode>>& lists,
                      std::deque<std::deque<SlcOperand>>& defaults,
                      std::deque<SlcOperand>& constants);

@@ -1,5 +1,6 @@
-// The name of an operation with its types: ADD for `a + b`, ADD_FLOAT_COLOR for a float and a
-// color. The point family has one word, since the operations on its members are the same.
+// The name of an operation: a root, such as ADD for `a + b`, and a word for the type of each
+// operand, such as ADD_FLOAT_COLOR for a float and a color. The point family has one word, since
+// the operations on its members are the same.
 //
 // Tested by tests/backends/ByteCodeTableTest.cpp.
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr std::size_t k_longestName = 30;  // an estimate for `reserve`
 
-/// Returns the root and a word for the type of each operand that has one.
+/// Returns the root and, for each operand, the word for its type, if there is one.
 std::string Named(std::string_view root, std::initializer_list<const SlcOperand*> operands)
 {
     std::string name;

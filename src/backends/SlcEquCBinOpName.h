@@ -9,7 +9,7 @@
 /// for the type of each operand, such as "ADD_FLOAT_COLOR".
 ///
 /// The point family has one suffix, since point, vector and normal differ only in transforms. An
-/// instruction without a name is fatal.
+/// arithmetic instruction or comparison of a class without a root is fatal.
 class SlcEquCBinOpName : private SlcAllICodeWalker {
 public:
     /// Which operands the name of an inversion lists: both in generated C++, only the source in
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] std::string GetString(const SlcPtr<SlcArithExprICode>& code);
     /// Returns a name such as "ASSIGN_COLOR_FLOAT"; for a whole-grid form, without "_SIMD".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcAssignICode>& code);
-    /// Returns "INVERT_COLOR_COLOR" in C++, "INVERT_COLOR" in byte-code.
+    /// Returns, for a color, "INVERT_COLOR_COLOR" in C++ and "INVERT_COLOR" in byte-code.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcUnaryMinusICode>& code);
     /// Returns a name such as "BOOL_LESS_THEN_FLOAT_FLOAT".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcBinOpBoolExprICode>& code);

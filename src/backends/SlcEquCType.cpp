@@ -1,5 +1,5 @@
-// Tables that map the type tests of operands and shaders to C++ texts. A reference to an element is
-// a pointer to the element's type.
+// Tables that map the types of values and the kinds of shaders to C++ texts. A reference to an
+// element is a pointer to the element's type.
 //
 // Tested by tests/backends/CFileTest.cpp.
 

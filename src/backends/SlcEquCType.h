@@ -17,6 +17,6 @@ public:
 /// Maps kinds of shaders to the enumerators that generated files use.
 class SlcEquCShaderType {
 public:
-    /// An unknown kind is fatal.
+    /// Returns the name of the enumerator, with its class. An unknown kind is fatal.
     [[nodiscard]] std::string GetString(const SlcShaderTypeNode* type) const;
 };

@@ -8,7 +8,8 @@
 // For the whole grid, `[polyCnt]` is omitted. A varying array stores its first element for all
 // points, then its second, so an element is at `array + i * numMp`. References into uniform arrays
 // are recorded (m_flatRefs), since they have one value for all points. In string literals, escapes
-// that C++ does not define lose their backslash, and trigraphs are broken up.
+// that C++ does not define lose their backslash, octal escapes lose a ninth bit, and trigraphs are
+// broken up.
 //
 // Tested by tests/backends/CStatementsTest.cpp.
 
@@ -29,7 +30,8 @@ bool IsWideOctal(const std::string& text, std::size_t i)
     return i + 2 < text.size() && text[i] >= '4' && isOctal(i) && isOctal(i + 1) && isOctal(i + 2);
 }
 
-/// Escapes line ends too, since they would end the literal.
+/// Returns the text of a character in a literal: line ends, which would end the literal, and null
+/// characters as escapes, others unchanged.
 std::string InLiteral(char c)
 {
     switch (c) {

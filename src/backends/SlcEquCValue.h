@@ -31,7 +31,8 @@ public:
     /// even if the index varies; the reference is then bound again for each point.
     void BindRef(const SlcOperand& ref, const SlcOperand& array);
 
-    /// From now on, `GetString` returns this name: a variable that holds the current point's value.
+    /// Until `ForgetKept`, `GetString` returns this name for the operand: a variable that holds the
+    /// value at the current point.
     void Keep(const SlcOperand& operand, std::string name)
     {
         m_kept.insert_or_assign(operand, std::move(name));
@@ -40,7 +41,8 @@ public:
 
     /// Returns a string constant as a C++ literal; `text` includes its quotes. Escapes that C++
     /// does not define are replaced by the characters that they stand for. Adjacent "?" are
-    /// separated, since old dialects would read a trigraph. Octal escapes keep only eight bits.
+    /// separated by a backslash, since old dialects would read a trigraph. Octal escapes keep only
+    /// eight bits.
     [[nodiscard]] static std::string Quote(const std::string& text);
     /// Returns any text as a string literal of C++ or byte-code.
     [[nodiscard]] static std::string Literal(const std::string& text);

@@ -1,5 +1,5 @@
-// An output is written in a private folder next to its place and moved there when it is complete,
-// so that not even a killed run leaves a partial file that looks like a good one.
+// An output is written in a private folder next to its final place and moved to that place when it
+// is complete, so that not even a killed run leaves a partial file that looks like a good one.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp and tests/golden/unwritable_output.sl.
 
@@ -31,8 +31,8 @@ void SlcFileInProgress::Finish(std::string_view contents)
 {
     if (!m_errors->NoError())
         throw SlcCompilationError();
-    // The source determines the shader's name, so a name too long for a file is a fault of the
-    // source.
+    // Not fatal: the source determines the shader's name, so a name that is too long for a file is
+    // a fault of the source.
     if (!m_file->Write(contents) || !m_file->Close() || !m_unfinished.MoveIntoPlace())
         ReportUnwritten();
 }

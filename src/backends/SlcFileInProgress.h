@@ -12,11 +12,12 @@ class SlcSemanticError;
 
 /// A file that appears under its name either complete or not at all. It is written next to its
 /// final place, in a private folder, and `Finish` moves it into place. Without `Finish` it is
-/// removed, even if a signal ends the process.
+/// removed, even if a signal that can be caught ends the process.
 class SlcFileInProgress {
 public:
-    /// A file that cannot be opened is fatal: "Cannot open `name` for `purpose`". A file name that
-    /// is too long is reported, and throws `SlcCompilationError`. Reports call the file `name`.
+    /// Opens a file for writing; `path` is its final place, and reports call it `name`. A file that
+    /// cannot be opened is fatal: "Cannot open `name` for `purpose`". A file name that is too long
+    /// is an error, which is reported before `SlcCompilationError` is thrown.
     SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std::string& path, std::string name,
                       std::string_view purpose);
 

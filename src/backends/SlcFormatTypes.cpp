@@ -1,6 +1,6 @@
 // Decides whether a format string states the types of its arguments correctly, so that the call
-// needs no list of types: each conversion must read the type of its argument, and none may read
-// past the last one.
+// needs no list of types: each conversion must read as many floats as its argument has, or a string
+// if the argument is one, and none may read past the last argument.
 //
 // Tested by tests/backends/CStatementsTest.cpp, PassesTypesThatTheFormatDoesNotState.
 
@@ -64,7 +64,8 @@ char NextConversion(const std::string& format, std::size_t& place)
     return 0;
 }
 
-/// True if the literal has an octal escape, which may stand for a percent sign.
+/// True if the literal has a backslash before a digit: an octal escape may stand for a percent
+/// sign.
 bool HasOctalEscape(const std::string& literal)
 {
     for (std::size_t i = 0; i + 1 < literal.size(); ++i) {

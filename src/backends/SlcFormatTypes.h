@@ -12,5 +12,6 @@
 /// string; for an array, the letter of its elements.
 [[nodiscard]] std::string SlcTypeLetters(const std::deque<SlcOperand>& args);
 
-/// True if the format is a constant and each of its conversions matches the type of its argument.
+/// True if the format is a constant without octal escapes, and each of its conversions has an
+/// argument whose type it can read. There may be more arguments than conversions.
 [[nodiscard]] bool SlcFormatMatches(const std::deque<SlcOperand>& args);

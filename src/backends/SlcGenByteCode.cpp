@@ -28,7 +28,7 @@
 
 namespace {
 
-// The spaces that every file implies, at the start of the form's list.
+// The number of spaces that every file implies; they are the first ones in `m_spaces`.
 constexpr std::size_t k_impliedSpaces = 2;
 
 struct ShaderTypeCode {
@@ -269,7 +269,7 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
         if (parameter.initDependsOnContext != dependsOnContext || m_leftOut.contains(i))
             continue;
         members.push_back(i);
-        // The lists of a group share their constants and the numbering of their locals.
+        // The lists of a group share their constants, and their locals are declared together.
         lists.push_back(parameter.initList);
         values.push_back(parameter.initValues);
         const auto& used = parameter.initList->m_usedLocalVars;

@@ -1,5 +1,5 @@
-// Instructions that call the renderer: built-ins and shadeops, transforms from and to spaces,
-// lights, texture footprints.
+// Instructions for calls of built-ins and shadeops, transforms from and to spaces, lights and
+// texture footprints.
 //
 //     if (f) c = clamp(p, q, r);      CALL_PRIM_CLAMP_3D_SIMD_IF_TRUE c f p q r
 //
@@ -25,7 +25,7 @@ SqxPrimitive Numbered(SqxPrimitive primitive)
                : primitive;
 }
 
-/// A footprint always covers the whole grid, so its name has no suffix for that.
+/// A footprint always covers the whole grid, so its name has no suffix "_SIMD".
 SqxForm FootprintForm(const SlcOperand& condition)
 {
     return condition ? SqxForm::Where : SqxForm::Plain;
@@ -38,7 +38,8 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
     if (SqxCardOf(Numbered(call.m_primitive)).HasNumber())
         return true;
     ++m_faults;
-    // Report a call in a function only once, although the list contains its body once per call.
+    // Report a call in the body of a function only once, although the list contains the body once
+    // for each call of the function.
     if (m_reportedCalls.insert(call.m_node).second)
         m_errors->Error(call.m_node, "'" + std::string(SqxCardOf(call.m_primitive).Name()) +
                                          "' is not available in byte-code, use '--dso'");

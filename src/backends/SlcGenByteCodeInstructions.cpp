@@ -1,9 +1,9 @@
 // The values of each instruction, in the order that the virtual machine expects: its number,
-// usually the result, the condition of a whole-grid form, then the operands that it reads. Numbers
-// are found by names. Operators, except for the unary minus, have the same names as in C++, so that
-// the two outputs stay consistent.
+// usually the result, the condition of a whole-grid form, then the operands that it reads. The
+// number of an operator is found by its name. Operators, except for the unary minus, have the same
+// names as in C++, so that the two outputs stay consistent.
 //
-// Calls of renderer functions are in SlcGenByteCodeCalls.cpp; SlcCCalls.cpp writes their C++.
+// Calls, transforms, lights and textures are in SlcGenByteCodeCalls.cpp.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
 // ByteCodeTableTest.cpp.

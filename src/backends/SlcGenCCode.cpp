@@ -1,8 +1,8 @@
 // The order of the parts of the file, and the parts that contain no code of the shader. Most names
-// come from SlcGeneratedText. The run time's headers and users' commands depend on them.
+// come from SlcGeneratedText; the run time's headers and renderers depend on them.
 //
 // docs/generated-code.md describes the file. Tested by tests/backends/CFileTest.cpp, whose golden
-// texts are whole files, and by tests/host, which runs what they compile to against byte-code.
+// texts are whole files, and by tests/host, which compares shared objects with byte-code.
 
 #include "backends/SlcGenCCode.h"
 
@@ -82,7 +82,7 @@ void SlcGenCCode::CheckSpaceNames()
     for (const SlcStringLiteralNode* space : m_form->m_spaces) {
         const auto [entry, isNew] =
             spaces.emplace(SlcMatrixIndexName(space->GetText()), space->GetText());
-        // A space is only once in the list, so the texts of the two differ.
+        // The list contains each space once, so the texts of the two differ.
         if (!isNew)
             m_errors->Error(m_form->m_shader, "Coordinate spaces " + entry->second + " and " +
                                                   space->GetText() + " have the same name in C++");

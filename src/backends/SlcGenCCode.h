@@ -16,7 +16,8 @@ public:
     /// `options` and `out` must outlive the object.
     SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, SlcText& out);
 
-    /// Writes the whole text. `errors` counts faults; after one, the text is invalid.
+    /// Writes the whole text. Errors are reported to `errors`, which counts them; after one, the
+    /// text is invalid. Numbers the form's operands and merges constants of its default values.
     void GenCCode(SlcInterForm& form);
 
 private:
@@ -33,25 +34,28 @@ private:
     void GenInterfaceVesrion();
     void GenUseRayTracingFunc(bool usesRaytracing);
     void GenModifyPointFunc(bool modifiesPoint);
-    /// Writes a macro with a number for each space, which instructions use.
+    /// Writes a macro for the number of each space, which the statements use.
     void GenMatrixIndexes();
-    /// Writes `QxRegister`: a macro for the number of each parameter, and their descriptions.
+    /// Writes a macro for the number of each parameter, and `QxRegister`, which describes the
+    /// parameters.
     void GenRegisterFunc();
     /// Writes `QxInterrogate`; the next three write its tables.
     void GenInterrogate();
     void GenVisibleVarsFacts();
     void GenHiddenVars();
     void GenDataSizes();
-    /// Writes `QxInitialize`: the default values of an instance.
+    /// Writes `QxInitialize`, which sets the default values of an instance.
     void GenInitialize();
     void GenDefaultValue(std::size_t parameter);
-    /// Writes the value of a parameter until the first grid is shaded: zeros, or empty strings.
+    /// Writes the first value of a parameter whose default value needs shading data: zeros, or
+    /// empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
-    /// Writes the function that computes default values from shading data. The body calls it first,
-    /// but only in surface and volume shaders.
+    /// Writes the function that computes the default values that need shading data. The body calls
+    /// it first, but only in surface and volume shaders.
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
-    /// Writes code that copies a value into a parameter; if it is varying, for all points.
+    /// Writes code that copies a value into a parameter: for all points if the parameter is
+    /// varying.
     void GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                             const SlcOperand& index);
     void GenDestroy();
@@ -64,7 +68,7 @@ private:
     [[nodiscard]] std::string Declaration(const SlcOperand& parameter) const;
     /// True if the evaluate function gets the lights.
     [[nodiscard]] bool IsLitShader() const;
-    /// True if some default value queries lights.
+    /// True if some default value that needs shading data runs the lights or loops over them.
     [[nodiscard]] bool UsesLightsAtShadeTime() const;
     /// Writes the evaluate function; `parameters` are those that the kind of shader adds to the
     /// common ones.
@@ -72,7 +76,7 @@ private:
     /// Writes a static array; a null pointer if there are no values.
     void GenTable(const char* type, const char* name, const std::vector<std::string>& values);
 
-    /// Returns the operand of a parameter, by its index in the file.
+    /// Returns the operand of a parameter, by its index in the order of declaration.
     [[nodiscard]] const SlcOperand& Parameter(std::size_t i) const;
     /// Returns the text that accesses the renderer's variable for a parameter.
     [[nodiscard]] std::string Visible(std::size_t parameter) const;

@@ -1,4 +1,5 @@
-// The body of the shader: it makes the locals, runs the main list, and frees the locals. The
+// The body of the shader, QxEvaluate: in surfaces and volumes it first computes the default values
+// that need shading data; then it makes the locals, runs the main list, and frees the locals. Its
 // parameters depend on the kind of shader.
 //
 // Tested by tests/backends/CFileTest.cpp.

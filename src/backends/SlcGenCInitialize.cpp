@@ -119,8 +119,8 @@ bool SlcGenCCode::UsesLightsAtShadeTime() const
     return false;
 }
 
-/// The parameters of this function have the same names as those of the evaluate function, so that
-/// the same statements are valid in both.
+/// The parameters of the function that is written have the same names as those of the evaluate
+/// function, so that the same statements are valid in both.
 void SlcGenCCode::GenInitializeAtShadeTime()
 {
     SlcCLocals locals(m_out);

@@ -1,11 +1,12 @@
 // The entry points through which a shader describes itself, and the one that frees the results. A
-// renderer calls QxRegister, then QxInterrogate, and QxDestroy last. The tables are static, so a
-// second call returns the same ones.
+// renderer calls QxRegister, then QxInterrogate, and QxDestroy last. The tables, except the list of
+// spaces, are static, so a second call of QxInterrogate returns the same ones.
 //
 //     QxRegister       the parameters, each by its token, name and declaration
-//     QxInterrogate    the kind of shader; spaces, predefined variables and sizes, which the
-//                      renderer needs before it makes an instance; opens the shadeops
-//     QxDestroy        frees what the other two have made
+//     QxInterrogate    the kind of shader; parameters, spaces, predefined variables and sizes,
+//                      which the renderer needs before it makes an instance; opens the libraries
+//                      of shadeops
+//     QxDestroy        frees what the other two have made, and closes the libraries
 //
 // Tested by tests/backends/CFileTest.cpp and tests/host.
 

@@ -2,8 +2,8 @@
 
 #include "symbols/SlcGeneratedNames.h"
 
-/// Names that appear in generated C++, so that definitions and uses agree. The run time's headers,
-/// renderers and users' files depend on them, so odd spellings stay.
+/// Names that appear in generated C++, so that definitions and uses agree. The run time's headers
+/// and renderers depend on them, so odd spellings stay.
 struct SlcGeneratedText {
     static constexpr const char* sm_slcHeaderFile = "slcShaderCCodeOp.h";
     static constexpr const char* sm_slcPrefixFunc = "extern \"C\" void QX_SHADER_FUNC ";

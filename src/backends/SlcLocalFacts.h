@@ -2,9 +2,9 @@
 
 #include "icode/SlcLexType.h"
 
-// Properties of a local's type that its declarations depend on.
+// Properties of the type of a local or parameter on which generated declarations depend.
 
-/// False for a reference to an element, which is treated like its element.
+/// True for an array. False for a reference to an element, which is treated like its element.
 [[nodiscard]] inline bool IsArray(const SlcOperand& local)
 {
     return local->GetType()->IsArrayType();

@@ -14,8 +14,9 @@
 /// rest of the instruction.
 class SlcOperatorNumbers {
 public:
-    /// Returns the number of an instruction. Calls `name` for its name if the number is not cached.
-    /// The name must depend only on the class and the types, which must outlive this object.
+    /// Returns the number of an instruction. Calls `name` for its name if the number is not cached;
+    /// a name without a number is fatal. The name must depend only on the class of the instruction
+    /// and the types of the operands. The types must outlive this object.
     template <class Name>
     [[nodiscard]] short Of(const SlcICode& code, const SlcOperand& first, const SlcOperand& second,
                            const Name& name)

@@ -5,8 +5,9 @@
 //     for each point: load f x y z; if (f) x = y * 2; g = f; any |= g; if (g) z = x; store x g z
 //
 // A piece is one parallel run, or one whole-grid instruction, that qualifies; adjacent pieces are
-// joined. The host may pass one array for several predefined variables of the same type. If a loop
-// accesses several of one type and writes one of them, it accesses these in memory, in order.
+// joined up to a limit. The host may pass one array for several predefined variables of the same
+// type. If a loop accesses several of one type and writes one of them, it accesses those of this
+// type in memory, in order.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -111,7 +112,7 @@ private:
     Kind m_kind = Kind::Unsupported;
 };
 
-/// True for numbers, triples and flags.
+/// True for floats, triples and flags.
 bool HasSupportedType(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
@@ -183,8 +184,8 @@ std::vector<SlcPointLoop> Finder::Find()
     return loops;
 }
 
-/// Finds the locals whose values never leave an iteration of a parallel run: uniform ones that are
-/// defined before use in every run, and not used outside of runs.
+/// Finds the locals whose values never leave an iteration of a parallel run: uniform ones that
+/// every run writes before it reads them, and that are not accessed outside of runs.
 void Finder::FindTemporaries()
 {
     std::set<SlcOperand> others;
@@ -225,7 +226,9 @@ std::size_t Finder::EndOfPiece(std::size_t begin)
     return HasSupportedOperands(begin, end) ? end : begin;
 }
 
-/// A uniform variable may be written only if it is a temporary, or by a reduction.
+/// True if the instructions access only locals, parameters and predefined variables of supported
+/// types, reductions turn a varying flag into a uniform one, and other instructions write uniform
+/// variables only if they are in `m_temporaries`.
 bool Finder::HasSupportedOperands(std::size_t begin, std::size_t end)
 {
     for (std::size_t i = begin; i < end; ++i) {

@@ -5,33 +5,34 @@
 
 #include "icode/SlcListICode.h"
 
-/// Instructions from `begin` up to `end`, exclusive, that C++ runs as one loop over points:
+/// Instructions from `begin` up to `end`, exclusive, that C++ can run as one loop over points:
 /// parallel runs, and whole-grid instructions that depend only on the current point or set a
 /// uniform flag if another flag is true at any point. All of them can be vectorized, and executed
 /// speculatively at points that need no result.
 ///
 /// Varying operands of the loop, unless they may alias, are kept in variables of an iteration,
-/// which are loaded at its start and stored at its end. So memory is not written under a condition,
-/// which would prevent vectorization.
+/// which are loaded at its start and, if the loop writes them, stored at its end. So memory is not
+/// written under a condition, which would prevent vectorization.
 struct SlcPointLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool hasGuard = false;
     // In the order of the first access:
-    std::vector<SlcOperand> constants;    // uniform variables that are read; equal at all points
-    std::vector<SlcOperand> loaded;       // varying variables
+    std::vector<SlcOperand> constants;    // uniform variables that are only read
+    std::vector<SlcOperand> loaded;       // varying variables that cannot alias
     std::vector<SlcOperand> stored;       // those of `loaded` that are written
     std::vector<SlcOperand> temporaries;  // locals whose values are used only within an iteration
     std::vector<SlcOperand> flags;        // uniform flags, set if another flag is true at any point
 };
 
-/// Returns the loops of a list in order. Each is as long as possible, up to a limit that keeps the
-/// C++ compiler fast. O(n log n) for n instructions.
+/// Returns the loops of a list in order. Each ends before an instruction that does not qualify,
+/// before one that accesses a flag that the loop sets, or at a limit that keeps the C++ compiler
+/// fast. O(n log n) for n instructions.
 [[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
 
 /// A loop of the shader that consists of point loops, labels and jumps, from `begin` up to `end`.
 /// C++ may run it to completion for one strip of points after the other, since iterations do not
-/// affect points that have left the loop. No jump enters the loop from outside.
+/// affect points that have left the loop. No jump enters or leaves it.
 struct SlcStripLoop {
     std::size_t begin = 0;
     std::size_t end = 0;

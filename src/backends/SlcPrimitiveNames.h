@@ -6,14 +6,14 @@
 #include "icode/SlcTransformICode.h"
 #include "sqx/SqxPrimitive.h"
 
-// The parts of names that generated C++ and byte-code share.
+// Names of primitives, which generated C++ and byte-code share, and the words for types in them.
 
-/// Returns the word for a type in the names of primitives; empty if no primitive has operands of
-/// the type. The point family has one word. A reference to an element has that of the element.
+/// Returns the word for a type in the names of primitives; empty if there is none, as for arrays
+/// and integers. The point family has one word. A reference to an element has that of the element.
 [[nodiscard]] std::string_view SlcTypeWord(const SlcTypeNode* type);
 
-/// Returns the primitive that assigns a value of one type to a variable of another; empty if there
-/// is none.
+/// Returns the name of the primitive that assigns a value of type `source` to a variable of type
+/// `dest`, which must allow this; empty if one of the types has no word.
 [[nodiscard]] std::string SlcAssignName(const SlcTypeNode* dest, const SlcTypeNode* source);
 
 enum class SlcTransformDirection { FromSpace, ToSpace };

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// Returns `text` as part of an identifier: letters, digits and "_" stay; any other character
+/// Returns `text` as part of an identifier: ASCII letters, digits and "_" stay; any other byte
 /// becomes "_", its two hexadecimal digits, "_". Two texts may have the same result.
 [[nodiscard]] std::string SlcNameAsCId(std::string_view text);
 

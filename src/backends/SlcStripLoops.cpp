@@ -7,8 +7,8 @@
 // The values of a strip stay in the first-level cache, and a strip ends as soon as its own points
 // have left the loop. The idea and its literature are in runtime/machine/translate/QxJoinRuns.cpp.
 //
-// A flag may be true for the grid but false for a strip, so it may only be read by the jump right
-// after the point loop that sets it.
+// The flag that a jump tests may be true for the grid but false for a strip. So only jumps right
+// after the point loops that set the flag may read it.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 

@@ -1,6 +1,7 @@
 // Forwards each instruction class to its base class; generated from the list of classes. If a
-// walker does not override `Case` for `SlcAddICode`, its `Case` for `SlcArithExprICode` is called,
-// and finally `Default`. So a single override can handle a whole subtree of classes.
+// walker does not override `Case` for `SlcAddICode`, its `Case` for `SlcArithExprICode` is called;
+// if it does not override that either, the `Case` of `SlcICode`, which calls `Default`. So a single
+// override can handle a whole subtree of classes.
 
 #include "icode/SlcAllICodeWalker.h"
 

@@ -5,8 +5,8 @@
 /// Base of the binary arithmetic instructions: result = left op right. The result may be the same
 /// variable as an operand.
 ///
-/// Operands are floats, triples and matrices, in the pairs that the language allows. They are not
-/// converted to a common type: the types of both operands select the primitive, such as
+/// Operands are floats, triples and matrices, in the pairs that the language allows. A float is not
+/// converted to the type of the other operand: the types of both select the primitive, such as
 /// `ADD_FLOAT_COLOR` for `0.5 + Cs`.
 class SlcArithExprICode : public SlcICode {
 public:
@@ -34,21 +34,22 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left - right`. A float and a triple are subtracted component by component.
+/// `left - right`. If one operand is a triple and the other a float, the float stands for three
+/// equal components.
 class SlcSubICode : public SlcICodeOf<SlcSubICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left * right`: component by component for triples, the matrix product for matrices. A float
-/// multiplied with a matrix counts as a diagonal matrix.
+/// `left * right`: component by component for triples, the matrix product for matrices. In the
+/// product of a float and a matrix, the float counts as a diagonal matrix.
 class SlcMultICode : public SlcICodeOf<SlcMultICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
 /// `left / right`: component by component for triples; for matrices, left times the inverse of
-/// right. A division by 0 is not folded: its result is that of the run time.
+/// right. A division by the constant 0 is not folded, but computed at run time.
 class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -66,7 +67,8 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = -source, component by component: `-x`. In byte-code `INVERT_FLOAT dest source`.
+/// dest = -source, component by component: `-x`. In byte-code `INVERT_FLOAT dest source`, and
+/// `INVERT_COLOR` or `INVERT_POINT` for triples.
 class SlcUnaryMinusICode : public SlcICodeOf<SlcUnaryMinusICode, SlcICode> {
 public:
     SlcUnaryMinusICode(SlcOperand dest, SlcOperand source)

@@ -5,9 +5,9 @@
 
 namespace {
 
-/// Returns a string literal with this text. Text from a line marker may already be escaped, or may
-/// contain a quote or a final backslash that would end the literal early or escape its closing
-/// quote.
+/// Returns a string literal with this text. A file name from a line marker may already contain
+/// escapes, which are kept. A quote, which would end the literal, and a final backslash, which
+/// would escape its closing quote, are escaped.
 SlcOperand Quoted(const std::string& text)
 {
     std::string literal = "\"";

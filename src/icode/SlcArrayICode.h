@@ -26,7 +26,7 @@ public:
 ///
 /// The type of result is a reference to the element type. The reference keeps referring to the
 /// element that index selected when the instruction ran. A varying index yields one reference per
-/// point, which is valid only inside the block that contains the instruction.
+/// point, which is valid only inside the parallel run that contains the instruction.
 class SlcArrayRefICode : public SlcICodeOf<SlcArrayRefICode, SlcICode> {
 public:
     SlcArrayRefICode(SlcOperand result, SlcOperand array, SlcOperand index)

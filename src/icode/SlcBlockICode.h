@@ -6,8 +6,8 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
-/// A comment that refers to a place in the source; back ends print or skip it. Part of the
-/// instruction set; the lowering never emits it.
+/// A comment that refers to a place in the source. The C++ writer prints it, and both writers use
+/// its place for their reports. Part of the instruction set; the lowering never emits it.
 class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
 public:
     SlcCommentICode(std::string text, int line, const std::string* file)
@@ -39,8 +39,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Base of the guards. Inside a parallel run, the guarded code runs for the points where a varying
-/// flag has the required value; outside, a uniform flag decides for the whole grid.
+/// Base of the guards. Inside a parallel run, the guarded code runs for the points where the flag
+/// has the required value; outside, the flag is uniform and decides for the whole grid.
 ///
 /// A guard that opens in a run closes in the same run. The label connects it to its
 /// `SlcEndIfICode`.
@@ -54,8 +54,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Runs the guarded code where the flag is true: the branches of a varying condition, and code that
-/// some points may skip because they have left the loop or function.
+/// Runs the guarded code where the flag is true, for example the branches of a varying condition,
+/// and code that some points may skip because they have left the loop or function.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -75,8 +75,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Clears the flags at the active points, which then skip the rest of the loop: `break`, and a
-/// `return` that only some points reach.
+/// `break` and `return`: clears the flags at the active points, which then skip the rest of the
+/// loops or of the function. In a list that runs without a grid, a jump is used instead.
 class SlcBreakICode : public SlcICodeOf<SlcBreakICode, SlcICode> {
 public:
     explicit SlcBreakICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -85,7 +85,8 @@ public:
     SlcLabel m_label;  // where these points continue
 };
 
-/// Clears the flags at the active points, which then skip to the next iteration: `continue`.
+/// `continue`: clears the flags at the active points, which then skip the rest of the iteration. In
+/// a list that runs without a grid, a jump is used instead.
 class SlcContinueICode : public SlcICodeOf<SlcContinueICode, SlcICode> {
 public:
     explicit SlcContinueICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -97,10 +98,10 @@ public:
 /// Base of the marker instructions that no back end translates.
 class SlcInvisibleICode : public SlcICode {};
 
-/// Marks the entry of the shader. Predefined variables and parameters have the renderer's values
-/// here, so data flow treats them as defined before all code.
+/// Marks the entry of the shader. The predefined variables have the renderer's values here, so data
+/// flow treats them as defined before all code.
 class SlcBeginShaderICode : public SlcICodeOf<SlcBeginShaderICode, SlcInvisibleICode> {};
 
-/// Marks the end of the shader. The renderer reads the outputs here, so data flow treats them as
-/// used after all code.
+/// Marks the end of the shader. The renderer reads the predefined variables that a shader may write
+/// here, so data flow treats them as used after all code.
 class SlcEndShaderICode : public SlcICodeOf<SlcEndShaderICode, SlcInvisibleICode> {};

@@ -59,9 +59,9 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// Sets a uniform flag to true if a varying flag is true at any point. Used outside parallel
-/// brackets. The uniform flag is tested by guards of uniform code, and by jumps over code that no
-/// point would run.
+/// Sets a uniform flag: true if a varying flag is true at any point, otherwise false. Used outside
+/// parallel brackets. The uniform flag is tested by guards of uniform code, and by jumps over code
+/// that no point would run.
 class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
 public:
     SlcSetUniformBoolFlagICode(SlcOperand dest, SlcOperand source)
@@ -75,8 +75,8 @@ public:
 };
 
 /// dest = not source over the whole grid; with `outer`: dest = outer and not source, so that dest
-/// is false wherever `outer` is. Used outside parallel brackets, for the `else` of a varying
-/// condition. dest may be source.
+/// is false wherever `outer` is. Used outside parallel brackets, for example for the `else` of a
+/// varying condition and the right side of a varying `||`. dest may be source.
 class SlcInvertBoolFlagICode : public SlcICodeOf<SlcInvertBoolFlagICode, SlcICode> {
 public:
     /// `outer` may be null.

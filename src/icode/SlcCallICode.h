@@ -14,7 +14,7 @@ class SlcProcCallExprNode;
 /// built-in declares which arguments are outputs.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
-    /// Whether the number of arguments is passed before them.
+    /// Whether the number of arguments is passed with them.
     enum class ArgumentList { Fixed, Counted };
 
     /// `funcEntry` may be null, as for texture accesses: then no argument is an output, and the
@@ -42,12 +42,12 @@ public:
     const SlcProcCallExprNode* m_node = nullptr;
 };
 
-/// A call of a shadeop: a function in a library, which is found by `m_funcKey` and opened at run
-/// time. The function may write the arrays among its arguments.
+/// A call of a shadeop: a function in a library that is opened at run time. The function may write
+/// the arrays among its arguments.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
     /// `result` is null for a void function. Varying arrays must be converted with
-    /// `SlcConvertArrayDSOICode` before the call.
+    /// `SlcConvertArrayDSOICode` before the call, and back after it if the function may write them.
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
                     std::string methodName)
         : m_result(std::move(result)),

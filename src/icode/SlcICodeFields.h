@@ -16,10 +16,10 @@ struct SlcArraysOf {
     std::deque<SlcOperand>& operands;
 };
 
-/// Passes the operands of an instruction to `visit`, as SlcICodeClasses.def lists them: one call
-/// `visit.Reads(fields...)`, then one call `visit.Writes(fields...)`. A field is an `SlcOperand&`,
-/// which may be null, a container of them, an `SlcGridForm&`, an `SlcLimitedBy` or an
-/// `SlcArraysOf`.
+/// Passes the operands of an instruction whose class lists them in SlcICodeClasses.def to `visit`:
+/// one call `visit.Reads(fields...)`, then one call `visit.Writes(fields...)`. A field is an
+/// `SlcOperand&`, which may be null, a container of them, an `SlcGridForm&`, an `SlcLimitedBy` or
+/// an `SlcArraysOf`.
 #define SLC_ICODE_OPERANDS(name, base, traits, reads, writes)                                      \
     template <class Visitor>                                                                       \
     void SlcVisitFields([[maybe_unused]] name* code, Visitor& visit)                               \

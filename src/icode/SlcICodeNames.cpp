@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Returns the shortest text that reads back as the same number.
+/// Returns the shortest text that reads back as the same number; for infinite values and NaN, a
+/// word after "#".
 std::string NumberText(double value)
 {
     if (!std::isfinite(value))
@@ -30,8 +31,9 @@ std::string ConstantText(const SlcLexType& constant)
     return '#' + std::to_string(constant.GetInt());
 }
 
-/// Converts the accessor of generated code, by which operands name predefined variables, such as
-/// `i_hiddens.GetCs()`, to the name in the source.
+/// Returns the name in the source of a predefined variable, whose operand has the accessor in
+/// generated C++ as its name, such as `i_hiddens.GetCs()`. Adds `light_` for a variable of the
+/// current light. Returns other names unchanged.
 std::string SourceName(const std::string& name)
 {
     if (name.find('.') == std::string::npos)
@@ -51,7 +53,7 @@ bool IsNumbered(std::string_view name, std::string_view prefix)
            std::isdigit(static_cast<unsigned char>(name[prefix.size()])) != 0;
 }
 
-/// True for labels made by the lowering, or by code motion for a loop's head.
+/// True for the names of labels that the lowering makes, or code motion for a loop's head.
 bool IsGenerated(const std::string& label)
 {
     return IsNumbered(label, "L") || IsNumbered(label, "LHead");

@@ -16,10 +16,11 @@ class SlcICodeNames {
 public:
     /// Returns `L` and a number for a generated label; otherwise the name that the label has.
     [[nodiscard]] std::string Of(const SlcLabel& label);
-    /// Returns the name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, and `#3`
-    /// for an integer that the compiler added to a call.
+    /// Returns the name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, `#inf`
+    /// for an infinite float, and `#3` for an integer that the compiler added to a call.
     [[nodiscard]] std::string Of(const SlcOperand& operand);
-    /// True if the lowering made the variable; false for a local variable of the source.
+    /// True if the variable has a name such as `T12_`, which the lowering gives to temporaries;
+    /// false for a local variable of the source.
     [[nodiscard]] static bool IsTemporary(const SlcLexType& operand);
 
 private:

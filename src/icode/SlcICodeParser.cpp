@@ -1,5 +1,5 @@
-// The text is split into tokens, then each kind of statement has its parsing function. The first
-// two tokens determine the kind: `{`, `name:`, `name?`, a keyword, or the results of an assignment.
+// The text is split into tokens. The first tokens of a statement select its parsing function: a
+// bracket, `name:`, `name?`, `!name?`, a keyword, `name(`, or the results of an assignment.
 //
 // Tested by tests/icode/SlcICodeTextTest.cpp.
 
@@ -17,7 +17,8 @@
 
 namespace {
 
-/// Parses a constant after `#`: an integer that the compiler added, or an infinite or NaN float.
+/// Parses a constant that begins with `#`: an integer that the compiler added, or an infinite or
+/// NaN float.
 SlcOperand HashConstant(const std::string& token)
 {
     if (token == "#inf" || token == "#-inf" || token == "#nan") {
@@ -156,7 +157,7 @@ SlcPtr<SlcICode> SlcICodeParser::Assignment(Operands results)
     return !AtEnd() && Peek() == "(" ? Call(results, word) : Value(result, word);
 }
 
-/// Parses the text after `result =` if it begins with a keyword or an operand.
+/// Parses the text after `result =` that begins with `word`: a keyword, or the first operand.
 SlcPtr<SlcICode> SlcICodeParser::Value(const SlcOperand& result, const std::string& word)
 {
     if (word == "any")

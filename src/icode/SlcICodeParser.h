@@ -31,8 +31,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the text form that `SlcICodeText` prints; docs/icode.md shows the text of each
-/// instruction. A recursive-descent parser without backtracking.
+/// Reads the text form that `SlcICodeText` prints, except `note`, the text of a comment;
+/// docs/icode.md shows the text of each instruction. A recursive-descent parser without
+/// backtracking.
 ///
 /// Labels of parallel runs and guards have no text: the parser makes a new label for each pair of
 /// brackets.
@@ -41,7 +42,9 @@ public:
     /// `scope` must outlive the parser.
     explicit SlcICodeParser(SlcICodeScope& scope) : m_scope(scope) {}
 
-    /// Returns the instructions of `text`, in order. Throws `SlcICodeSyntaxError`.
+    /// Returns the instructions of `text`, in order. Throws `SlcICodeSyntaxError` if a statement is
+    /// not valid or a bracket is not closed. A number that cannot be converted throws what
+    /// `std::stoi` or `std::stod` throws.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> Parse(std::string_view text);
 
 private:
@@ -76,6 +79,6 @@ private:
     std::vector<std::string> m_tokens;
     std::size_t m_next = 0;
     std::map<std::string, SlcLabel> m_labels;
-    std::vector<SlcLabel> m_brackets;  // open ones, the innermost last
+    std::vector<SlcLabel> m_brackets;  // of the open brackets, the innermost last
     std::size_t m_bracketCount = 0;
 };

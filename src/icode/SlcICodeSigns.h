@@ -9,7 +9,7 @@
 /// The prefix of primitives' names, which the text form omits.
 inline constexpr std::string_view k_slcPrimitivePrefix = "CALL_PRIM_";
 
-/// The operator of each binary instruction in the text form: `x = y + z`.
+/// A class of binary instructions, and its operator in the text form: `x = y + z`.
 struct SlcICodeSign {
     std::string_view sign;
     const std::type_info& code;

@@ -1,8 +1,8 @@
-// One walker that writes each instruction in the form that docs/icode.md specifies. The general
-// form is a call, `results = word(operands)`; the most frequent instructions have an operator.
+// One walker that writes each instruction in the form that docs/icode.md shows. The general form is
+// a call, `results = word(operands)`; the most frequent instructions have an operator.
 //
-// Tested by tests/icode/SlcICodeTextTest.cpp, which parses every text again, and by every test of
-// the lowering and the optimizer.
+// Tested by tests/icode/SlcICodeTextTest.cpp, which compares parsed texts with the texts printed
+// again, and by the tests of the lowering and the optimizer, which compare texts.
 
 #include "icode/SlcICodeText.h"
 
@@ -185,7 +185,8 @@ private:
         ByWord(*code, word);                                                                       \
     }
 #include "icode/SlcICodeClasses.def"
-    /// The parser refuses the name of a class, so that a test shows that the text form is missing.
+    /// Writes the name of the class, which the parser refuses, so that a test shows that the text
+    /// form is missing.
     void Default(SlcPtr<SlcICode> code) override
     {
         Write(SlcICodeName(*code), "();");

@@ -6,8 +6,8 @@
 #include "icode/SlcICodeNames.h"
 #include "icode/SlcListICode.h"
 
-/// Prints intermediate code as text, which `SlcICodeParser` reads. docs/icode.md shows the text of
-/// each instruction; for example
+/// Prints intermediate code as text, which `SlcICodeParser` reads, except for comments.
+/// docs/icode.md shows the text of each instruction; for example
 ///
 ///     { f0 = t < 0.5; f0?( Ci = Kd * Cs; ) } u0 = any f0; !u0? goto L0; t0 = NORMALIZE(N) simd;
 ///     L0:

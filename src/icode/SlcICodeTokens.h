@@ -5,7 +5,7 @@
 #include <vector>
 
 /// Splits a text of intermediate code into tokens: words, numbers with their sign, quoted strings,
-/// constants after `#`, and operators of one or two characters.
+/// constants that begin with `#`, and operators and punctuation of one or two characters.
 [[nodiscard]] std::vector<std::string> SlcSplitICodeText(std::string_view text);
 
 /// True if all of `token` is a number.

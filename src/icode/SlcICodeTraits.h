@@ -36,8 +36,8 @@ inline constexpr unsigned k_of = None;
 #define SLC_ICODE_CLASS(name, base, traits) static_assert((k_of<base> & ~k_of<name>) == 0);
 #include "icode/SlcICodeClasses.def"
 
-// An instruction with other effects must not move, and neither must one that writes part of a
-// value.
+// Only an instruction without other effects may be hoisted, and not one that writes part of a
+// value. An instruction that only computes neither jumps nor is the target of a jump.
 #define SLC_ICODE_CLASS(name, base, traits)                                                        \
     static_assert(!(k_of<name> & MovesFromLoops) || (k_of<name> & Computes));                      \
     static_assert(!(k_of<name> & MovesFromLoops) ||                                                \

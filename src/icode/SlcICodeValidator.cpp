@@ -1,5 +1,6 @@
-// One walk in textual order. The rules about an instruction and its place depend on its operands,
-// so each instruction's operands are visited before the rules are checked.
+// Counts the labels, then checks the instructions in one walk in textual order. The rules about an
+// instruction and its place depend on its operands, so each instruction's operands are visited
+// before these rules are checked.
 //
 // Tested by tests/icode/SlcICodeTextTest.cpp; the tests of random shaders run it between all
 // passes.

@@ -12,23 +12,27 @@
 /// Checks the invariants of a list of instructions, which hold after the lowering and after every
 /// pass:
 ///
-/// - parallel runs do not nest, guards nest, and a guard that opens in a run closes in it;
-/// - labels are outside runs, each label occurs once, and the target of every jump is in the list;
-/// - whole-grid instructions are outside runs; other instructions that compute varying values are
-///   inside;
+/// - parallel runs do not nest, guards nest, a guard that opens in a run closes in it, and all
+///   brackets close;
+/// - labels and jumps are outside runs, each label occurs once, and the target of every jump is in
+///   the list;
+/// - whole-grid instructions are outside runs; other instructions that only compute a varying value
+///   are inside;
 /// - in a list that has just been lowered, a temporary is written before it is read, in textual
 ///   order, which is also the order on every path; optimized lists are not checked for this, since
 ///   folding removes writes that no point would execute;
-/// - flags are booleans, jumps test uniform flags, and only an assignment or `any` turns a
-///   varying value into a uniform one.
+/// - flags are booleans, jumps and guards outside runs test uniform flags, and of the instructions
+///   that only compute a value, only an assignment or `any` turns a varying value into a uniform
+///   one.
 class SlcICodeValidator : private SlcOperandWalker {
 public:
     enum class Stage { Lowered, Optimized };
 
-    /// Returns the first instruction of `list` that violates a rule, as text, with the rule; empty
-    /// if there is none. O(n log n).
+    /// Returns the text of the first instruction of `list` that violates a rule, and what is wrong;
+    /// empty if there is none. If a bracket is not closed, "the end" replaces the instruction.
+    /// O(n log n) for n instructions.
     [[nodiscard]] static std::string FirstFault(const SlcListICode& list, Stage stage);
-    /// Ends the program with a fatal report if the list violates a rule.
+    /// Ends the compile with a fatal report if the list violates a rule.
     static void Require(const SlcListICode& list, Stage stage);
 
 private:
@@ -67,7 +71,7 @@ private:
 
     const Stage m_stage;
     std::map<std::string, int> m_labels;    // how often each is in the list
-    std::set<const SlcLexType*> m_written;  // temporaries, so far
+    std::set<const SlcLexType*> m_written;  // operands, so far
     std::vector<std::string> m_guards;      // labels of the open ones
     std::size_t m_guardsOutside = 0;        // how many of them opened before the current run
     bool m_isInRun = false;

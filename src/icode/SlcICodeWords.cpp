@@ -1,5 +1,5 @@
-// Most words are in SlcICodeClasses.def. A table here lists the words whose instructions need more
-// than operands. Transforms, with two words for each of four types, and calls of shadeops, with any
+// Most words are in SlcICodeClasses.def. A table here lists the words for which a row there does
+// not suffice. Transforms, with two words for each of four types, and calls of shadeops, with any
 // number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
@@ -116,7 +116,8 @@ SlcPtr<SlcICode> MakeByRow(std::string_view called, const Setter& setter)
     return nullptr;
 }
 
-/// A word whose instruction needs more data than operands, or has optional operands.
+/// A word whose instruction needs data other than operands, has a list of operands, or lacks an
+/// optional operand.
 struct CallWord {
     std::string_view word;
     std::size_t results;

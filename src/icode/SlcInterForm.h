@@ -10,8 +10,8 @@ class SlcSemanticError;
 
 /// The compiled shader: the shader's facts and the main list of instructions. It is the only
 /// interface between the checked tree on one side and the optimizer and writers on the other. The
-/// writers read it directly; the optimizer changes only the main list. The tree must outlive it,
-/// since operands point into the tree.
+/// optimizer changes only the main list. The writers number operands and merge equal constants. The
+/// tree must outlive the form, since operands point into the tree.
 ///
 /// Call, in this order, `GenInterForm`, `Optimize`, and one of the two writers.
 class SlcInterForm : public SlcShaderFacts {
@@ -26,11 +26,10 @@ public:
     /// Runs the passes that the options select over the main list. The lists of default values are
     /// not optimized. Defined in `optimizer`.
     void Optimize();
-    /// Writes `<directory>/<shader>.cpp`. Throws `SlcCompilationError` after errors, and then
-    /// leaves no file. Defined in `backends`.
+    /// Writes `<directory>/<shader>.cpp`. If there are errors, throws `SlcCompilationError` and
+    /// leaves the place as it was. Defined in `backends`.
     void GenCCode(const std::string& directory);
-    /// Writes `<directory>/<shader>.sqx`. Throws `SlcCompilationError` after errors and then
-    /// leaves no file. Defined in `backends`.
+    /// Does the same for `<directory>/<shader>.sqx`, the byte-code file. Defined in `backends`.
     void GenByteCode(const std::string& directory);
 
     SlcPtr<SlcSemanticError> m_errors;  // counts the errors reported by any stage

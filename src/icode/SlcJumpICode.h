@@ -4,8 +4,9 @@
 
 #include "icode/SlcICode.h"
 
-/// A jump target. The name is unique in the whole compilation. The instruction is in the list at
-/// the target, and is shared by the jumps.
+/// A jump target, or a mark that connects the two ends of a parallel run, a guard or a light loop.
+/// The instructions that refer to it share the object. Only jump targets are also in the list, at
+/// the target. The name is unique in the whole compilation.
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
@@ -31,7 +32,8 @@ private:
 using SlcLabel = SlcPtr<SlcLabelICode>;
 
 /// Jumps to the label: as the back edge of a loop, or past code that must not run, such as an
-/// `else`. In a list that runs without a grid it also leaves loops and functions.
+/// `else`. In a list that runs without a grid (a default value that is computed once per shader
+/// instance), it also leaves loops and functions.
 class SlcGotoICode : public SlcICodeOf<SlcGotoICode, SlcICode> {
 public:
     explicit SlcGotoICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -40,7 +42,7 @@ public:
 };
 
 /// Jumps to the label if the flag is true. Jumps test only uniform flags and are always outside
-/// parallel runs; where points decide differently, guards select the points instead.
+/// parallel runs; where the flag varies, guards select the points instead.
 class SlcIfTrueGotoICode : public SlcICodeOf<SlcIfTrueGotoICode, SlcGotoICode> {
 public:
     SlcIfTrueGotoICode(SlcOperand flag, SlcLabel label)

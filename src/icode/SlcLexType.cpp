@@ -1,8 +1,8 @@
-// Each use of a constant has its own object, so that a pass may replace one use without changing
-// others; the byte-code writer merges equal constants at the end.
+// Making a constant does not search for an equal one: the byte-code writer merges equal constants
+// at the end.
 //
 // `PI` has two representations: a variable of the run time, whose address generated C++ may take,
-// and a number that folding computes with.
+// and a number, with which folding computes and which byte-code contains.
 
 #include "icode/SlcLexType.h"
 

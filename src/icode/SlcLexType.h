@@ -8,8 +8,7 @@
 /// An operand of the intermediate code: a variable, a temporary or a constant.
 ///
 /// A variable is one object, shared by every instruction that names it, so variables are compared
-/// by address. Each use of a constant has its own object until the byte-code writer merges equal
-/// ones.
+/// by address. Equal constants can be different objects, until the byte-code writer merges them.
 class SlcLexType : public SlcCollectable {
 public:
     /// `lexical` is the variable's name or the constant. None of the four nodes is owned.
@@ -25,8 +24,9 @@ public:
     [[nodiscard]] SlcLexicalNode* GetLexical() const { return m_lexical; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
-    /// Used by passes that find out whether each value of a varying temporary is used only for the
-    /// current point, so that all points can share its storage.
+    /// Used by the optimizer: data flow sets the detail of the varying variables to unknown, and
+    /// `SlcConvertTmpVarDetail` then marks the locals and temporaries of which each value is used
+    /// only for the current point, so that all points can share the storage.
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
 
@@ -48,22 +48,23 @@ public:
     [[nodiscard]] int GetInt() const;
     [[nodiscard]] bool GetBool() const;
 
-    // Each call makes a new uniform constant.
+    // Each call of the next four makes a new uniform constant.
     [[nodiscard]] static SlcPtr<SlcLexType> Float(double value);
     /// `text` includes the quotes.
     [[nodiscard]] static SlcPtr<SlcLexType> String(std::string_view text);
-    /// `added` means that the compiler added the constant to a call, for an argument that the
-    /// source omits.
+    /// `added` means that the compiler added the constant to a call: for an argument that the
+    /// source omits, or a count of arguments.
     [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool added);
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
-    /// Returns the shared constant pi, to ten decimal places, which folding uses for `PI`.
+    /// Returns the shared constant that folding and the byte-code writer use for `PI`: pi to ten
+    /// decimal places.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();
     /// Returns the shared operand of the language's variable `PI`, which never changes. A parameter
     /// may have the same name.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPIVariable();
     [[nodiscard]] bool IsPIVariable() const { return this == &*GetPIVariable(); }
 
-    /// Variable number in the byte-code file; -1 until a declaration section assigns one.
+    /// Number of the variable or constant in the byte-code file; -1 until the writer assigns one.
     int m_index = -1;
     /// Index in the data-flow sets of the list being analysed; -1 if there is none.
     int m_setIndex = -1;

@@ -5,7 +5,7 @@
 #include "icode/SlcJumpICode.h"
 
 /// The head of `illuminate (position, axis, angle)`: flag = the points that the light at `position`
-/// reaches; L = the direction from it to `Ps`.
+/// reaches; L = the vector from it to `Ps`.
 ///
 /// The light reaches a point that lies within `angle`, in radians, of `axis`; without a cone, all
 /// points. The plain form is used in a parallel run; the whole-grid form requires that `position`,
@@ -35,8 +35,9 @@ public:
     SlcGridForm m_form;
 };
 
-/// The head of `solar (axis, angle)`: flag = the points that a light from the direction of `axis`
-/// reaches; L = that direction. For `solar ()`, axis is `Ps - E` and angle is 0.
+/// The head of `solar (axis, angle)`: L = axis, the direction of the light's rays; flag = the
+/// points that the rays reach, which are all points for which the instruction runs. For `solar ()`,
+/// axis is `Ps - E` and angle is 0.
 class SlcSolarICode : public SlcICodeOf<SlcSolarICode, SlcICode> {
 public:
     SlcSolarICode() = default;
@@ -57,8 +58,8 @@ public:
     SlcGridForm m_form;
 };
 
-/// flag = the points whose current light is in the cone. Used inside the loop of
-/// `illuminance (position, axis, angle)`. Reads `L`.
+/// flag = the points whose current light is within `angle` of `axis`. Used inside the loop of
+/// `illuminance (position, axis, angle)`. Also reads `L`, which is not an operand.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
     SlcCheckIlluminanceICode() = default;
@@ -103,8 +104,9 @@ public:
     SlcLabel m_startLabel;
 };
 
-/// Runs the light shaders for the varying points `position`. Emitted before the loop of an
-/// `illuminance` over points other than `P`. It replaces the current set of evaluated lights.
+/// Runs the light shaders for the varying points `position`. It replaces the current set of
+/// evaluated lights. Emitted before the loop of an `illuminance` over points other than `P`, and in
+/// a loop after a call such as `diffuse`, which has replaced the lights of the loop.
 class SlcEvalLightICode : public SlcICodeOf<SlcEvalLightICode, SlcICode> {
 public:
     SlcEvalLightICode() = default;
@@ -117,6 +119,6 @@ public:
 /// before lighting functions such as `diffuse`, and before an `illuminance` over `P`.
 class SlcEvalLightForPICode : public SlcICodeOf<SlcEvalLightForPICode, SlcICode> {};
 
-/// Marks the lights evaluated for `P` as stale: `P` has changed, or lights for other points have
-/// replaced them.
+/// Marks the lights evaluated for `P` as stale: `P` has been assigned, or lights for other points
+/// have replaced them.
 class SlcResetEvalLightForPICode : public SlcICodeOf<SlcResetEvalLightForPICode, SlcICode> {};

@@ -1,5 +1,6 @@
-// Each of the three lists of variables is a subset of the one before: all variables that the code
-// names; its locals; the locals that are still used, which the optimizer reduces.
+// Each of the three lists of variables is a subset of the one before: `m_allVars`, which also has
+// the predefined variables; `m_localVars`; and `m_usedLocalVars`, the locals that are still used,
+// which the optimizer reduces.
 
 #include "icode/SlcListICode.h"
 

@@ -1,5 +1,5 @@
-// Lists the operands that each instruction reads and writes, once for all passes. They are passed
-// by reference, so that a pass can also replace an operand.
+// Visits the operands that each instruction reads and writes, for all passes. They are passed by
+// reference, so that a pass can also replace an operand.
 //
 // Only a call needs more than its row of SlcICodeClasses.def: which arguments are outputs depends
 // on the function. An output argument is also read, since a call may leave it unchanged. A constant
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// True if the call writes the argument at `position`, according to the card of the built-in.
+/// True if the built-in writes the argument at `position`.
 bool IsOutputArg(const SlcCallICode& call, std::size_t position)
 {
     // A constant stands for an output that the source omits.

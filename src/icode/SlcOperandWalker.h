@@ -3,7 +3,7 @@
 #include "icode/SlcICode.h"
 
 /// Visits every operand of an instruction as read or written, as SlcICodeClasses.def lists them.
-/// Constant collection, data flow and renaming derive from it.
+/// The walkers that collect constants, compute data flow and rename variables derive from it.
 ///
 /// Null operands (an absent result or condition) are skipped. Variables that an instruction
 /// accesses without naming them (`L` in a light loop, `P` in the lighting built-ins) are not
@@ -11,8 +11,9 @@
 /// instruction.
 class SlcOperandWalker : public SlcAllICodeWalker {
 public:
-    /// Visits the operands of one instruction: all reads in the order of its fields, then all
-    /// writes. The output arguments of a call, which are both, come between the two.
+    /// Visits the operands of one instruction: all reads in the order of SlcICodeClasses.def, then
+    /// all writes. Of a call it visits the condition, the input arguments, the output arguments and
+    /// the result.
     void Visit(const SlcPtr<SlcICode>& code) { code->ApplyWalker(this); }
 
 protected:
@@ -20,8 +21,8 @@ protected:
     /// visited too.
     virtual void Read(SlcOperand& operand) = 0;
     virtual void Write(SlcOperand& operand) = 0;
-    /// Called for an output argument of a call, which is both read and written. By default calls
-    /// `Read`, then `Write`.
+    /// Called for an output argument of a call of a built-in, which is both read and written. By
+    /// default calls `Read`, then `Write`.
     virtual void ReadWrite(SlcOperand& operand);
     /// Called for the flag that limits an instruction to some points. By default calls `Read`.
     virtual void ReadCondition(SlcOperand& condition) { Read(condition); }

@@ -1,5 +1,5 @@
-// Reports at the position of an instruction. They are defined here, since the folder of
-// `SlcSemanticError` must not depend on instructions.
+// Reports at the source position that a comment instruction holds. They are defined here, since the
+// folder of `SlcSemanticError` must not depend on instructions.
 
 #include <cstdlib>
 

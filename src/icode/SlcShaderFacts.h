@@ -14,7 +14,7 @@ class SlcVarSymbolEntry;
 struct SlcParameterInfo {
     SlcPtr<SlcVarSymbolEntry> entry;
     SlcPtr<SlcListICode> initList;          // code that computes the default value
-    std::deque<SlcOperand> initValues;      // hold the default value after the list has run
+    std::deque<SlcOperand> initValues;      // operands with the value after the list has run
     bool initDependsOnContext = false;      // cannot be computed once per shader instance
     bool needsObjectSpace = false;          // the initializer or code that it calls names "object"
     SlcStringLiteralNode* space = nullptr;  // of the default value; written to the file
@@ -26,10 +26,10 @@ struct SlcShaderFacts {
     SlcIdentNode* m_shaderName = nullptr;
     const SlcSyntaxNode* m_shader = nullptr;  // position for reports about the whole shader
     SlcShaderTypeNode* m_shaderType = nullptr;
-    std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;  // predefined variables, by first use
+    std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;  // predefined variables that code uses
     std::deque<SlcStringLiteralNode*> m_spaces;          // unique; "object" and "shader" come first
-    std::deque<std::string> m_dsoNames;                  // shadeop libraries used, unique
-    std::deque<SlcPtr<SlcFuncDSOSymbolEntry>> m_dsoFunctions;  // shadeops used, unique
+    std::deque<std::string> m_dsoNames;                  // file names of shadeop libraries, unique
+    std::deque<SlcPtr<SlcFuncDSOSymbolEntry>> m_dsoFunctions;  // one overload of each shadeop
     bool m_usesRaytracing = false;                             // the shader calls `trace`
     bool m_PModified = false;                                  // the shader can write `P`
     bool m_CiAssigned = false;                                 // the shader writes `Ci` or `Cl`

@@ -5,8 +5,9 @@
 #include "icode/SlcICode.h"
 
 /// Computes the four corners of the patch around (s, t) that a point covers, s then t of each.
-/// Emitted before `texture("a", s, t)`. All operands are varying. Always runs over the whole grid,
-/// since the size of the patch depends on the neighbouring points.
+/// Emitted before a `texture` call that does not specify the corners. All operands are varying.
+/// Always a whole-grid instruction, outside parallel runs, since the size of the patch depends on
+/// the neighbouring points.
 class SlcTextureSTPointsICode : public SlcICodeOf<SlcTextureSTPointsICode, SlcICode> {
 public:
     SlcTextureSTPointsICode() = default;
@@ -25,8 +26,8 @@ public:
     SlcOperand m_condition;  // flag of the points to run for; null for all
 };
 
-/// Computes the four corners of the patch around a point. Emitted before `environment` and
-/// `shadow`. All operands are varying.
+/// Computes the four corners of the patch around a point. Emitted before an `environment` or
+/// `shadow` call that does not specify the corners. All operands are varying.
 class SlcTexturePointsICode : public SlcICodeOf<SlcTexturePointsICode, SlcICode> {
 public:
     SlcTexturePointsICode() = default;
@@ -42,8 +43,8 @@ public:
     SlcOperand m_condition;  // flag of the points to run for; null for all
 };
 
-/// x = the other end of the interval that a point covers in y. Emitted before `filterstep(e, y)`.
-/// Both operands are varying.
+/// x = the other end of the interval that a point covers in y. Emitted before `filterstep(e, y)`
+/// with a varying y. All operands are varying.
 class SlcFilterstepPointsICode : public SlcICodeOf<SlcFilterstepPointsICode, SlcICode> {
 public:
     SlcFilterstepPointsICode() = default;

@@ -26,15 +26,15 @@ public:
     SlcGridForm m_form;
 };
 
-/// `point "space" (x, y, z)` and other casts: source is in the named space, dest in the current
-/// one, or in rgb.
+/// For `point "space" (x, y, z)` and other casts, and for `transform("space", "other", p)` and
+/// similar calls: source is in the named space, dest in the current one or, for a color, in rgb.
 class SlcTransformFromSpaceICode
     : public SlcICodeOf<SlcTransformFromSpaceICode, SlcTransformSpaceICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `transform("space", p)` and similar calls: source is in the current space, dest in the named
+/// For `transform("space", p)` and similar calls: source is in the current space, dest in the named
 /// one. `ctransform` has separate primitives.
 class SlcTransformToSpaceICode
     : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {

@@ -1,5 +1,6 @@
-// Makes the operand of a variable that has a different name in generated code. Defined here, above
-// the folder of its class, since that folder must not depend on operands.
+// Makes the operand of a predefined variable or of `PI`, whose name in generated code is not that
+// in the source. Defined here instead of in the folder of the class, since that folder must not
+// depend on operands.
 
 #include <string_view>
 

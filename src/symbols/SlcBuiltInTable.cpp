@@ -1,9 +1,9 @@
-// A shader calls only a dozen of the library's functions, and making all entries would take longer
-// than compiling a small shader. So the outermost scope has no functions at first. It makes the
-// built-ins of a name when the name is first looked up, or before an entry of that name is added:
-// once a name has entries, its built-ins are no longer made.
+// Most shaders call only a dozen of the library's functions, and making all entries would take
+// longer than compiling a small shader. So the outermost scope has no functions at first. It makes
+// the built-ins of a name when the name is first looked up, or before an entry of that name is
+// added: once a name has entries, its built-ins are no longer made.
 //
-// Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
+// Tested by tests/symbols/SlcFuncDescriptionTest.cpp.
 
 #include "symbols/SlcBuiltInTable.h"
 
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    /// Does nothing if the name already has entries: its built-ins are then among them.
+    /// Does nothing if the name already has entries: they then include its built-ins, if any.
     void MakeBuiltIns(std::string_view name)
     {
         if (SlcSymbolScope::Find(name))

@@ -15,8 +15,8 @@
 
 namespace {
 
-/// True for an argument that `unpack` writes: all except the first. Its card declares them as
-/// inputs, so only this function knows that they are outputs.
+/// True for an argument that `unpack` writes: all except the first. Its card declares all as
+/// inputs, so these outputs must be recognized here.
 bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
 {
     return position >= 1 && entry.GetPrimitive() == SqxPrimitive::CALL_PRIM_UNPACK;

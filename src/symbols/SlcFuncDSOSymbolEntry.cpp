@@ -1,6 +1,6 @@
 // All formals of a shadeop are varying inputs, since its declaration states neither detail nor
-// storage. The library's name becomes part of identifiers in generated C++, so characters other
-// than letters and digits are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
+// storage. The library's file name becomes part of identifiers in generated C++, so
+// `FileNameAsCId` encodes it: "a-b.so" becomes "a_2d_b_so".
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
 
@@ -13,7 +13,8 @@ bool IsLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-/// Keeps letters, digits and the characters in `kept`; replaces any other by its code, as "_2d_".
+/// Keeps letters, digits and the characters in `kept`; replaces any other by its code: "_2d_" for
+/// "-".
 std::string EncodedForC(std::string_view text, std::string_view kept)
 {
     constexpr const char* digits = "0123456789abcdef";

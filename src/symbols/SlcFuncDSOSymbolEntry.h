@@ -7,7 +7,7 @@
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
-/// The library of a shadeop, and the parts of its record other than the signature.
+/// The library of a shadeop, and the names in the record that declares it.
 struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
     SlcIdentNode* init = nullptr;        // function that prepares the shadeop; name may be empty
@@ -15,10 +15,11 @@ struct SlcShadeopInfo {
     std::string libraryPath;
     std::string libraryBaseName;   // file name of the library up to its last "."
     std::string libraryExtension;  // after the last "."
-    std::string key;               // identifies the library in generated code
+    std::string key;               // file name, encoded by `FileNameAsCId`
 };
 
-/// One record of a library's table: the declaration, and its init and cleanup functions.
+/// One record of the table in which a library declares a shadeop: the types and names of one
+/// overload, and of the functions that prepare and release it.
 struct SlcShadeopDeclaration {
     SlcTypeNode* returnType = nullptr;
     std::vector<SlcTypeNode*> argTypes;
@@ -57,7 +58,7 @@ public:
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
     /// Returns the path at which the search found the library.
     [[nodiscard]] const std::string& GetLibraryPath() const { return m_info.libraryPath; }
-    /// Returns the file name of the library.
+    /// Returns the file name of the library, which must contain a ".".
     [[nodiscard]] std::string GetLibraryFileName() const
     {
         return m_info.libraryBaseName + '.' + m_info.libraryExtension;

@@ -7,9 +7,10 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcFuncVarArgExpr.h"
 
-// Formats functions of the library as declarations, for documentation and messages.
+// Formats functions as declarations, for the reference pages and the index of names for editors.
 
-/// Formats a formal without its name: "output uniform float". Detail and storage may be null.
+/// Formats a formal without its name: "output uniform float". Of the details and storages, only
+/// uniform and output are shown. Detail and storage may be null.
 [[nodiscard]] std::string SlcFormalText(const SlcTypeNode* type, const SlcDetailNode* detail,
                                         const SlcStorageSpecNode* storage);
 
@@ -23,5 +24,6 @@ struct SlcFuncShape {
     const SlcFuncVarArgExpr* tail;  // may be null
 };
 
-/// Formats a declaration such as "float min(float, float, float ...)".
+/// Formats a declaration such as "float min(float, float, float, float ...)". A variable tail that
+/// is not repeated is shown in brackets, since its arguments may be omitted.
 [[nodiscard]] std::string SlcDeclarationText(const SlcFuncShape& function);

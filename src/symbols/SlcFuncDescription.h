@@ -16,7 +16,7 @@ struct SlcFuncDescription {
     /// `card` must have a name in the language, and must outlive this object.
     explicit SlcFuncDescription(const SqxCard& card);
 
-    /// Returns all overloads of all functions, in the order of the cards.
+    /// Returns all overloads of all built-ins, in the order of the cards.
     [[nodiscard]] static std::vector<SlcFuncDescription> All();
 
     const SqxCard& card;
@@ -27,7 +27,7 @@ struct SlcFuncDescription {
     std::vector<SlcStorageSpecNode*> argStorages;  // input or output
     SlcCallSIMD simd;
     /// The detail that the whole-grid form requires of each argument, including the values of a
-    /// tail that is not repeated; empty if there is no whole-grid form.
+    /// tail that is not repeated; empty if a call cannot use a whole-grid form.
     std::vector<SlcDetailNode*> simdDetails;
     std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a fixed number of arguments
 };

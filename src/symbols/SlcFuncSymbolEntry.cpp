@@ -1,9 +1,9 @@
 // Checks whether a call matches a function. The fixed arguments are compared one by one; further
 // arguments are passed in order to the function's variable tail, which keeps its state from one to
 // the next. With promotion, a formal also accepts types that promote to its type. An output formal
-// never does, since the result would have to be promoted back.
+// never does, since the result would have to be converted back.
 //
-// Tested by tests/symbols/SlcSymbolTableTest.cpp.
+// Tested by tests/symbols/SlcSymbolTableTest.cpp and SlcFuncVarArgExprTest.cpp.
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
@@ -18,7 +18,8 @@
 namespace {
 
 /// Returns advice for an argument that the variable tail rejects; empty for a tail without names.
-/// `previous` is the leaf that accepted the preceding argument; null if that is a fixed argument.
+/// `previous` is the leaf that accepted the preceding argument; null for the first argument of the
+/// tail.
 std::string AdviceOnTail(const SlcFuncVarArgLeaf* previous, const SlcExprNode* arg,
                          SlcFuncVarArgExpr* tail)
 {
@@ -95,8 +96,8 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
             sink->Error(args[i],
                         messageFor() + "(" + m_signature.argTypes[i]->ToString() + " expected)");
     }
-    // A wrong fixed argument is often one that is missing or misplaced. The arguments after it are
-    // then shifted, so reports about the tail would only follow from the first fault.
+    // A fixed argument often does not match because an argument is missing or misplaced. All later
+    // arguments are then shifted, so reports about the tail would only follow from that fault.
     if (reported || !VarArgBegin())
         return;
     const SlcFuncVarArgLeaf* leaf = nullptr;

@@ -30,16 +30,17 @@ enum class SlcFuncOrigin { BuiltIn, User, Shadeop };
 /// The arguments of a call, in source order; the tree owns them.
 using SlcCallArgs = std::vector<SlcExprNode*>;
 
-/// A rule that computes the detail of a call and reports violations of the detail rules. The rules
-/// are in `semantics`; entries only hold and call them.
+/// The rules that compute the detail of a call: for the call as it is written, and for a call in a
+/// function body that is evaluated with the details of certain arguments. They also report
+/// violations. The rules are in `semantics`; entries only hold and call them.
 using SlcCheckDetailProc = SlcDetailNode* (*)(SlcCheckDetail*, SlcPtr<SlcFuncSymbolEntry>,
                                               SlcProcCallExprNode*);
 using SlcCheckInlineDetailProc = SlcDetailNode* (*)(SlcCheckInlineDetail*,
                                                     SlcPtr<SlcFuncSymbolEntry>,
                                                     SlcProcCallExprNode*);
 
-/// What all kinds of functions declare. `argTypes`, `argDetails` and `argStorages` have the same
-/// length and do not include a variable tail.
+/// The properties that functions of all kinds have. `argTypes`, `argDetails` and `argStorages` have
+/// the same length and do not include a variable tail (`SlcFuncVarArgExpr`).
 struct SlcFuncSignature {
     SlcIdentNode* ident = nullptr;
     SlcTypeNode* returnType = nullptr;
@@ -49,15 +50,15 @@ struct SlcFuncSignature {
     bool orderSensitive = false;  // calls must not be reordered
     bool foldable = false;        // may be evaluated at compile time
     SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-    std::vector<SlcDetailNode*> simdDetails;  // of each argument in a whole-grid call
+    std::vector<SlcDetailNode*> simdDetails;  // required of each argument of a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
     std::optional<SqxPrimitive> primitive;  // of a built-in
     SlcFuncOrigin origin = SlcFuncOrigin::BuiltIn;
 };
 
-/// One overload of a function: a built-in, a function of the source or a shadeop. The tables of a
-/// scope list all overloads of a name; `SlcResolveCall` selects the one for a call.
+/// One overload of a function: a built-in, a function of the source or a shadeop. Symbol tables
+/// have an entry for each overload of a name; `SlcResolveCall` selects the one for a call.
 class SlcFuncSymbolEntry : public SlcSymbolEntry {
 public:
     explicit SlcFuncSymbolEntry(SlcFuncSignature signature);
@@ -68,20 +69,24 @@ public:
     /// True if a call with as many arguments can match this overload.
     [[nodiscard]] virtual bool CheckNumberArgs(const SlcCallArgs& args) const;
     /// True if each argument's set of types contains one that matches the formal; with `promote`
-    /// also by promotion, except for output arguments. A void argument of a variable tail is
-    /// reported to `sink`, which may be null.
+    /// also by promotion, except for output arguments. False if the last argument is a name of the
+    /// variable tail, since its value is missing. A void argument of a variable tail is reported to
+    /// `sink`, which may be null. The number of arguments must have been checked.
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
     /// Returns the number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMismatches(const SlcCallArgs& args) const;
-    /// Reports each fixed argument that does not match even with promotion or, if all match, the
-    /// first such argument of the tail, or a name at its end without a value. Skips arguments that
-    /// have been reported already. For a call with `SlcOverloads::Outcome::WrongTypes`.
+    /// Reports each fixed argument that does not match even with promotion. If all match, reports
+    /// the first argument of the tail that does not match, or a name at the end of the tail without
+    /// a value. An argument without possible types has been reported before, and is not reported
+    /// again. For a call with `SlcOverloads::Outcome::WrongTypes`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
-    /// Query a variable tail and walk over it. Without a tail, the query returns false and the walk
-    /// null. A tail keeps the state of only one walk, which `VarArgBegin` restarts.
+    /// Query a variable tail and walk over it: `IsVarNbArgs` is true if there is one, and the other
+    /// operations call those of `SlcFuncVarArgExpr`, or return null if there is none. `VarArgNext`
+    /// skips a part that did not match. A tail keeps the state of only one walk, which
+    /// `VarArgBegin` restarts.
     [[nodiscard]] virtual bool IsVarNbArgs() const { return false; }
     virtual SlcFuncVarArgExpr* VarArgBegin() { return nullptr; }
     virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*, bool /*promote*/)
@@ -93,7 +98,8 @@ public:
     [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
     /// Return the detail of a call by the function's rules: for a call as written, and for a call
-    /// in a function body that is being evaluated. Both report violations.
+    /// in a function body that is being evaluated. The first reports violations; so does the second
+    /// for user functions, but not for built-ins and shadeops.
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
     [[nodiscard]] SlcDetailNode* CheckInlineDetail(SlcCheckInlineDetail* walker,
                                                    SlcProcCallExprNode* call);
@@ -104,7 +110,8 @@ public:
     [[nodiscard]] const std::vector<SlcStorageSpecNode*>& GetArgStorages() const;
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
     /// Returns the detail that a whole-grid call requires of each argument, in the order of the
-    /// instruction; includes the values of a tail that is not repeated.
+    /// instruction; includes the values of a tail that is not repeated. Empty if no call can be a
+    /// whole-grid call.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
     /// Returns the primitive of a built-in; nothing for other functions.
     [[nodiscard]] std::optional<SqxPrimitive> GetPrimitive() const { return m_signature.primitive; }
@@ -113,8 +120,8 @@ public:
     [[nodiscard]] bool IsFoldable() const { return m_signature.foldable; }
     [[nodiscard]] SlcCheckDetailProc GetCheckDetailProc() const { return m_signature.checkDetail; }
 
-    /// Returns the `SlcFuncInfo` of a user function; null otherwise. The info and the function's
-    /// tables form a reference cycle, which `SlcDeleteTree` breaks.
+    /// Returns the `SlcFuncInfo` of a user function, the facts about its body; null otherwise. The
+    /// info and the function's tables form a reference cycle, which `SlcDeleteTree` breaks.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetFuncInfo() const { return m_funcInfo; }
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 

@@ -4,11 +4,11 @@
 
 #include "symbols/SlcFuncVarArgExpr.h"
 
-/// Returns the values of a variable tail in their fixed positions: the order of the arguments of
-/// the built-in's instruction. A pair contributes only its value.
+/// Returns the values of a variable tail in the order in which the built-in's instruction has
+/// them. A pair of a name and a value contributes only its value. Empty if `tail` is null.
 [[nodiscard]] std::vector<SlcFuncVarArgSingle*> SlcTailValues(SlcFuncVarArgExpr* tail);
 
-/// Returns the name and value pairs of a tail, in the order of its card.
+/// Returns the name and value pairs of a tail, in the order of its card. Empty if `tail` is null.
 [[nodiscard]] std::vector<SlcFuncVarArgPair*> SlcTailPairs(SlcFuncVarArgExpr* tail);
 
 /// Returns the value of the tail at fixed position `position`, where 0 is the first argument after

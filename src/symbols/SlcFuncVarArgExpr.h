@@ -11,8 +11,10 @@
 class SlcExprNode;
 class SlcFuncVarArgLeaf;
 
-/// A part of a variable tail, which is matched against the arguments of one call. Each part is a
-/// small state machine that `Begin` resets, so there can be only one walk at a time.
+/// A variable tail, or a part of one. The variable tail of a built-in declares the arguments after
+/// the fixed ones, which may be omitted, named or repeated. A walk matches it against the arguments
+/// of one call. The parts keep the state of the walk, which `Begin` resets, so there can be only
+/// one walk at a time.
 ///
 ///     tail->Begin();
 ///     for (argument : arguments after the fixed ones)
@@ -24,18 +26,19 @@ public:
     SlcFuncVarArgExpr& operator=(const SlcFuncVarArgExpr&) = delete;
     virtual ~SlcFuncVarArgExpr() = default;
 
-    /// Starts a walk and returns the first part; null for an empty list.
+    /// Starts a walk and returns the first leaf; null for an empty list.
     virtual SlcFuncVarArgExpr* Begin() = 0;
-    /// Moves to the part to try next and returns it; null at the end. `skip` means that the last
-    /// argument did not match.
+    /// Moves to the leaf to try next and returns it; null at the end. `skip` means that the current
+    /// leaf did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
-    /// Returns the part that the next argument is matched against first; null past the end.
+    /// Returns the leaf that the next argument is matched against first; null past the end of a
+    /// list.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
     /// Returns the maximum number of arguments, counting the names of pairs if `withNames`;
     /// negative for any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
     /// Returns the leaf that accepts the argument; null if none does. A list also moves past parts
-    /// that do not match, and past the leaf. `promote` allows promotion.
+    /// that do not match, and past the leaf unless that is repeated. `promote` allows promotion.
     virtual SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) = 0;
 };
 

@@ -4,8 +4,9 @@
 
 #include "sqx/SqxPredefined.h"
 
-/// The names by which generated code accesses what the run time passes to it. The operand of a
-/// predefined variable has the variable's accessor as its name, so later stages recognize it.
+/// Names in generated C++. The accessor of a predefined variable is the expression for it in
+/// generated C++. It is also the name of the variable's operand, so later stages recognize the
+/// variable.
 namespace SlcGeneratedNames {
 
 inline constexpr const char* k_hiddenPrefix = "i_hiddens";
@@ -15,7 +16,7 @@ inline constexpr const char* k_lightPrefix = "i_lights";
 inline constexpr const char* k_lightCounter = "lightCnt";
 inline constexpr const char* k_pi = k_sqxPi.accessor;
 
-/// Returns the accessor of a predefined variable.
+/// Returns the accessor of a predefined variable. With another name, the call does not compile.
 consteval const char* AccessorOf(std::string_view name)
 {
     for (const SqxPredefined& row : k_sqxPredefined)
@@ -24,7 +25,7 @@ consteval const char* AccessorOf(std::string_view name)
     throw name;  // not a predefined variable
 }
 
-// The predefined variables that code generation looks up by name.
+// The accessors of variables that the lowering and the C++ writer treat specially.
 inline constexpr const char* k_P = AccessorOf("P");
 inline constexpr const char* k_du = AccessorOf("du");
 inline constexpr const char* k_dv = AccessorOf("dv");

@@ -23,12 +23,12 @@ public:
     [[nodiscard]] static const VarInfo& Pi();
     /// Returns the variable of this name. An unknown name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
-    /// Returns null for an unknown name.
+    /// Returns the variable of this name; null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
-    /// Returns the three variables that a light loop adds.
+    /// Returns the three variables that a light loop (`illuminance`) adds.
     [[nodiscard]] static std::span<const VarInfo> AllOfIlluminance();
-    /// Returns the variable of a light loop. An unknown name is fatal.
+    /// Returns the variable of this name in a light loop. An unknown name is fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
-    /// Returns null for an unknown name.
+    /// Returns the variable of this name in a light loop; null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoIlluminance(std::string_view name);
 };

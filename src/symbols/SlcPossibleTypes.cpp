@@ -22,10 +22,10 @@ using TypeSet = std::vector<SlcTypeNode*>;
 
 struct SharedSets {
     std::set<TypeSet> sets;
-    std::array<const TypeSet*, 16> recent = {};  // cache of sets with one type, by its address
+    std::array<const TypeSet*, 16> recent = {};  // sets with one type, by the type's address
 };
 
-/// Returns the shared set with these members in this order, which lives until the compilation ends.
+/// Returns the shared set with these members in this order. It lives until the compilation ends.
 const TypeSet* SharedSet(TypeSet types)
 {
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
@@ -67,7 +67,7 @@ SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
 {
     SlcTypeNode* candidate = nullptr;
     for (SlcTypeNode* member : *m_types) {
-        // After a report, an expression has type error, which matches any type except void.
+        // A reported expression may have type error, which matches any type except void.
         if (type->IsSameType(member) || (member->IsErrorType() && !type->IsVoidType()))
             return member;
         if (!promote || candidate)

@@ -10,7 +10,7 @@
 
 class SlcLexType;
 
-/// Appends `type` unless `types` contains the same type.
+/// Appends `type` unless `types` contains the same type. The point family counts as one type.
 void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type);
 
 /// The results of semantic analysis for an expression, filled in by successive passes: the types
@@ -41,10 +41,12 @@ public:
     /// Unknown until the detail pass sets it.
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// Returns the detail in that call of the enclosing function which is being evaluated.
+    /// Returns the detail that the last evaluation of the enclosing function's body found: it
+    /// depends on the arguments of the call. Unknown before the first evaluation.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// Returns the operand in which the parent prefers to get the expression's value; may be null.
+    /// Returns the operand into which the lowering should compute the expression's value if that
+    /// is possible, such as the target of an assignment; null if there is none.
     [[nodiscard]] const SlcPtr<SlcLexType>& GetOperandHint() const { return m_operandHint; }
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 

@@ -1,8 +1,8 @@
-// Libraries are read as files, one after another, and none of their code runs: only the table of
-// the requested function is read, record by record. An invalid record causes a warning. The
-// search ends at the first directory with a usable record, so that libraries in later directories
-// cannot add overloads. Results are cached by name, since each scope that calls the function asks
-// again.
+// Libraries are read as files, one after another, and none of their code runs: the table of the
+// requested function is read record by record, and each function that it names must be among the
+// symbols of the library. An invalid record causes a warning. The search ends at the first
+// directory with a valid record, so that libraries in later directories cannot add overloads.
+// Results are cached by name, since each scope that calls the function asks again.
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp with real libraries, good and bad.
 
@@ -106,7 +106,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
                                       name->GetName() + "' needs");
 }
 
-/// Warns if an earlier library of the directory has the same declaration as the last entry.
+/// Warns if the last entry has the same types as one of an earlier library of the directory.
 void SlcShadeopLoader::WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
                                       const Entries& entries)
 {

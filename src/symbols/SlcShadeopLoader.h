@@ -13,7 +13,7 @@
 /// Finds shadeops: functions for shaders in shared libraries.
 ///
 /// For a function `f` a library exports the array `f_shadeops`, whose records declare the overloads
-/// of `f`. Only this table is read, from the file: no code of the library runs in the compiler.
+/// of `f`. This table is read from the file: no code of the library runs in the compiler.
 class SlcShadeopLoader {
 public:
     /// The options must outlive the loader.
@@ -21,10 +21,12 @@ public:
                      SlcShadeopRules rules);
 
     /// Adds to `table` all overloads of the function that the libraries of one directory declare:
-    /// the first search directory with a valid declaration. False if there is none. An invalid or
-    /// repeated record is a warning at `node`; a declared function that is missing is an error.
+    /// the first search directory with a valid declaration. False if there is none.
     ///
-    /// The first call for a name reads every library of each directory that it searches.
+    /// The first call for a name reads every library of each directory up to that one, and reports
+    /// at `node`: a warning for an invalid or repeated record, for a table that is invalid or has
+    /// no end, and for another symbol with the table's name; an error if a library lacks a function
+    /// that a valid record names. Later calls for the name only add the overloads that were found.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);
 
 private:
@@ -48,6 +50,6 @@ private:
     std::map<std::string, Entries> m_known;  // by name; no entries if no library has the function
 };
 
-/// Callback for `QxSystem::ScanDir`: appends the path to the vector of strings at `list` if the
-/// file name can be that of a library.
+/// Callback for `QxSystem::ScanDir`: appends the path to the vector of strings at `list` if its
+/// file name contains ".so" or ".dll", so that versions such as "a.so.1" are found.
 void CheckDSO(const char* fileName, void* list);

@@ -1,6 +1,7 @@
 // Lists for each kind of shader the predefined variables that it should only read and those that it
-// may write. The entries are made once per shader and then accessed with `EntryNamed` instead of a
-// look-up, since a parameter may hide a name such as "P".
+// may write. The entries are made once per shader. Code that needs a variable which the source does
+// not name gets it with `EntryNamed` instead of a look-up, since a parameter may hide a name such
+// as "P".
 //
 // `Ps` of a surface is its `P`: two names with one operand, so that a write to `P` also changes
 // `Ps`. All light loops share one set of the three variables `L`, `Cl` and `Ol`.
@@ -28,13 +29,13 @@ constexpr std::string_view k_names[] = {"Cs", "Os", "P",  "Ps",     "dPdu", "dPd
                                         "u",  "v",  "du", "dv",     "s",    "t",    "L",  "Cl",
                                         "Ol", "E",  "I",  "ncomps", "time", "Ci",   "Oi", "alpha"};
 
-/// The predefined variables of the compilation's shader.
+/// The entries of the predefined variables of the compilation's shader; null until made.
 struct PredefinedEntries {
     std::array<S::VarEntry, std::size(k_names)> entries;  // in the order of `k_names`
     bool illuminanceExists = false;                       // the entries of light loops exist
 };
 
-/// Returns null for an unknown name.
+/// Returns the place of the entry with this name; null for an unknown name.
 [[nodiscard]] S::VarEntry* FindEntry(std::string_view name)
 {
     const auto found = std::find(std::begin(k_names), std::end(k_names), name);
@@ -44,7 +45,8 @@ struct PredefinedEntries {
                 .entries[static_cast<std::size_t>(found - std::begin(k_names))];
 }
 
-// The variables of each kind of shader, in the order in which the entries are made.
+// The variables of each kind of shader, in the order in which the entries are made. A surface also
+// has `Ps`.
 
 constexpr const char* k_surfaceReadOnly[] = {
     "Cs", "Os", "dPdu", "dPdv", "Ng", "u", "v", "du", "dv", "s", "t", "E", "I", "ncomps", "time"};

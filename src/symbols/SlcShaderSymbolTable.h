@@ -6,11 +6,13 @@
 #include "frontend/SlcCodeWalker.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// The scope of a shader's predefined variables, between the scope of the built-ins and that of the
-/// shader.
+/// Base of the scopes with predefined variables. That of a shader is between the scope of the
+/// built-ins and that of the shader's parameters; that of a light loop (`illuminance`) is around
+/// its body.
 ///
-/// Code generation accesses the variables through the compilation's entries, never by look-up,
-/// since a parameter may hide one. An entry is null until it is made.
+/// The compilation also keeps the entry of each name for `EntryNamed`. Code that needs a variable
+/// which the source does not name gets it from there instead of by a look-up, since a parameter may
+/// hide it.
 class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
@@ -19,15 +21,17 @@ public:
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
     /// Adds the variables of a light loop. All light loops of a shader share the entries: only the
-    /// first call makes them. If `first` is false, existing entries of the shader itself are used.
+    /// first call makes them. If `first` is false and the shader is a light, which has these
+    /// variables itself, no call makes them, and its entries are used.
     void InitIlluminance(std::span<const char* const> names, bool first);
-    /// Records the entry under its name; does nothing for an unknown name.
+    /// Records the entry for `EntryNamed`; does nothing if no predefined variable has its name.
     static void InitStaticVarEntry(const VarEntry& entry);
 
-    /// Returns the entry of a predefined variable; null if this kind of shader does not have it. An
-    /// unknown name is a fault of the compiler, and fatal.
+    /// Returns the entry of a predefined variable; null if it has not been made, as for a variable
+    /// that this kind of shader does not have. An unknown name is a fault of the compiler, and
+    /// fatal.
     [[nodiscard]] static const VarEntry& EntryNamed(std::string_view name);
-    /// Clears the entries of the previous shader.
+    /// Clears the entries that were recorded for `EntryNamed`.
     static void ResetStatics();
 
 protected:
@@ -78,8 +82,8 @@ class SlcShaderSymbolTableCreater : public SlcCodeWalker {
 public:
     /// Any node other than the five kinds is reported to `errors` as fatal.
     explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
-    /// Returns a new table inside `parent`. `shaderType` is the node of the shader's kind. Clears
-    /// the entries of the previous shader.
+    /// Returns a new table inside `parent`. `shaderType` is the node of the shader's kind. First
+    /// clears the entries that were recorded for `EntryNamed`.
     [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,
                                                     SlcPtr<SlcSymbolTable> parent);
 

@@ -25,8 +25,8 @@ private:
 /// A variable: declared, predefined, formal, or an `extern` alias of an outer one.
 class SlcVarSymbolEntry : public SlcSymbolEntry {
 public:
-    /// `outer` is the variable that an `extern` declaration refers to, null otherwise. `hidden`
-    /// means predefined.
+    /// `outer` is the variable that an `extern` declaration refers to; null if there is none, or if
+    /// the entry is not `extern`. `hidden` means predefined.
     SlcVarSymbolEntry(SlcIdentNode* ident, SlcTypeNode* type, SlcDetailNode* detail,
                       SlcStorageSpecNode* storage, bool hidden, SlcPtr<SlcVarSymbolEntry> outer);
     ~SlcVarSymbolEntry() override;
@@ -37,23 +37,25 @@ public:
     void SetType(SlcTypeNode* type) { m_type = type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// Returns the detail in the call that is being evaluated; null before the first evaluation.
+    /// Returns the detail in the call of the enclosing function that is being evaluated; null
+    /// before the first evaluation.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
     /// Returns where the variable's value comes from: formal, local, predefined, or another scope.
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
-    /// True for a predefined variable.
+    /// True for a predefined variable; false for `PI`.
     [[nodiscard]] bool IsHidden() const { return m_hidden; }
     /// Returns the variable that an `extern` alias refers to, which may also be an alias; null
     /// otherwise.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
 
     /// Returns a reference to the variable's operand in the intermediate code, which is null until
-    /// it is made: the operand of a predefined variable with the entry, any other by the lowering.
-    /// For an `extern` alias, this is the operand of its outer variable.
+    /// it is made. The operand of a predefined variable or of `PI` is made with the entry, any
+    /// other by the lowering. An `extern` alias has the operand of its outer variable.
     [[nodiscard]] SlcPtr<SlcLexType>& GetIntCodeVar();
-    /// Makes an operand named `cName` with the variable's type, detail and storage. Defined with
-    /// the operand class in `icode`.
+    /// Makes an operand named `cName` with the variable's type, detail and storage; if that is the
+    /// name of `PI` in generated code, uses the operand of `PI` that all code shares. Defined in
+    /// `icode`, with the operand class.
     void MakeIntCodeVar(const char* cName);
 
     /// True for a parameter whose default value cannot be computed once per shader instance.

@@ -1,5 +1,5 @@
-// Look-up of variables: the nearest scope that has the name. The look-up of functions is in
-// SlcSymbolTableFunctions.cpp.
+// Makes tables, adds entries, and looks up variables: the nearest scope with a variable of the name
+// counts. Functions are added and looked up in SlcSymbolTableFunctions.cpp.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 

@@ -41,7 +41,7 @@ struct SlcOverloads {
 /// The names of one scope that are visible at one point of the source.
 ///
 /// A scope grows with each declaration statement: `CreateCurrentScopeTable` makes the next table of
-/// the same scope. Each statement is annotated with the table that is current there, and so sees
+/// the same scope. Each statement is checked with the table that is current there, and so sees
 /// exactly the names declared before it. The tables of a scope share one index of names, so the
 /// cost of a look-up does not depend on the number of tables.
 ///
@@ -53,17 +53,17 @@ struct SlcOverloads {
 /// Tables, entries and function infos form reference cycles, which `SlcDeleteTree` breaks.
 class SlcSymbolTable : public SlcCollectable {
 public:
-    /// Make the outermost scope, and a scope inside `parent`.
+    /// Make the first table of a scope: of the outermost scope, and of a scope inside `parent`.
     SlcSymbolTable();
     explicit SlcSymbolTable(SlcPtr<SlcSymbolTable> parent);
     /// Makes the next table of the scope.
     explicit SlcSymbolTable(SlcPtr<SlcSymbolScope> scope);
     ~SlcSymbolTable() override;
 
-    /// Makes a new scope inside this one.
+    /// Makes a new scope inside this one, and returns its first table.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateNewScopeTable();
-    /// Makes the next table of this scope. If the scope already has a later table, the new table
-    /// does not see the names of the later one.
+    /// Returns a new table that follows this one in its scope. If the scope already has a later
+    /// table, the new table and the later one do not see each other's names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> CreateCurrentScopeTable();
 
     // The Add operations do not check whether the name exists: a caller that must reject
@@ -71,18 +71,20 @@ public:
 
     /// Adds an existing entry.
     void AddVarEntry(const SlcPtr<SlcVarSymbolEntry>& entry);
-    /// Makes and adds an entry, with an operand of the name `cName` unless that is null. `outer`
-    /// may be null.
+    /// Makes and adds an entry, with an operand of the name `cName` unless that is null. Returns
+    /// the entry. `outer` may be null.
     SlcPtr<SlcVarSymbolEntry> AddVarEntry(SlcIdentNode* ident, SlcTypeNode* type,
                                           SlcDetailNode* detail, SlcStorageSpecNode* storage,
                                           bool hidden, const char* cName,
                                           SlcPtr<SlcVarSymbolEntry> outer);
-    /// Adds a user function whose argument lists are those of the formals.
+    /// Makes and adds the entry of a user function with the types, details and storages of the
+    /// formals. Returns the entry.
     SlcPtr<SlcFuncSymbolEntry> AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
                                             SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
                                             SlcCheckDetailProc checkDetail,
                                             SlcCheckInlineDetailProc checkInlineDetail);
-    /// Adds a shadeop as declared by the library at `libraryPath`.
+    /// Makes and adds the entry of a shadeop as declared by the library at `libraryPath`. Returns
+    /// the entry.
     SlcPtr<SlcFuncDSOSymbolEntry> AddFuncEntryDSO(SlcIdentNode* ident,
                                                   const std::string& libraryPath,
                                                   SlcShadeopDeclaration declaration,
@@ -95,44 +97,50 @@ public:
     /// outermost function first; `noDefinitionScope` excludes the definition scope of this table.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVarEntry(SlcIdentNode* ident,
                                                          bool noDefinitionScope) const;
-    /// Does the same for a name that must be known. Throws `SlcSymbolNotFound`.
+    /// Does the same for a name that must be known. Throws `SlcSymbolNotFound` if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> GetVarEntry(SlcIdentNode* ident,
                                                         bool noDefinitionScope) const;
     /// True if the current scope has a variable or function of this name; `thisTableOnly` ignores
     /// earlier tables of the scope.
     [[nodiscard]] bool IsInCurrent(SlcIdentNode* ident, bool thisTableOnly) const;
-    /// True if this scope or an enclosing one has a variable of this name.
+    /// True if this scope or an enclosing one has a variable of this name. Does not search the
+    /// definition scopes of functions.
     [[nodiscard]] bool IsVarInTable(SlcIdentNode* ident) const;
 
-    /// Looks up the overloads that match the arguments' sets of types: exact matches in any scope
-    /// or, if there are none, matches with promotion. `sink`, for faults inside arguments, may be
-    /// null.
+    /// Looks up the overloads that match the arguments' sets of types, and returns those of the
+    /// nearest table that has any: exact matches or, if no table has one, matches with promotion.
+    /// Promotion is not tried if in the outermost table with the name no overload has the number of
+    /// arguments. That table also determines the outcome if nothing matches. `sink`, for faults
+    /// inside arguments, may be null.
     [[nodiscard]] SlcOverloads FindOverloads(const SlcLookup& call,
                                              const SlcPtr<SlcSemanticError>& sink) const;
     /// Returns all overloads whose return type matches, nearest scope first. Empty for an unknown
     /// name.
     [[nodiscard]] std::deque<SlcPtr<SlcFuncSymbolEntry>>
     GetFuncEntrys(SlcIdentNode* ident, SlcTypeNode* returnType) const;
-    /// Returns the overload for a call whose arguments have their unique types, by promotion if
-    /// none matches exactly; among equals in one table the most recently added. Null if there is
-    /// none.
+    /// Returns the overload with this return type whose fixed arguments match those of a call,
+    /// which must have their unique types. An exact match in any table precedes a match by
+    /// promotion; then the nearest table counts, and in one table the most recently added overload.
+    /// Null if there is none.
     [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUniqueFuncEntry(SlcIdentNode* ident,
                                                                  SlcTypeNode* returnType,
                                                                  const SlcCallArgs& args) const;
-    /// Returns the overload with these formals; among equals the first. Null if there is none.
+    /// Returns the overload with this return type and these formals: the first in the nearest table
+    /// that has one. Null if there is none.
     [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUniqueFuncEntry(SlcIdentNode* ident,
                                                                  SlcTypeNode* returnType,
                                                                  SlcFormalsNode* formals) const;
 
     /// Returns the user function that a definition with this return type and these formals would
-    /// replace: it must be in the same scope and have the same types, where all types of the point
-    /// family count as equal. Null if there is none.
+    /// replace: the last in the same scope with the same types and array lengths, where all types
+    /// of the point family count as equal. Null if there is none.
     [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUserFunction(SlcIdentNode* ident,
                                                               const SlcTypeNode* returnType,
                                                               const SlcFormalsNode* formals) const;
 
-    /// In a function's table of formals: the scope in which the function was defined; null in
-    /// strict mode and in all other tables. Later tables of the same scope inherit it.
+    /// In a function's table of formals, and in later tables of the same scope: the scope in which
+    /// the function was defined or, for a function before the shader, that of the predefined
+    /// variables. Null in strict mode, and in all other tables.
     SlcPtr<SlcSymbolTable> m_definitionScope;
 
 private:

@@ -54,7 +54,8 @@ std::vector<SlcTypeNode*> TypesOf(const SlcFormalsNode& formals)
     return types;
 }
 
-/// True if the arguments, which must have their unique types, match the fixed formals.
+/// True if the arguments, which must have their unique types, match the fixed formals. Further
+/// arguments are accepted if there is a variable tail, but not compared with it.
 bool MatchesUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
 {
     const auto& formals = entry.GetArgTypes();
@@ -223,7 +224,7 @@ SlcOverloads SlcSymbolTable::FindOverloads(const SlcLookup& lookup,
     const SlcCallArgs args = SlcArgsOf(lookup.arguments);
     const std::vector<Group> groups = GroupsOf(lookup.ident);
     TriedCall call{args, sink, lookup.functions == SlcLookup::Functions::WithValue};
-    TableMatches outermost;  // in the outermost table tried so far; determine the error
+    TableMatches outermost;  // of the last table tried that has a function; determines the error
     const Group* outermostGroup = nullptr;  // the group of `outermost`
     const auto searchPass = [&](bool promoted) {
         for (const Group& group : groups) {
