@@ -1,6 +1,6 @@
-// Precedence climbing with one table of operators (Pratt, "Top down operator precedence", 1973). An
-// operand that cannot affect the result, such as the right one of `0 && 1 / 0`, is parsed, but a
-// division by zero in it is not reported.
+// Precedence climbing with one table of binary operators (Pratt, "Top down operator precedence",
+// 1973). An operand that cannot affect the result, such as the right one of `0 && 1 / 0`, is
+// parsed, but a division by zero in it is not reported.
 //
 // Tested by tests/preprocessor.
 
@@ -20,8 +20,8 @@ using enum SlcSourceTokenKind;
 
 constexpr int k_mostConditionDepth = 500;
 
-/// All arithmetic uses the unsigned bits; the type determines only how values are compared, divided
-/// and shifted right.
+/// All arithmetic uses the unsigned bits; the type determines only how values are compared,
+/// divided, shifted right and used as shift counts.
 struct Value {
     std::uint64_t bits = 0;
     bool isUnsigned = false;
@@ -128,7 +128,7 @@ private:
         return isHere;
     }
 
-    /// Parses an expression whose operators have at least this level.
+    /// Evaluates an expression whose binary operators have at least this level.
     [[nodiscard]] Value Read(int level)
     {
         if (++m_depth > k_mostConditionDepth)
@@ -167,7 +167,8 @@ private:
         return Compute(left, sign, Read(level + 1));
     }
 
-    /// Parses an operand. If `isIgnored`, its value does not matter.
+    /// Evaluates an operand. If `isIgnored`, its value does not matter, and a division by zero in
+    /// it is not reported.
     [[nodiscard]] Value ReadUnless(bool isIgnored, int level)
     {
         m_ignored += isIgnored ? 1 : 0;
@@ -351,8 +352,9 @@ constexpr EscapeRow k_escapes[] = {
     {'v', 11}, {'\\', 92}, {'\'', 39}, {'"', 34}, {'?', 63}, {'e', 27},
 };
 
-/// Removes one character or escape sequence from the front of the text and returns its code. For an
-/// unknown escape sequence, returns the code of the character after the backslash.
+/// Removes one character or escape sequence from the front of the text and returns its code, of
+/// which an octal or hexadecimal escape sequence keeps only the lowest byte. For an unknown escape
+/// sequence, returns the code of the character after the backslash.
 unsigned int TakeCharacter(std::string_view& text)
 {
     const auto take = [&] {

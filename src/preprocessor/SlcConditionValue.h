@@ -6,9 +6,9 @@
 #include "preprocessor/SlcSourceToken.h"
 
 /// Evaluates `tokens`, the condition after `#if` or `#elif`, in which macros have been replaced: an
-/// integer expression of C with all operators except assignments, computed in 64 bits (C99 6.10.1).
-/// Remaining names are 0. `directive` is the token of the directive's name.
+/// integer constant expression of C, computed in 64 bits (C99 6.10.1), which may contain the comma
+/// operator. Remaining names are 0. `directive` is the token of the directive's name.
 ///
-/// Also returns false after a reported error.
+/// True if the value is not 0. False also after an error, which is reported.
 [[nodiscard]] bool SlcConditionHolds(SlcPreprocessorRun& run, const SlcSourceToken& directive,
                                      const std::vector<SlcSourceToken>& tokens);

@@ -34,7 +34,8 @@ std::string TextOf(const std::vector<SlcSourceToken>& tokens)
     return text;
 }
 
-/// Returns the time in SOURCE_DATE_EPOCH, for reproducible builds; if not set, the local time.
+/// Returns the time in SOURCE_DATE_EPOCH, for reproducible builds, as UTC; if not set, the current
+/// local time.
 std::tm TimeOfRun()
 {
     std::tm parts = {};

@@ -13,7 +13,7 @@
 #include "preprocessor/SlcSourceLexer.h"
 
 /// Reads a source and the files that it includes, executes the directives, and returns the tokens
-/// of all other lines.
+/// of all other lines, without the parts that conditions exclude.
 class SlcDirectiveReader : public SlcTokenSource {
 public:
     using Tokens = std::vector<SlcSourceToken>;
@@ -34,7 +34,8 @@ public:
 
     /// Returns the expander, which replaces macros in the tokens of this reader.
     [[nodiscard]] SlcMacroExpander& Expander() { return m_expander; }
-    /// Adds the file, the source line and the including files of `token` to `report`.
+    /// Adds the place of `token` to `report`: the file that is being read and its including files,
+    /// line, column and length, and the source line if the token is in that file.
     void CompleteReport(const SlcSourceToken& token, SlcPreprocessorReport& report) const;
 
 private:
@@ -49,7 +50,7 @@ private:
     struct OpenFile {
         const SlcSourceText* text = nullptr;
         SlcSourceLexer lexer;
-        std::string name;  // for reports; `#line` can change it
+        std::string name;  // for reports and line markers; `#line` can change it
         std::vector<Group> groups;
         int includeLine = 0;  // line of the `#include` in the including file
     };
@@ -65,7 +66,8 @@ private:
     void SkipLine();
     /// Consumes the rest of the line and returns its tokens.
     [[nodiscard]] Tokens RestOfLine();
-    /// Returns to the including file. False at the end of the source itself.
+    /// Returns to the including file, after a report if an `#endif` is missing. False at the end of
+    /// a text that is not included.
     [[nodiscard]] bool LeaveFile();
 
     void Directive();
@@ -85,7 +87,7 @@ private:
     void Error(const SlcSourceToken& name);
     void Warning(const SlcSourceToken& name);
 
-    /// Records the use in the trace if the name is that of a macro.
+    /// Records the use in the trace if the name is that of a defined macro.
     void NoteUse(const SlcSourceToken& name, SlcPreprocessorTrace::UseKind kind);
     [[nodiscard]] bool Condition(const SlcSourceToken& name);
     void BeginGroup(const SlcSourceToken& name, bool isActive);

@@ -33,7 +33,8 @@ std::optional<std::string> ReadFile(const std::string& path)
     return contents;
 }
 
-/// False for folders, and for devices, whose contents may never end.
+/// True for a regular file or a named pipe. False for folders, and for devices, whose contents may
+/// never end.
 bool IsFile(const std::string& path)
 {
     std::error_code ignored;

@@ -11,7 +11,7 @@
 
 #include "preprocessor/SlcSourceText.h"
 
-/// Finds and reads the files of a source; reads each file once.
+/// Finds and reads the files of a source; reads the file at each path only once.
 class SlcIncludedFiles {
 public:
     /// Returns contents to use instead of those of the file on disk, such as the text in an editor;
@@ -21,7 +21,7 @@ public:
     enum class Outcome { Found, Missing, Unreadable };
     struct Found {
         Outcome outcome = Outcome::Missing;
-        const SlcSourceText* text = nullptr;
+        const SlcSourceText* text = nullptr;  // null unless found
     };
 
     /// Searches `folders` in order. The provider may be empty.
@@ -31,15 +31,15 @@ public:
     {
     }
 
-    /// Finds the file `name` for an `#include` in a file of the folder `beside`, which is searched
-    /// first if the name is in quotes.
+    /// Finds and reads the file `name` for an `#include` in a file of the folder `beside`, which is
+    /// searched first if the name is in quotes. A name that begins with "/" is the path itself.
     [[nodiscard]] Found Find(const std::string& name, bool isQuoted, std::string_view beside);
-    /// Opens the file at `path` without a search.
+    /// Reads the file at `path`, without a search.
     [[nodiscard]] Found Open(const std::string& path);
     /// Adds `contents` as the text of `path`, regardless of the file on disk.
     const SlcSourceText& Add(const std::string& path, std::string contents);
 
-    /// True on the first call for each file.
+    /// True on the first call for each text.
     [[nodiscard]] bool IsFirstUse(const SlcSourceText& text) { return m_used.insert(&text).second; }
     /// Handles `#pragma once` in that file.
     void IncludeOnce(const SlcSourceText& text) { m_once.insert(IdentityOf(text.Name())); }
@@ -67,5 +67,5 @@ private:
     std::set<const SlcSourceText*> m_used;
 };
 
-/// Returns the folder of a path, with its last "/"; empty for the working directory.
+/// Returns the folder of a path, with its last "/"; empty for a path without "/".
 [[nodiscard]] std::string_view SlcFolderOf(std::string_view path);

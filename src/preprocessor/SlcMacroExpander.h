@@ -56,6 +56,8 @@ public:
     [[nodiscard]] Tokens ExpandCondition(Tokens tokens);
 
 private:
+    /// The body of a macro, or tokens that are expanded separately. They are read before the
+    /// contexts below them in `m_contexts`, and before the source.
     struct Context {
         Tokens tokens;
         std::size_t next = 0;
@@ -98,7 +100,7 @@ private:
     [[nodiscard]] Tokens PartOf(const SlcMacro& macro, std::size_t index, Arguments& arguments);
     [[nodiscard]] Tokens Expanded(Argument& argument);
     [[nodiscard]] SlcSourceToken Quote(const SlcSourceToken& hash, const Tokens& argument);
-    /// Joins the last token of `result` with the first one of `part`.
+    /// Joins the last token of `result` with the first one of `part`, and appends the others.
     void Join(Tokens& result, const Tokens& part, const SlcSourceToken& use);
     void PushBody(Tokens body, const SlcSourceToken& use, SlcHideSet hidden);
     void Spend(const SlcSourceToken& use, const SlcSourceToken& token);

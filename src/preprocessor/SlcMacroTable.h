@@ -52,10 +52,11 @@ public:
     /// Defines the built-in macros and the predefined constants.
     explicit SlcMacroTable(SlcPreprocessorRun& run);
 
-    /// Returns null if the macro is not defined. The result is valid as long as the table.
+    /// Returns the entry, valid as long as the table; null if the macro is not defined.
     [[nodiscard]] const Entry* Find(std::string_view name) const;
-    /// Defines the macro of a `#define`. `line` is the rest of the line after that word, and
-    /// `directive` is the place for a report if the line is empty.
+    /// Defines the macro of a `#define`, or reports an error. `line` is the rest of the line after
+    /// that word, and `directive` is the place for a report if the line is empty. Warns if the
+    /// macro is already defined differently.
     void Define(const SlcSourceToken& directive, const Tokens& line);
     /// Does nothing for a name that is not defined.
     void Undefine(std::string_view name);

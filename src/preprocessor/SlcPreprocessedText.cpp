@@ -3,9 +3,10 @@
 //     a.sl                             text
 //     #define TWICE(x) (2 * x)         # 1 "a.sl"
 //     f = TWICE(s); /* why */ t = 1;
-//                                          f = (2 * s);           t = 1;
+//                                      f = (2 * s);           t = 1;
 //
-// From the "(" in the text on, columns differ from those of the file. Two changes describe this:
+// From the "(" in the text on, columns differ from those of the file. Two objects of the class
+// `SlcColumnChange` describe this:
 // {offset of "(", 5, fixed} for the use of the macro, and {offset of ";", 13} for the rest.
 //
 // Tested by tests/preprocessor.

@@ -8,8 +8,9 @@
 #include "preprocessor/SlcPreprocessorTrace.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// A place in the preprocessed text from which on columns differ from those of the file, up to the
-/// next such place or the end of the line.
+/// A place in the preprocessed text at which the relation between its columns and those of the file
+/// changes. The new relation holds up to the next such place or the end of the line. Before the
+/// first such place in a line, the columns are equal.
 struct SlcColumnChange {
     std::size_t offset = 0;
     int column = 0;        // in the file, of the character at the offset
@@ -28,14 +29,16 @@ public:
     void EnterFile(const std::string& name);
     /// Continues after an included file.
     void ReturnToFile(const std::string& name, int line);
-    /// Handles `#line`: the next line gets this number and belongs to the file `name`.
+    /// Handles `#line` or a line marker: the next line gets this number and belongs to the file
+    /// `name`.
     void SetPlace(const std::string& name, int line);
 
-    /// Adds a token, after the line breaks and blanks that precede it in the file.
+    /// Adds a token, after the line breaks and blanks that precede it in the file, or a line
+    /// marker.
     void Add(const SlcSourceToken& token);
     /// Adds a whole line in which no macros are replaced, such as a pragma.
     void AddLine(std::string_view text, int line);
-    /// Ends the last line.
+    /// Ends the last line unless it is empty.
     void Finish();
 
     [[nodiscard]] std::string& Text() { return m_text; }

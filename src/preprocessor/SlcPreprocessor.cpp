@@ -17,12 +17,13 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-/// Returns the directives that are equivalent to the options of the command line.
+/// Returns the directives that define and undefine the macros of the command line.
 std::string DirectivesOf(const std::vector<SlcPreprocessorOptions::Macro>& macros)
 {
     std::string text;
     for (const auto& macro : macros) {
-        // The rest after a line break would be read as a separate line, such as a directive.
+        // Drop the rest after a line break, which would be read as a separate line, such as a
+        // directive.
         std::string word = macro.text.substr(0, macro.text.find('\n'));
         const std::size_t sign = word.find('=');
         if (macro.isDefined && sign == std::string::npos)
@@ -90,7 +91,8 @@ private:
             m_output.Add(token);
     }
 
-    /// Returns the next token for the text. Writes each `_Pragma("...")` as a separate line.
+    /// Returns the next token for the preprocessed text. Writes each `_Pragma("...")` before that
+    /// token as a separate line.
     [[nodiscard]] SlcSourceToken Next()
     {
         SlcSourceToken token = m_reader.Expander().Next();

@@ -4,8 +4,8 @@
 //                      from a.sl:3:
 //     c.h:4:10: ERROR: Cannot find the included file 'nowhere.h':
 //
-//               #include "nowhere.h"
-//                        ^
+//              #include "nowhere.h"
+//                       ^
 //
 // Tested by tests/preprocessor.
 

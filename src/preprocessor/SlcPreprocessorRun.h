@@ -14,11 +14,11 @@
 /// in SlcPreprocessor.cpp.
 class SlcPreprocessorStop {};
 
-/// The state shared by the parts of the preprocessor during one run: the reports, the generated
-/// texts, and the limit on the work.
+/// The state shared by the parts of the preprocessor during one run: the reports, the trace, the
+/// generated texts, and the limit on the work.
 class SlcPreprocessorRun {
 public:
-    /// Completes a report with the place of `token` and passes it to the user.
+    /// Completes a report with the place of `token` and passes it to the user of the preprocessor.
     using Reporter = std::function<void(const SlcSourceToken& token, SlcPreprocessorReport report)>;
 
     /// `trace` may be null.
@@ -31,8 +31,9 @@ public:
     /// Null if nothing is recorded.
     [[nodiscard]] SlcPreprocessorTrace* Trace() const { return m_trace; }
 
+    /// Reports an error at `token`.
     void Error(const SlcSourceToken& token, std::string text);
-    /// Reports a warning, shown at warning level `level` and above.
+    /// Reports a warning at `token`, shown at warning level `level` and above.
     void Warning(const SlcSourceToken& token, int level, std::string text);
     /// Reports an error and throws `SlcPreprocessorStop`.
     [[noreturn]] void Stop(const SlcSourceToken& token, std::string text);

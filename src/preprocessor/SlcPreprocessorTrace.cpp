@@ -125,7 +125,7 @@ SlcPreprocessorTrace::Place SlcPreprocessorTrace::PlaceOf(const Raw& raw) const
         return {};
     const auto offset = static_cast<std::size_t>(raw.begin - file->text->Begin());
     const auto next = std::upper_bound(file->lineBegins.begin(), file->lineBegins.end(), offset);
-    // The place of a name that a line continuation splits is its first part.
+    // The place of a token that a line continuation splits is its first part.
     const bool isCut = next != file->lineBegins.end() && *next < offset + raw.length;
     return {file->number, static_cast<int>(next - file->lineBegins.begin()),
             static_cast<int>(offset - *(next - 1)) + 1,

@@ -12,8 +12,8 @@
 #include "preprocessor/SlcSourceText.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// Records where each token of the preprocessed text comes from, and which macros and files the
-/// source uses. Without a trace, a run records nothing.
+/// Records where each token of the preprocessed text comes from, except in lines such as those of
+/// `#pragma`, and which macros and files the source uses. Without a trace, a run records nothing.
 ///
 /// Places are those in the files themselves, regardless of `#line`.
 class SlcPreprocessorTrace {
@@ -21,7 +21,7 @@ public:
     static constexpr int k_none = -1;
 
     struct Place {
-        int file = k_none;  // index in `Files`, or `k_none` for a text in no file: a pasted name
+        int file = k_none;  // index in `Files`; `k_none` if not in a file: a generated text
         int line = 0;       // from 1
         int column = 0;     // in bytes, from 1
         int length = 0;     // in bytes
@@ -43,25 +43,26 @@ public:
         std::vector<std::string> parameters;
         std::string body;
     };
-    /// `Asked` means that `#ifdef` or `defined` tests whether the macro is defined.
+    /// `Asked` means that `#ifdef`, `#ifndef` or `defined` tests whether the macro is defined, and
+    /// it is; `Undefined`, that `#undef` removes its definition.
     enum class UseKind { Expanded, Asked, Undefined };
     struct MacroUse {
         std::string name;
-        int macro = k_none;  // index in `Macros`, or `k_none` for a macro that no source defines
+        int macro = k_none;  // index in `Macros`, or `k_none` for a predefined macro
         UseKind kind = UseKind::Expanded;
         Place place;            // of the name
         Place end;              // of the last token: the name or a closing parenthesis
         bool isBody = false;    // the use is in the definition of a macro
-        std::string expansion;  // in the preprocessed text; empty if `isBody`
+        std::string expansion;  // in the preprocessed text; empty inside a use or a definition
     };
     struct Include {
-        Place place;        // of the name with its quotes
+        Place place;        // of the name with its quotes, or of the macro that stands for it
         int file = k_none;  // index of the included file in `Files`
     };
 
     // The parts of the preprocessor call the next six operations.
 
-    /// Records a file and returns its index in `Files`.
+    /// Records a file, unless it is known, and returns its index in `Files`.
     int EnterFile(const SlcSourceText& text);
     /// Records a token at `offset` in the preprocessed text.
     void AddToken(std::size_t offset, const SlcSourceToken& token);
@@ -71,7 +72,7 @@ public:
                 const std::vector<std::string_view>& parameters, std::size_t bodyBegin);
     /// Records a use of a macro; `end` is its last token.
     void Use(const SlcSourceToken& name, const SlcSourceToken& end, UseKind kind);
-    /// Records that the `#include` at `place` opened the file.
+    /// Records that the `#include` at `place` names the file, even if `#pragma once` excludes it.
     void IncludeFile(const SlcSourceToken& place, const SlcSourceText& text);
     /// Computes the places; `text` is the preprocessed text. Call it while the texts of the run
     /// still exist.

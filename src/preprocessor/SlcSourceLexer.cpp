@@ -23,7 +23,7 @@ constexpr std::array<CharacterClass, 256> k_classes = [] {
         for (const char c : characters)
             classes[static_cast<unsigned char>(c)] = of;
     };
-    // Includes "$", as in C compilers.
+    // "$" is also a letter, as in most C compilers.
     set("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_$", CharacterClass::Letter);
     set("0123456789", CharacterClass::Digit);
     set("\"'", CharacterClass::Quote);

@@ -20,15 +20,16 @@ public:
         std::function<void(const SlcSourceToken& start)> commentInComment;
     };
 
-    /// `text` must outlive the lexer and its tokens. Without a listener, faults are not reported.
+    /// `text` must outlive the lexer and its tokens, and the listener must outlive the lexer.
+    /// Without a listener, faults are not reported.
     explicit SlcSourceLexer(const SlcSourceText& text, const Listener* listener = nullptr);
-    /// Reads a text in memory that ends with a line break.
+    /// Reads a text in memory that ends with a line break, which a zero byte must follow.
     SlcSourceLexer(const char* begin, const char* end);
 
     /// Returns the next token. At the end of the text, returns `End` on every call.
     [[nodiscard]] SlcSourceToken Next();
     /// Reads the name after `#include`, with its quotes or angle brackets. If the text does not
-    /// continue with one, returns a token of kind `Empty` and consumes only white space.
+    /// continue with one, returns a token of kind `Empty` and consumes only blanks and comments.
     [[nodiscard]] SlcSourceToken HeaderName();
 
     /// Returns the number of the line that is being read.

@@ -1,5 +1,5 @@
-// Most files need no change and are used as they are. Otherwise "\r\n" is replaced by "\n", and
-// line continuations are removed:
+// Most files need no change and are used as they are. Otherwise "\r\n" is replaced by "\n", a byte
+// order mark is removed, a missing last line break is added, and line continuations are removed:
 //
 //     #define TWO a\          becomes     #define TWO a b
 //      b

@@ -5,7 +5,7 @@
 #include <vector>
 
 /// The contents of a file as the lexer reads them: each line, including the last, ends with a
-/// single "\n", and lines that a backslash continues are joined.
+/// single "\n", lines that a backslash continues are joined, and there is no byte order mark.
 class SlcSourceText {
 public:
     /// `name` is used in reports and line markers.

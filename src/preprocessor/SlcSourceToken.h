@@ -8,18 +8,18 @@ using SlcHideSet = std::uint32_t;
 
 enum class SlcSourceTokenKind : std::uint8_t {
     End,        // the end of a file, or of separately expanded tokens
-    NewLine,    // the end of a line; passed only to directives
+    NewLine,    // the end of a line, at which directives end
     Name,       // of letters, digits, "_" and "$"
-    Number,     // a preprocessing number, a superset of the numbers of any language
-    Text,       // between double quotes
+    Number,     // a preprocessing number of C; each number of a shader is one
+    Text,       // between double quotes; also the name after `#include`
     Character,  // between apostrophes
     Sign,
     Other,  // any other byte; also an unmatched quote with the rest of its line
     Empty,  // an empty argument, or no name after `#include`
 };
 
-/// A preprocessing token. `text` and `at` point into a `SlcSourceText` or into a text that the run
-/// has stored; both exist until the end of the run.
+/// A preprocessing token. `text` and `at` point into a `SlcSourceText`, a text that the run has
+/// stored, or a constant; all exist until the end of the run.
 struct SlcSourceToken {
     std::string_view text;
     const char* at = nullptr;  // in the file; for a token from a macro, where the macro is used

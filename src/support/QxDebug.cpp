@@ -2,9 +2,9 @@
 // ends the process with status 1. It does not use the heap, which may be corrupt, and runs on a
 // separate stack, since the usual one may have overflowed.
 //
-// An interrupt also removes unfinished files, but then ends the process by the signal, so that the
-// parent sees the cause. A fatal error calls `std::exit`, which does not run destructors of locals,
-// so an exit handler removes the files or moves them into place.
+// SIGINT and the other signals of `HandleEndings` also remove unfinished files, but then end the
+// process by the signal, so that the parent sees the cause. `std::exit` does not run destructors of
+// locals, so an exit handler removes the files or moves them into place.
 //
 // Tested by tests/support/QxDebugTest.cpp.
 
@@ -66,7 +66,9 @@ std::array<UnfinishedFile, 8> g_unfinishedFiles;
 
 enum class Ending { BySignal, ByExit };
 
-/// Iterates from the last to the first, since a folder can be removed only after its file.
+/// Removes the registered files and folders; at `std::exit`, moves the files that have a place into
+/// it instead. Iterates from the last to the first, since a folder can be removed only after its
+/// file.
 void FinishFiles(Ending ending)
 {
     for (auto file = g_unfinishedFiles.rbegin(); file != g_unfinishedFiles.rend(); ++file) {
@@ -87,7 +89,8 @@ UnfinishedFile* FindUnfinished(const char* path)
     return file == g_unfinishedFiles.end() ? nullptr : &*file;
 }
 
-/// Leaves a signal ignored if the parent process set it to be ignored.
+/// Handles the signal with `EndBySignal`, but leaves it ignored if the parent process set it to be
+/// ignored.
 void HandleInterrupt(int signal)
 {
     struct sigaction action = {};
@@ -98,7 +101,7 @@ void HandleInterrupt(int signal)
     ::sigaction(signal, &action, nullptr);
 }
 
-/// Installs handlers for the signals that end a process but do not indicate a fault in it, and for
+/// Installs handlers for signals that end a process but do not indicate a fault in it, and for
 /// `std::exit`. False if the handler for `std::exit` could not be installed.
 bool HandleEndings()
 {
@@ -113,7 +116,7 @@ void Write(std::string_view text)
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// The return addresses on the stack, innermost first.
+/// The return addresses of the innermost calls, at most `k_maxFrames`, innermost first.
 struct Frames {
     std::array<void*, k_maxFrames> addresses;
     std::size_t count = 0;

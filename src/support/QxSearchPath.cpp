@@ -1,8 +1,8 @@
-// A path is a list of directories, which are expanded when the list is set: environment variables,
-// `~`, and a leading `.` or `..` are replaced at once, so that a later change of the working
-// directory does not affect them. Two items are references instead of directories:
+// A search path is a list of directories, which are expanded when the list is set: environment
+// variables, `~`, and a leading `.` or `..` are replaced at once. So a later change of the working
+// directory affects only directories such as `a/b`. Two items stand for other lists:
 //
-//     @    the default path          &    the previous path
+//     @    the default list          &    the list before the change
 //
 // Tested by tests/support/QxSearchPathTest.cpp.
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-// A list set for `e_resources` is appended to the lists of these categories, in this order.
+// A list set for `e_resources` is appended to the lists of these categories.
 constexpr QxSearchPath::QxCategory k_resourceCategories[] = {
     QxSearchPath::e_shaders,  QxSearchPath::e_displays,    QxSearchPath::e_textures,
     QxSearchPath::e_archives, QxSearchPath::e_procedurals,
@@ -75,8 +75,8 @@ void CutEnd(std::string& path)
         path.pop_back();
 }
 
-/// Removes the last name of `path`, a path that is empty or ends in "/". Returns false, and leaves
-/// the path unchanged, if it is empty or its last name is "..". The root is its own parent.
+/// Removes the last name of `path`, which is empty or ends in "/". Returns false, and leaves the
+/// path unchanged, if it is empty or its last name is "..". The root is its own parent.
 bool CutLastName(std::string& path)
 {
     const std::size_t end = path.find_last_not_of('/');

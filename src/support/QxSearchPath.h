@@ -26,8 +26,9 @@ inline namespace QxServices {
 /// For each category of files, a list of the directories in which they are searched, in order. Part
 /// of the library for other programs; the compiler does not use it.
 ///
-/// Each category has an environment variable that sets its list, such as "DIR:DIR"; ";" is also a
-/// separator. In a list "@" stands for the default list, and "&" for the list before the change.
+/// A list is written as "DIR:DIR"; ";" is also a separator. In it "@" stands for the category's
+/// default list, and "&" for its list before the change. An environment variable for each category
+/// can replace the default list.
 class QxSearchPath {
 public:
     enum QxCategory {
@@ -55,7 +56,8 @@ public:
     static constexpr std::string_view k_envVarBegin = "$";
     static constexpr std::string_view k_pathSeparatorChrs = ":;";
 
-    // Indexed by category: the environment variable that sets the list, and the default list.
+    // Indexed by category: the environment variable that contains the initial list, and the list
+    // if it is not set.
     static constexpr const char* k_pathVarName[k_categories] = {
         "QX_SHADERS_PATH",  "QX_TEXTURES_PATH",    "QX_DISPLAYS_PATH",
         "QX_ARCHIVES_PATH", "QX_PROCEDURALS_PATH", "QX_RESOURCES_PATH",
@@ -65,34 +67,42 @@ public:
     };
 
     /// Initializes each list from its environment variable, or with the default if that is not set.
+    /// The list for `e_resources`, "." by default, is then appended to all others.
     QxSearchPath();
 
-    /// Replaces the category's list by `path` if `replace` is true, otherwise appends `path` to it.
-    /// For `e_resources`, always appends to all other lists. Skips empty items. Does nothing for an
-    /// invalid category or a null path.
+    /// Replaces the category's list by the list `path` if `replace` is true, otherwise appends
+    /// `path` to it. For `e_resources`, always appends to all other lists. Expands each directory
+    /// with `ExpandPath`, and skips empty items. Does nothing for an invalid category or a null
+    /// path.
     void SetPath(QxCategory category, const char* path, bool replace);
     /// Empties the category's list.
     void DeleteCategory(QxCategory category);
     /// Returns the category's list; empty for an invalid category. Each directory ends in "/".
     [[nodiscard]] const std::vector<std::string>& Directories(QxCategory category) const;
 
-    /// Returns the path of the file in the first directory that has it and allows `access`; a name
-    /// that begins with "/" is the path itself. Null if there is no such file; directories do not
-    /// count. The result is valid until the next call. Does not open or create anything.
+    /// Expands `name` with `ExpandName`, and returns the path of the first file of this name, in
+    /// the order of the category's directories, that allows `access`. A name that then begins with
+    /// "/" is the path itself. Null if there is no such file, if `name` is null or empty, or if
+    /// `access` is invalid. Directories do not count as files. The result is valid until the next
+    /// call. Does not open or create anything.
     [[nodiscard]] const char* Find(QxCategory category, const char* name, QxAccess access);
 
     // Expansion of paths. These functions do nothing if `in` is null.
 
-    /// Expands the path of a directory: replaces variables, "~" (the home directory) and a leading
-    /// "." or ".." (the working directory or its parent), and removes inner "." and ".." and a
-    /// final "/". A path that expands to nothing becomes the root; "a/b" stays relative.
+    /// Expands the path of a directory: replaces variables and a leading "~" (the home directory),
+    /// "." (the working directory) or ".." (its parent), and removes each other ".", each other
+    /// ".." with the name before it, and a final "/". A path that expands to nothing becomes the
+    /// root; "a/b" stays relative.
     static void ExpandPath(std::string& out, const char* in);
-    /// Expands a file name: replaces variables and "~", and removes doubled "/" and a final "/".
+    /// Expands a file name: replaces variables and a leading "~", and removes doubled "/" and a
+    /// final "/" or "/.".
     static void ExpandName(std::string& out, const char* in);
     /// Expands environment variables. The name of a variable extends from "$" to the next "/"; an
     /// unset variable expands to nothing.
     static void SubstituteEnvVar(std::string& out, const char* in);
-    /// Removes each ".." together with the name before it. Does nothing for an empty text.
+    /// Removes each ".." together with the name before it; a ".." that has none stays, except
+    /// directly below the root. A relative path of which nothing remains becomes ".". Does nothing
+    /// for an empty text.
     static void ReplaceDotDot(std::string& out, const char* in);
 
 private:

@@ -1,7 +1,8 @@
-// Measures the stack available for recursion. Reserve only raises the limit and does not allocate
-// memory; Left measures from the address of the current frame.
+// Measures the stack available for recursion. `Reserve` only raises the limit and does not allocate
+// memory; `Left` measures from the address of the current frame.
 //
-// Tested by tests/frontend/DeepInputTest.cpp, whose sources are nested deeper than allowed.
+// Tested by tests/frontend/DeepInputTest.cpp, whose sources are longer or nested deeper than
+// allowed.
 
 #include "support/QxStack.h"
 

@@ -1,5 +1,5 @@
-// Thin wrappers of system calls. On failure, they return a neutral value, such as 0, false or -1,
-// or do nothing: callers do not learn the reason.
+// Thin wrappers around system calls. On failure, they return a neutral value, such as 0, false or
+// -1, or do nothing: callers do not learn the reason.
 //
 // Between fork and exec a child only closes descriptors: allocating memory there could wait for a
 // lock that no thread of the child will ever release.
@@ -32,7 +32,8 @@ struct FileSystemName {
     const char* name;
 };
 
-// The numbers are the kernel's (linux/magic.h); ext2 and ext3 share that of ext4.
+// The numbers are those that `statfs` returns, most of them from linux/magic.h. ext2 and ext3 have
+// the number of ext4.
 constexpr FileSystemName k_fileSystems[] = {
     {0xEF53, "ext4"},         {0x58465342, "xfs"}, {0x9123683E, "btrfs"}, {0x01021994, "tmpfs"},
     {0x794C7630, "overlay"},  {0x6969, "nfs"},     {0xFF534D42, "cifs"},  {0xFE534D42, "smb2"},
@@ -43,7 +44,7 @@ constexpr FileSystemName k_fileSystems[] = {
     {0xCA451A4E, "bcachefs"}, {0x5346414F, "afs"}, {0x00C36400, "ceph"},
 };
 
-/// An open file descriptor.
+/// Owns a file descriptor, and closes it. Not open if the number is negative.
 class Descriptor {
 public:
     explicit Descriptor(int number) : m_number(number) {}
@@ -57,7 +58,7 @@ public:
 
     [[nodiscard]] bool IsOpen() const { return m_number >= 0; }
     [[nodiscard]] int Number() const { return m_number; }
-    /// False if the written data did not reach the file.
+    /// False if closing failed: written data may then be lost.
     [[nodiscard]] bool Close() { return ::close(std::exchange(m_number, -1)) == 0; }
 
 private:
@@ -117,10 +118,9 @@ void CloseOtherDescriptors()
         ::close(static_cast<int>(number));
 }
 
-/// Ensures that only the waiting caller collects the exit status of a child, by restoring the
-/// default action of SIGCHLD.
-///
-/// While a process ignores SIGCHLD, the system discards the exit statuses of its children.
+/// Sets SIGCHLD to its default action while it exists, so that the caller can wait for a child: if
+/// the process ignores SIGCHLD, the system discards the exit statuses of its children, and if the
+/// program handles SIGCHLD, the handler may collect them.
 class DefaultChildSignal {
 public:
     DefaultChildSignal()
@@ -273,6 +273,6 @@ int QxSystem::LaunchAndWait(const char* const* arguments)
 
 bool QxSystem::HostName(char* buffer, std::size_t size)
 {
-    // A truncated name has no terminating null.
+    // A truncated name may lack the terminating null.
     return ::gethostname(buffer, size) == 0 && std::memchr(buffer, '\0', size) != nullptr;
 }

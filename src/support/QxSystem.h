@@ -9,24 +9,27 @@
 /// shadeop libraries; the rest is part of the library for other programs.
 ///
 /// No function reports errors: if a system call fails, the function returns the neutral result that
-/// its comment states. Paths are null-terminated and must not be null; their length is not limited.
+/// its comment states. Paths are null-terminated and must not be null; only the system limits their
+/// length.
 class QxSystem {
 public:
     using ScanCallback = void (*)(const char* path, void* data);
 
     // Files.
 
-    /// Calls `callback` with `directory`, "/" and the name of each entry except "." and "..",
-    /// including directories, in the order of the file system. With `recursive`, each subdirectory
-    /// is replaced by its entries, one level deep only. Does nothing if `directory` cannot be read.
+    /// Calls `callback` with the path of each entry of `directory`, also of directories, but not of
+    /// "." and "..", in the order of the file system. With `recursive`, calls it only for entries
+    /// one level deeper: those of the subdirectories, without symbolic links to directories. A path
+    /// is the directory, "/" and the name. Does nothing if `directory` cannot be read.
     static void ScanDir(const char* directory, ScanCallback callback, void* data, bool recursive);
 
     /// True if there is a file, a directory or a symbolic link, which may be dangling, at `path`.
+    /// False on failure.
     [[nodiscard]] static bool FileExists(const char* path);
-    /// True for a directory; false for a symbolic link to one.
+    /// True for a directory; false for a symbolic link to one, and on failure.
     [[nodiscard]] static bool FileIsDir(const char* path);
     /// Returns the size in bytes; for a directory, the total size of its contents, without the
-    /// directories that symbolic links refer to. 0 on failure.
+    /// directories that symbolic links refer to. What cannot be read counts as 0.
     [[nodiscard]] static std::uintmax_t FileSize(const char* path);
     /// Return the time of the last access and of the last modification. 0 on failure.
     [[nodiscard]] static std::time_t FileAccessTime(const char* path);
@@ -50,26 +53,26 @@ public:
 
     /// Returns the number of files that this process may have open; 0 on failure.
     [[nodiscard]] static std::size_t MaxOpenFiles();
-    /// Starts a program with these arguments and does not wait for it. A path without "/" is
-    /// searched in `PATH`. Of the open files, the child inherits only the standard streams. It
-    /// exits with status 127 if there is no such program. Returns the child's process number, or -1
-    /// if no child could be created.
+    /// Starts a program with these arguments, of type `const char*`, and does not wait for it. A
+    /// path without "/" is searched in `PATH`. Of the open files, the child inherits only the
+    /// standard streams. It exits with status 127 if the program cannot be executed. Returns the
+    /// child's process ID, or -1 if no child could be created.
     template <class... Arguments>
     static int LaunchProgram(const char* path, Arguments... arguments)
     {
         const char* const list[] = {path, arguments..., nullptr};
         return Launch(list);
     }
-    /// Does the same, but waits for the program. Returns the exit status, or -1 if the program was
-    /// not started or did not exit normally.
+    /// Does the same, but waits for the child. Returns its exit status, or -1 if no child could be
+    /// created or it did not exit normally.
     template <class... Arguments>
     static int LaunchProgramAndWait(const char* path, Arguments... arguments)
     {
         const char* const list[] = {path, arguments..., nullptr};
         return LaunchAndWait(list);
     }
-    /// Writes the name of the machine to the buffer. False if the name and its terminating null do
-    /// not fit.
+    /// Writes the name of the machine to the buffer. False on failure, also if the name and its
+    /// terminating null do not fit.
     [[nodiscard]] static bool HostName(char* buffer, std::size_t size);
 
 private:

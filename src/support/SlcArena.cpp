@@ -1,5 +1,5 @@
 // Blocks are cut from a chunk one after another. A block's header precedes its aligned address, in
-// the last bytes of the preceding unit, so that a small object costs as much as with malloc:
+// the last bytes of the preceding unit, so that a small object takes as much space as with malloc:
 //
 //     | .. header | object ............ header | object .. header | ...
 //                 ^ aligned                    ^ aligned

@@ -4,24 +4,26 @@
 #include <cstddef>
 #include <new>
 
-/// Memory for the many small objects of one compilation: nodes, instructions, operands, entries,
-/// and the contents of their containers. It is allocated in large chunks that live as long as the
-/// arena. Freed blocks are kept in a free list per size. So allocation and release cost a few
-/// instructions, and a long compilation reuses the memory of its dead objects.
+/// Memory for many small objects. In the program `shaderqx`, built without sanitizers, `new`
+/// allocates all memory in one arena: for nodes, instructions, operands, symbol entries and the
+/// contents of containers. Small blocks are cut from large chunks that live as long as the arena,
+/// and are kept in a free list per size when they are freed. So allocation and release cost a few
+/// instructions, and a long compilation reuses the memory of its dead objects. Larger blocks come
+/// from the system.
 ///
 ///     chunk:  [before][header|room][header|room]...        free[units]: room -> room -> null
 ///
-/// The lifetime of objects is still controlled by `SlcPtr` and the containers; the arena only
-/// manages their memory. An arena is used by one thread.
+/// The arena only manages memory: owners, such as `SlcPtr` and containers, control the lifetime of
+/// objects. An arena is used by one thread.
 class SlcArena {
 public:
     SlcArena() = default;
     SlcArena(const SlcArena&) = delete;
     SlcArena& operator=(const SlcArena&) = delete;
-    /// Frees the chunks, but not blocks that were allocated from the system because of their size.
+    /// Frees the chunks, but not the larger blocks that come from the system.
     ~SlcArena();
 
-    /// Allocates memory aligned for any object. Throws `std::bad_alloc`.
+    /// Allocates memory aligned for any object. Throws `std::bad_alloc` if there is no memory.
     [[nodiscard]] void* Take(std::size_t size)
     {
         if (size > k_largest)
@@ -39,7 +41,7 @@ public:
         HeaderOf(room).units = units;
         return room;
     }
-    /// Frees memory from `Take`; does nothing for null.
+    /// Frees memory from `Take` of this arena; does nothing for null.
     void GiveBack(void* room)
     {
         if (!room)
@@ -72,7 +74,7 @@ private:
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
     /// Allocates a new chunk; the rest of the current one is lost.
     void BeginChunk();
-    /// Allocates from the system and marks the header accordingly.
+    /// Allocates from the system; marks the block by 0 units in its header.
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 

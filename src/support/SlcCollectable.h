@@ -1,7 +1,7 @@
 #pragma once
 
-/// Base of all reference-counted objects. An object is made with `new` inside a `SlcPtr`; it holds
-/// the count itself, and the last `SlcPtr` deletes it.
+/// Base of all reference-counted objects. `MakeShared` makes an object; it holds the count itself,
+/// and the last `SlcPtr` to it deletes it.
 ///
 /// Cycles are not collected: the header of a class that can be part of a cycle says what breaks it.
 class SlcCollectable {

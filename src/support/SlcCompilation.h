@@ -9,9 +9,9 @@
 /// and constants, the state of scanner and parser. All of it is destroyed with the object, so a
 /// process can compile any number of sources independently.
 ///
-/// Each thread has one current compilation, the one that it entered last. Functions that seem
-/// global, such as `NbErrors`, refer to it. A thread that has not entered any compilation has a
-/// default one for its whole life.
+/// Each thread has one current compilation, the last that it entered and has not left. Functions
+/// that seem global, such as `NbErrors`, refer to it. A thread that is in no compilation has a
+/// default one, which lives as long as the thread.
 class SlcCompilation {
 public:
     SlcCompilation() = default;
@@ -65,10 +65,11 @@ private:
         return std::make_unique<Holder<T>>();
     }
 
-    /// Returns the default compilation of a thread that has not entered any.
+    /// Makes the default compilation of the thread its current one, and returns it.
     [[nodiscard]] static SlcCompilation& OwnOfThread();
     /// Returns the number of a kind of part; assigns one if it is still 0.
     [[nodiscard]] static std::size_t NumberOf(std::atomic<std::size_t>& number);
+    /// Adds the part that `make` returns.
     [[nodiscard]] AnyHolder& Make(std::atomic<std::size_t>& number,
                                   std::unique_ptr<AnyHolder> (*make)());
 
@@ -78,7 +79,7 @@ private:
     static constinit inline std::atomic<std::size_t> s_number = 0;
 
     std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number; number 0 is not used
-    std::vector<std::size_t> m_order;                 // order of creation
+    std::vector<std::size_t> m_order;                 // numbers of the parts, first made first
 };
 
 /// Returns the part `T` of the current compilation.

@@ -1,11 +1,10 @@
-// Reports of the scanner, the parser and the driver, and the counters of all reports. Each report
-// is composed first and written at once, so that lines of several processes that share standard
-// error do not mix.
+// Reports that need no syntax tree, and the counters of all reports. Each report is composed first
+// and written at once, so that lines of several processes that share standard error do not mix.
 //
 //     a.sl:3: ERROR: parse error:
 //
 //            float x = = 1;        the line as read
-//                      ^           below the token, after a filler with the line's own tabs
+//                      ^           below the token, after blanks and the line's own tabs
 //
 // Two errors at one token are one fault: during error recovery the parser may reject the same token
 // again.
@@ -38,8 +37,8 @@ struct Counters {
     int warningLevel = 1;
     bool alwaysAdvises = false;
     bool endsByException = false;
-    int sourceReports = 0;              // reports of scanner and parser
-    std::size_t lastError = k_nowhere;  // position of the last error of scanner or parser
+    int sourceReports = 0;              // reports with a source line, also those not shown
+    std::size_t lastError = k_nowhere;  // offset of the last error of scanner or parser
 };
 
 Counters& State()
@@ -93,8 +92,9 @@ std::string Place(const SlcSourcePosition& position)
            ":";
 }
 
-/// Prints the heading, the source line and a caret under the last token. The filler repeats the
-/// line's tabs, so that the caret is in the right column for any tab width.
+/// Records the report, and prints its place and message, the source line and a caret under the last
+/// token. Blanks and the line's own tabs precede the caret, so that it is in the right column for
+/// any tab width. After the limit prints only, once, that reports are not shown.
 void ReportAtSource(std::string_view kind, std::string_view message)
 {
     if (++State().sourceReports > k_maxSourceReports) {
@@ -233,8 +233,9 @@ std::string_view SlcContactAddress()
 
 void yyerror(const char* message)
 {
-    // Two invalid characters have the same column, but not the same position. The end of the source
-    // is also distinct from an invalid character right before it.
+    // Errors are compared by offset: adjacent invalid characters have the same column, which does
+    // not count them. The end of the source has no characters, so one is added to distinguish
+    // it from the token right before it.
     const std::size_t place = SlcCurrentPosition().taken + (SlcCurrentPosition().isAtEnd ? 1 : 0);
     if (std::exchange(State().lastError, place) == place)
         return;

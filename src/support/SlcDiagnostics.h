@@ -6,21 +6,22 @@
 #include <string_view>
 #include <vector>
 
-/// Counters and reports that need no syntax tree. They belong to the current compilation of the
-/// calling thread. All text goes to standard error, unless the compilation collects it.
+// Counters and reports that need no syntax tree. They belong to the current compilation of the
+// calling thread. All text goes to standard error, unless `SetReports` has set another stream.
 
-/// A stage counted errors in the source; the driver prints the summary. Thrown by value.
+/// Ends a stage that has reported and counted errors. Thrown by value.
 class SlcCompilationError {};
-/// A compilation could not start, and the reason has been reported. Thrown by value.
+/// The source could not be read or preprocessed, and the reason has been reported. Thrown by value.
 class SlcCompilationSevereError {};
 
 /// A fatal report has been made, and the compilation cannot continue. Thrown by value. The driver
 /// ends the program with this status; the compiler library derives the kind of failure from it.
 struct SlcCompilationEnd {
-    int status = 1;
+    int status = 1;  // 2 if a token or a line is too long
 };
 
-/// While an object of this class exists, `EndCompilation` throws.
+/// While an object of this class exists, `EndCompilation` throws in the compilation that was
+/// current when the object was made.
 class SlcEndsByException {
 public:
     SlcEndsByException();
@@ -48,15 +49,16 @@ struct SlcReport {
     std::string file;
     int line = 0;
     int column = 0;  // in the file, from 1; 0 if unknown
-    int length = 0;
+    int length = 0;  // 0 if unknown
     std::string text;
     std::string advice;  // lines with "\n" between them
 };
 /// Returns the reports that `RecordReport` has added, in order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
-/// Adds a report; the report functions below except `SeverError` and `SevereWarning` do this.
+/// Adds a report. `yyerror`, both forms of `Warning`, `WarningNoSource` and `FatalError` do this
+/// for the reports that they print.
 void RecordReport(SlcReport report);
-/// Adds a line of advice to the last report; `Advise` does this itself.
+/// Adds a line of advice to the last report, if there is one. `Advise` does this itself.
 void RecordAdvice(std::string_view text);
 
 /// A range of columns within one line of a file. Both members are 0 if the range is unknown.
@@ -73,35 +75,38 @@ void SetColumnsOfText(
 /// Returns the columns of a range of the scanned text that is reported for `line`.
 [[nodiscard]] SlcColumns SlcColumnsOfRange(std::size_t begin, std::size_t end, int line);
 
-/// Resets the counts, since reports of the driver before the parse do not count.
+/// Resets the counts before a parse, since earlier reports do not count. Also resets the limit of
+/// `yyerror`, and forgets the token of its last error.
 void ResetNbErrorsAndWarnings();
 /// Count an error or a warning. A report function below counts its report unless it says otherwise.
 void AddError();
 void AddWarning();
-/// Return the counts of this compilation so far.
+/// Return the counts of this compilation since the last reset.
 [[nodiscard]] int NbErrors();
 [[nodiscard]] int NbWarnings();
 
-/// Sets the level: 0 shows no warnings, 1 the important ones, 2 all. Other values are ignored.
+/// Sets the level, 1 by default: 0 shows no warnings, 1 the important ones, 2 all. Other values are
+/// ignored.
 void SetWarningLevel(int level);
 [[nodiscard]] int WarningLevel();
 
-/// Advice is shown at warning level 2, and at any level once this has been called with true.
+/// Shows advice at every warning level if `always` is true, otherwise, by default, only at level 2.
 void ShowAdvice(bool always);
 [[nodiscard]] bool AdviceIsShown();
 
-/// Returns the contact address in fatal reports.
+/// Returns the contact address for fatal reports and reports of crashes.
 [[nodiscard]] std::string_view SlcContactAddress();
 
 /// Reports an error at the scanner's position, with the source line and a caret under the last
-/// token, and counts it. The generated parser calls this name. Only the first 1000 reports of this
-/// form in a parse, errors and warnings together, are shown. A second error at the same token
-/// follows from the first: it is neither shown nor counted.
+/// token, and counts it. The scanner and the grammar call it; its name is the one that generated
+/// parsers call. Only the first 1000 reports of this form in a parse, errors and warnings together,
+/// are shown, and then a line that says so. A second error at the same token follows from the
+/// first: it is neither shown nor counted.
 void yyerror(const char* message);
 /// Reports a warning in the same form; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
 /// Adds a line of advice to the last report: `file:line: ADVICE: text`, with the scanner's
-/// position. Silent unless advice is shown; never counted.
+/// position. Silent unless advice is shown, and after the limit of `yyerror`; never counted.
 void Advise(std::string_view text);
 /// Reports `file:line: WARNING: message -- detail` at the scanner's position, without the source
 /// line; silent, and not counted, at warning level 0.
@@ -112,6 +117,6 @@ void WarningNoSource(std::string_view message);
 void SeverError(std::string_view program, std::string_view message);
 /// Reports a warning about the program run itself: always printed, never counted.
 void SevereWarning(std::string_view program, std::string_view message);
-/// Reports a fault of the compiler: prints the message and the contact address, and calls
-/// `EndCompilation` with status 1.
+/// Reports and counts a fault of the compiler: prints the message and the contact address, and
+/// calls `EndCompilation` with status 1.
 [[noreturn]] void FatalError(std::string_view message);

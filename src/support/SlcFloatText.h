@@ -15,8 +15,9 @@
     return {text, end};
 }
 
-/// Returns the value that the run time reads back from the text of `value`; compile-time evaluation
-/// must use it too. Whole numbers of up to seven digits are unchanged.
+/// Returns the value that the run time reads back from the text of `value`, before it converts it
+/// to single precision; compile-time evaluation must use it too. Whole numbers of up to seven
+/// digits are unchanged.
 [[nodiscard]] inline double SlcValueOfFloatText(double value)
 {
     constexpr double shortest = 1e7;  // whole numbers below it have at most seven digits

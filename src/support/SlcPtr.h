@@ -9,8 +9,8 @@
 /// Shared ownership of a `T` derived from `SlcCollectable`. The whole object is one raw pointer.
 ///
 /// The pointer is stored as a `SlcCollectable*`, so a forward declaration of `T` is enough to hold,
-/// copy and release it; the full class is needed only to make one from a `T*` and to access the
-/// object.
+/// copy and release it; the full class is needed only to make one from a `T*`, to convert between
+/// classes, and to access the object.
 template <class T>
 class SlcPtr {
 public:
@@ -33,7 +33,7 @@ public:
     {
     }
 
-    /// Does nothing if both point to the same object, which includes self-assignment.
+    /// Both assignments do nothing if both point to the same object, as in self-assignment.
     SlcPtr& operator=(const SlcPtr& other)  // NOLINT(bugprone-unhandled-self-assignment)
     {
         if (m_object != other.m_object)
@@ -51,7 +51,7 @@ public:
     // one, and reports each later access as a use after free. Hiding the release from it would slow
     // compilation by one percent. It also does not know which functions never return null.
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete,clang-analyzer-core.uninitialized.UndefReturn)
-    /// Does not check for null.
+    /// Like `operator*`, does not check for null.
     T* operator->() const { return static_cast<T*>(m_object); }
     T& operator*() const { return *static_cast<T*>(m_object); }
     // NOLINTEND(clang-analyzer-cplusplus.NewDelete,clang-analyzer-core.uninitialized.UndefReturn)
@@ -72,7 +72,7 @@ public:
 
     void Swap(SlcPtr& other) noexcept { std::swap(m_object, other.m_object); }
 
-    /// Returns the raw pointer, only for the conversions of `SlcPtr` and for `CheckCast`.
+    /// Returns the raw pointer, only for `CheckCast` and for members that take another `SlcPtr`.
     // See `operator->`. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
     [[nodiscard]] SlcCollectable* DontUseOutsideTheClassPointer() const { return m_object; }
 
@@ -99,7 +99,7 @@ private:
 
 /// Casts to a `To`. Null yields null. An object that is not a `To` throws `std::bad_cast`: a fault
 /// of the compiler, which only `SlcCheckSemantics` catches, around light statements. A cast to a
-/// base class is free; one to the object's own class is almost free.
+/// base class needs no check; one to the object's own class only compares two addresses.
 template <class To, class From>
 [[nodiscard]] SlcPtr<To> CheckCast(const SlcPtr<From>& from)
 {

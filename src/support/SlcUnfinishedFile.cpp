@@ -15,8 +15,7 @@
 
 namespace {
 
-/// Returns the part before the file name, including the slash; empty for a file in the working
-/// directory.
+/// Returns the part before the file name, including the slash; empty for a path without a slash.
 [[nodiscard]] std::string FolderPart(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);

@@ -9,7 +9,7 @@
 
 /// The options of the command line of `sqxcpp`.
 struct SqxCppOptions {
-    /// The makefile rule that lists the files that were read.
+    /// Where the makefile rule is written that lists the files that were read.
     enum class Rule {
         None,
         Alone,   // in place of the text
@@ -26,8 +26,9 @@ struct SqxCppOptions {
     SqxInformation information = SqxInformation::None;
 };
 
-/// The name, usage and options of the program.
+/// Returns the name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxCppProgram();
 
-/// Reads the words after the name of the program. Throws `SqxUsageError`.
+/// Reads the words after the name of the program. Throws `SqxUsageError` if they are invalid, or if
+/// no source is given and neither the help nor the version is requested.
 [[nodiscard]] SqxCppOptions SqxReadCppOptions(const std::vector<std::string>& arguments);

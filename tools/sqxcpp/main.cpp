@@ -1,5 +1,6 @@
-// Preprocesses a source like the compiler. Writes the text, so that users can inspect it, or a rule
-// for makefiles that lists the files that were read.
+// Preprocesses a source like the compiler, but without the macros that it predefines. Writes
+// the text, so that users can inspect it, a rule for makefiles that lists the files that were read,
+// or both.
 
 #include <filesystem>
 #include <fstream>
@@ -63,8 +64,9 @@ SlcPreprocessed Preprocess(const SqxCppOptions& options)
     return SlcPreprocessText("<stdin>", {std::istreambuf_iterator<char>(std::cin), {}}, wanted);
 }
 
-/// Writes the text, the rule, or both. If the source has errors, writes the incomplete text, but no
-/// rule, since builds would treat the rule as complete. Returns false after an error.
+/// Writes the text, the rule, or both. If the source has errors, writes no rule, since builds would
+/// treat it as complete; the text, which may then be incomplete, is written unless only the rule is
+/// requested. Returns false after an error.
 bool Run(const SqxCppOptions& options)
 {
     const SlcPreprocessed result = Preprocess(options);

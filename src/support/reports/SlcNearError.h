@@ -4,8 +4,9 @@
 
 #include "frontend/SlcCodeWalker.h"
 
-/// Returns a short excerpt of an expression for the "(near '...')" part of a report: its constant,
-/// name or called function, or the excerpt of an operator's left operand.
+/// Finds a short excerpt of an expression for a report, such as for its part "(near '...')": a
+/// constant, a name, the name of a called function, or, for an arithmetic operator with two
+/// operands, the excerpt of the left one.
 class SlcNearError : public SlcCodeWalker {
 public:
     /// Returns the excerpt; empty for a null node, "<somewhere>" for any other kind of node.

@@ -1,7 +1,7 @@
 // Reports at nodes of the tree. The heading that names a function is printed before the first
 // report in it. After an inner function with reports, the heading of the outer function is printed
 // again before its next report (ResumeFunc). In quiet mode, for example while a loop is walked
-// repeatedly only to compute details, errors and warnings are neither printed nor counted.
+// repeatedly only to compute details, errors, warnings and advice are neither printed nor counted.
 //
 // Tested by tests/support/SlcSemanticErrorTest.cpp.
 
@@ -29,7 +29,7 @@ void Record(const SlcSemanticError::Place& place, std::string_view kind, std::st
                   columns.length, std::string(text), ""});
 }
 
-/// If `node` is null, the text is printed without a position.
+/// Records and prints a report; if `node` is null, only its text, without the position and `kind`.
 void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)

@@ -10,10 +10,12 @@
 class SlcCommentICode;
 class SlcIdentNode;
 
-/// The sink for the messages of all passes after parsing, shared by the passes of one compilation.
+/// Reports the messages of the passes after parsing. The passes of semantics share one object, the
+/// lowering and the back ends another. Some messages without a place are reported by the functions
+/// of SlcDiagnostics.h instead.
 ///
-/// A message about a node contains the node's file and line. The reports of a function or shader
-/// are preceded by one line "file: In function name". An error is counted and the pass continues; a
+/// A message about a node contains the node's file and line. A line "file: In function name"
+/// precedes the reports of a function or shader. An error is counted and the pass continues; a
 /// fatal error ends the compilation with status 1.
 class SlcSemanticError : public SlcCollectable {
 public:
@@ -31,11 +33,11 @@ public:
     /// the inner function has printed one.
     void ResumeFunc(Heading outer);
 
-    /// False once an error has been reported.
+    /// False once this object has reported an error.
     [[nodiscard]] bool NoError() const { return m_noError; }
 
-    /// While an object of this class exists, errors and warnings are neither printed nor counted,
-    /// for example because another walk over the same code reports them.
+    /// While an object of this class exists, errors, warnings and advice at nodes are neither
+    /// printed nor counted, for example because another walk over the same code reports them.
     class Quiet {
     public:
         explicit Quiet(SlcSemanticError& errors) : m_errors(errors) { ++m_errors.m_quiet; }
@@ -58,12 +60,14 @@ public:
         std::optional<Quiet> m_quiet;
     };
 
-    /// In all forms of `Error`, `node` may be null: the message then has no position.
+    /// Reports an error. In all forms of `Error`, `node` may be null: the message is then printed
+    /// alone, without a position.
     void Error(const SlcSyntaxNode* node, std::string_view message);
     void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
-    /// Shows an excerpt of `nearby`, which may be null.
+    /// Adds an excerpt of `nearby` to the message, unless `node` or `nearby` is null.
     void Error(const SlcSyntaxNode* node, std::string_view message, SlcSyntaxNode* nearby);
-    /// Uses the position of `comment`, which must not be null; so does `FatalErrorICode`.
+    /// Reports an error at the position of `comment`, which must not be null. Prints no heading,
+    /// and reports in quiet mode too; so does `FatalErrorICode`.
     void ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message);
 
     /// In both forms of `Warning`, the warning is printed and counted only if the warning level is
@@ -72,11 +76,13 @@ public:
     void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
                  int level);
 
-    /// Adds a line of advice to the last report if advice is enabled; never counted.
+    /// Adds a line of advice to the last report if advice is shown and no `Quiet` exists; never
+    /// counted. `node` may be null.
     void Advise(const SlcSyntaxNode* node, std::string_view text);
 
-    /// Reports a fault of the compiler, or code that earlier passes should have rejected: prints
-    /// the message and the contact address, and calls `EndCompilation` with status 1.
+    /// Reports and counts a fault of the compiler, or code that earlier passes should have
+    /// rejected, also in quiet mode: prints the message and the contact address, and calls
+    /// `EndCompilation` with status 1. `node` may be null.
     [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
     [[noreturn]] void FatalError(std::string_view message);
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
@@ -95,7 +101,7 @@ public:
 
 private:
     void CountError();
-    /// Prints the heading once per function, if the function is known.
+    /// Prints the heading unless it has been printed or no function is known.
     void PrintHeading();
 
     bool m_noError = true;
