@@ -49,7 +49,7 @@ constexpr auto k_loops = LoopsOfSpaces(std::make_index_sequence<std::size(qxcolo
 /// Returns the loops of a space; for an unknown name those of RGB, which is the first row.
 const SpaceLoops& LoopsOf(Text space)
 {
-    const qxcolor::Space* found = qxcolor::Find(space ? space : "");
+    const qxcolor::Space* found = qxcolor::Find(space);
     return k_loops[found ? static_cast<std::size_t>(found - qxcolor::k_spaces) : 0];
 }
 

@@ -144,11 +144,11 @@ inline constexpr Space k_spaces[] = {
     {"YIQ", FromYiq, ToYiq},
 };
 
-/// Returns the space with this name; null for an unknown name.
+/// Returns the space with this name; null for an unknown name and for null, the empty text.
 inline const Space* Find(const char* name)
 {
     for (const Space& space : k_spaces)
-        if (std::strcmp(space.name, name) == 0)
+        if (name && std::strcmp(space.name, name) == 0)
             return &space;
     return nullptr;
 }

@@ -66,12 +66,20 @@ inline double Magnitude(double x)
     return DoubleOf(WordOf(x) & ~k_signBit);
 }
 
+/// Returns an exponent that is whole and odd or even as `y`, and small enough for `IsWhole` and
+/// `SignForOdd`: floats above 2^24 are even.
+inline double LimitedExponent(double y)
+{
+    return Magnitude(y) > 0x1p+24 ? 0x1p+24 : y;
+}
+
+/// True if x, whose magnitude is at most 2^50, has no fraction.
 inline bool IsWhole(double x)
 {
     return (x + k_wholeNumbers) - k_wholeNumbers == x;
 }
 
-/// Returns -1 for an odd whole number, 1 for an even one.
+/// Returns -1 for an odd whole number, 1 for an even one. Its magnitude is at most 2^50.
 inline double SignForOdd(double whole)
 {
     return DoubleOf(WordOf(1.0) | (WordOf(whole + k_wholeNumbers) << 63));

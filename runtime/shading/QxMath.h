@@ -42,7 +42,8 @@ inline float QxPowInVectors(float base, float exponent)
     const double x = base;
     const double y = exponent;
     const double power = qxmath::Pow(qxmath::Magnitude(x), y);
-    const double ofNegative = qxmath::IsWhole(y) ? power * qxmath::SignForOdd(y) : 0;
+    const double limited = qxmath::LimitedExponent(y);
+    const double ofNegative = qxmath::IsWhole(limited) ? power * qxmath::SignForOdd(limited) : 0;
     const double nonZero = x < 0 ? ofNegative : power;
     const double any = x == 0 ? 0 : nonZero;
     return static_cast<float>(y == 2 ? x * x : any);
@@ -72,8 +73,11 @@ inline float QxPowAtPoint(float base, float exponent)
         return base * base;
     const double y = exponent;
     const double power = qxmath::PowAtPoint(qxmath::Magnitude(base), y);
-    if (base < 0)
-        return qxmath::IsWhole(y) ? static_cast<float>(power * qxmath::SignForOdd(y)) : 0;
+    if (base < 0) {
+        const double limited = qxmath::LimitedExponent(y);
+        return qxmath::IsWhole(limited) ? static_cast<float>(power * qxmath::SignForOdd(limited))
+                                        : 0;
+    }
     return base == 0 ? 0 : static_cast<float>(power);
 }
 

@@ -35,6 +35,7 @@ int main_(int argumentCount, char** arguments)
 {
     // Without the handlers a crash is not reported, but compilation works.
     static_cast<void>(QxDebug::InitErrorSignalsHandling());
+    QxDebug::EnableRemoval();
     SlcCommandLine line;
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
     if (!ParseOptions(all.subspan(all.empty() ? 0 : 1), line))

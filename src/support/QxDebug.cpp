@@ -64,6 +64,8 @@ struct UnfinishedFile {
 // Enough rows for the preprocessed source, the C++ file and the output, each with its folder.
 std::array<UnfinishedFile, 8> g_unfinishedFiles;
 
+bool g_removesFiles = false;  // set by programs, so that a library leaves the host's signals alone
+
 enum class Ending { BySignal, ByExit };
 
 /// Removes the registered files and folders; at `std::exit`, moves the files that have a place into
@@ -174,8 +176,15 @@ bool QxDebug::StackTrace()
     return true;
 }
 
+void QxDebug::EnableRemoval()
+{
+    g_removesFiles = true;
+}
+
 void QxDebug::RemoveOnSignal(const char* path, const char* placeOnExit)
 {
+    if (!g_removesFiles)
+        return;
     static const bool handled = HandleEndings();
     static_cast<void>(handled);
     if (UnfinishedFile* const file = FindUnfinished(nullptr)) {

@@ -13,13 +13,17 @@ public:
     /// output, if the platform provides none.
     static bool StackTrace();
 
+    /// Lets `RemoveOnSignal` have an effect. Only for programs, at their start: in a library, the
+    /// handlers would replace those of the host.
+    static void EnableRemoval();
+
     /// Registers a file or empty folder to be removed if `std::exit` or a handled signal ends the
     /// process; at `std::exit`, a file with a `placeOnExit` is moved there instead, or removed if
     /// that fails. The first call installs `EndBySignal` for SIGINT, SIGTERM, SIGQUIT, SIGPIPE,
     /// SIGXCPU and SIGXFSZ, unless they are ignored. Register a folder before its file: it is then
     /// removed after the file. The texts must not change, and must live until `KeepOnSignal`. At
-    /// most eight can be registered at a time; further registrations have no effect. Not to be
-    /// called by several threads at a time.
+    /// most eight can be registered at a time; further registrations have no effect. Without
+    /// `EnableRemoval` the call has no effect; with it, several threads must not call at a time.
     static void RemoveOnSignal(const char* path, const char* placeOnExit = nullptr);
     /// Cancels the registration of `path`: the pointer that was registered, not an equal text.
     static void KeepOnSignal(const char* path);

@@ -206,7 +206,10 @@ TEST(QxColorSpaces, ConvertBack)
         for (const QxRGBColor& color : {QxRGBColor{2, 5, 3}, QxRGBColor{-1, -3, -2}})
             ExpectNear(QxColorToRgb(QxColorFromRgb(color, space), space), color.r, color.g,
                        color.b);
-    EXPECT_FALSE(QxIsColorSpace("unheard of"));
+    for (const char* unknown : {"unheard of", static_cast<const char*>(nullptr)}) {
+        EXPECT_FALSE(QxIsColorSpace(unknown));
+        ExpectNear(QxColorTransform({1, 0.5f, 0}, unknown, unknown), 1, 0.5f, 0);
+    }
 }
 
 TEST(QxText, WritesEachArgumentByItsOwnType)

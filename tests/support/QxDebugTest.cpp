@@ -73,6 +73,7 @@ TEST(QxDebugDeathTest, RemovesUnfinishedFiles)
 {
     const TemporaryFolder folder;
     const auto end = [](int signal) {
+        QxDebug::EnableRemoval();
         SlcUnfinishedFile removed("removed");
         SlcUnfinishedFile finished("finished");
         SlcUnfinishedFile moved("moved", SlcUnfinishedFile::OnExit::MoveIntoPlace);
@@ -94,6 +95,15 @@ TEST(QxDebugDeathTest, RemovesUnfinishedFiles)
         EXPECT_TRUE(std::filesystem::remove("finished")) << signal;
         EXPECT_TRUE(std::filesystem::is_empty(".")) << signal;
     }
+}
+
+TEST(QxDebug, LeavesTheSignalsOfAHostProgramAlone)
+{
+    const TemporaryFolder folder;
+    const SlcUnfinishedFile file("file");
+    struct sigaction action = {};
+    ASSERT_EQ(::sigaction(SIGINT, nullptr, &action), 0);
+    EXPECT_EQ(action.sa_handler, SIG_DFL);
 }
 
 TEST(QxDebugDeathTest, ReportsAnOverflowOfTheStack)

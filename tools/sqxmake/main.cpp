@@ -14,6 +14,7 @@ int main(int argc, char** argv)
             return SqxPrintInformation(SqxMakeProgram(), options.information);
         // Crash reports are optional, so the build goes on without them.
         static_cast<void>(QxDebug::InitErrorSignalsHandling());
+        QxDebug::EnableRemoval();
         if (!options.compileFolder.empty())
             return SqxCompileForAnother(options);
         return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
