@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 
 int SlcTextColumns::ColumnOf(std::size_t offset) const
 {
@@ -44,7 +45,7 @@ void SlcTextColumns::FindLines()
         if (line.starts_with("# ") &&
             std::from_chars(line.data() + 2, line.data() + line.size(), marked).ec == std::errc())
             number = marked;
-        else
+        else if (number < std::numeric_limits<int>::max())
             ++number;
         at = end + 1;
     }

@@ -177,6 +177,8 @@ TEST(QxCompiler, ReportsAsData)
         {"surface a() {\n\n  Ci = nothing;\n}\n", 3, 8, 7, "Undefined variable: nothing"},
         {"#define F(x) (x)\nsurface a() {\n  Ci = F(1) +  F(nothing) * 2;\n}\n", 3, 16, 1,
          "Undefined variable: nothing"},
+        {"#line 2147483647\n\nsurface a() { Ci = none; }\n", 2147483647, 20, 4,
+         "Undefined variable: none"},
         {"surface a() {\n  Ci = 1; P = Cs *\n  N;\n}\n", 2, 15, 4, "Incompatible types for *"},
     };
     for (const ReportCase& c : cases) {
