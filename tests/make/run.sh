@@ -104,6 +104,20 @@ echo 'surface plain40() { Ci = 1; }' >"$library/plain40.sl"
 make_is 0 "$include" "$library"
 compiled_are plain40
 
+# A refused source ends the build. If the header of a later source has changed too, the next build
+# compiles that source.
+echo '#define PART 1' >part.h
+echo 'surface first() { Ci = 1; }' >first.sl
+printf '#include "part.h"\nsurface second() { Ci = PART; }\n' >second.sl
+make_is 0 -j1 first.sl second.sl
+echo '#define PART 2' >part.h
+echo 'surface first() { Ci = none; }' >first.sl
+make_is 1 -j1 first.sl second.sl
+says 'sqxmake: 0 compiled, 0 up to date, 1 not tried, 1 refused:'
+echo 'surface first() { Ci = 1; }' >first.sl
+make_is 0 -j1 first.sl second.sl
+says '2 compiled, 0 up to date'
+
 make_is 0 -O0 "$include" "$library/plain10.sl" "$library/plain11.sl"
 compiled_are 'plain10 plain11'
 rm "$library/plain58.sl"

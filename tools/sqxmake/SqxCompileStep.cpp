@@ -79,10 +79,12 @@ private:
                                                SqxRuleReader::Ninja));
     }
 
-    /// Writes an empty rule, but no stamp, so that ninja runs the step again the next time.
+    /// Writes an empty rule, but no stamp, so that ninja runs the step again the next time. It
+    /// would not compare an older stamp with the headers, which the empty rule does not name.
     [[nodiscard]] int EndWithoutStamp() const
     {
         WriteRule({});
+        m_state.MarkStale(m_source);
         return 0;
     }
 
@@ -123,7 +125,7 @@ private:
             std::error_code failed;
             fs::rename(compiled, target, failed);
             if (failed)
-                fs::copy_file(compiled, target, fs::copy_options::overwrite_existing);
+                SqxWriteText(target, SqxReadText(compiled).value());
         }
         SqxWriteText(m_state.SearchedOf(m_id), m_compile.PlacesSearched().Text());
         SqxMakeState::WriteStamp(m_options.stamp, {source, name});

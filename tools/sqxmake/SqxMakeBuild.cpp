@@ -7,7 +7,6 @@
 
 #include "sqxmake/SqxMakeBuild.h"
 
-#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <set>
@@ -65,12 +64,8 @@ void MarkStale(const SqxMakeState& state, const SourceList& sources)
     for (const auto& [source, folder] : sources) {
         const std::string id = SqxMakeState::IdOf(source);
         std::ifstream searched(state.SearchedOf(id));
-        if (!SqxSearchedPlaces::Read(searched).HasNewFiles() && !state.HasChangedUnnamed(id))
-            continue;
-        std::error_code isGone;
-        const auto time = fs::last_write_time(source, isGone);
-        if (!isGone)
-            fs::last_write_time(state.StampOf(id), time - std::chrono::seconds(1), isGone);
+        if (SqxSearchedPlaces::Read(searched).HasNewFiles() || state.HasChangedUnnamed(id))
+            state.MarkStale(source);
     }
 }
 

@@ -48,7 +48,9 @@ bool SqxMakeOutcome::Print(bool keptGoing, std::size_t leftOut) const
     std::vector<std::string> refused;
     for (std::size_t i = 0; i < m_sources.size(); ++i) {
         const Times after = TimesOf(m_sources[i]);
-        if (after.stamp != k_never)
+        if (after.stamp != k_never && m_state.IsStale(m_sources[i].path))
+            ++untried;
+        else if (after.stamp != k_never)
             ++(after.stamp == m_before[i].stamp ? upToDate : compiled);
         else if (after.failure == k_never)
             ++untried;

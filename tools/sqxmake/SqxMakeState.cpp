@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
@@ -35,6 +36,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "unnamed", "work"};
+
+constexpr std::chrono::seconds k_staleAge{1};  // of a stale stamp, relative to its source
 
 constexpr const char* k_stopped = "stopped";
 constexpr const char* k_optionsFile = "options";
@@ -155,6 +158,21 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
         return owner;
     SqxWriteText(path, source);
     return std::nullopt;
+}
+
+void SqxMakeState::MarkStale(const fs::path& source) const
+{
+    std::error_code isGone;
+    const auto time = fs::last_write_time(source, isGone);
+    if (!isGone)
+        fs::last_write_time(StampOf(IdOf(source)), time - k_staleAge, isGone);
+}
+
+bool SqxMakeState::IsStale(const fs::path& source) const
+{
+    std::error_code isGone;
+    const auto stamp = fs::last_write_time(StampOf(IdOf(source)), isGone);
+    return !isGone && stamp == fs::last_write_time(source, isGone) - k_staleAge;
 }
 
 void SqxMakeState::WriteUnnamed(const std::string& id, const std::vector<std::string>& files) const

@@ -46,6 +46,12 @@ public:
     /// absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
+    /// Makes the stamp of a source, if it has one, older than the source, so that ninja compiles
+    /// the source again.
+    void MarkStale(const std::filesystem::path& source) const;
+    /// True if `MarkStale` made the stamp older, and the source has not been compiled or changed
+    /// since then.
+    [[nodiscard]] bool IsStale(const std::filesystem::path& source) const;
     /// Stores the files that a compile has read and that ninja cannot name. Throws `SqxMakeError`.
     void WriteUnnamed(const std::string& id, const std::vector<std::string>& files) const;
     /// True if a file of the last `WriteUnnamed` is gone or newer than the stamp of the source.
