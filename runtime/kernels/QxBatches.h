@@ -14,7 +14,7 @@
 
 namespace QX_KERNEL_SET {
 
-/// This number of points is a multiple of the vector length of every instruction set.
+/// A multiple of the number of floats in a vector, for each instruction set of the kernels.
 constexpr unsigned int k_lanes = 8;
 
 /// For fewer points, calling the function for each point is faster than computing vectors that are
@@ -68,7 +68,8 @@ inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Ba
         Put(numbers, j, QxAt(operand, batch.points[batch.count - 1]));
 }
 
-/// Fills a batch, starting at point `next`. Returns the point at which the following batch starts.
+/// Fills a batch with active points, starting at point `next`. Returns the point at which the
+/// following batch starts.
 inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next)
 {
     for (batch.count = 0; next < points.End() && batch.count < k_block; ++next) {
@@ -126,8 +127,8 @@ struct VaryingShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i + 1, false, Result, Types...>::Run...};
 };
 
-/// Computes all points with the loop for this combination of uniform and varying arguments, or with
-/// the loop for any combination if the result or all arguments are uniform.
+/// Computes all points with the loop for the instruction's combination of uniform and varying
+/// arguments, or with the loop for any combination if the result or all arguments are uniform.
 template <class Function, class Result, class... Types>
 void AllPoints(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

@@ -6,7 +6,7 @@
 // combination. Instead its operands are copied into small arrays on the stack, one block of points
 // after the other. Then all loops have the same form, nothing can alias, triples are stored
 // component by component, and all data stay in the first-level cache. The result of a block is
-// written after its operands have been copied.
+// written after its operands have been copied, so it may share storage with an operand.
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
-// Rows of the table of kernels for operators, and for built-ins whose card names a function of the
-// shading headers. They are generated from the cards, see QxCardRows.h; cards that need a
-// hand-written kernel have no row here.
+// Rows of the table of kernels for operators whose card contains an expression, and for built-ins
+// whose card names a function of the shading headers that needs only their arguments. They are
+// generated from the cards, see QxCardRows.h. Cards that need a hand-written kernel, or have no
+// byte-code number, have no row here.
 
 #include <algorithm>
 #include <array>

@@ -3,9 +3,9 @@
 #include "kernels/QxBatches.h"
 #include "sqx/SqxCardReader.h"
 
-// Generates rows of the table of kernels from cards: the types of the operands, and the function
-// that computes the result. The kernel kind of a card selects the form of the row: `Cheap` or
-// `Each` in QxKernelForms.h, or `Elementary` below.
+// Generates rows of the table of kernels from cards, which state the types of the operands and the
+// function that computes the result. The kernel kind of a card selects the form of the row: `Cheap`
+// or `Each` in QxKernelForms.h, or `Elementary` below.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -14,7 +14,7 @@ namespace QX_KERNEL_SET {
 // Elementary functions are too expensive to be computed for inactive points. Without a mask, a
 // vectorized loop reads the operands in place; with a mask, it reads batches, see QxBatches.h.
 
-/// Computes a function whose result is a float for all points of a batch.
+/// Computes a function of numbers, whose result is a number, for all points of a batch.
 template <class Function, std::size_t... k>
 inline void ComputeNumbers(Numbers& results, const Numbers* operands, unsigned int count,
                            std::index_sequence<k...>)
@@ -117,8 +117,8 @@ constexpr QxKernelRow RowOfCard(std::index_sequence<i...>)
     }
 }
 
-/// Returns the row for a card, or an empty row if the card has no number or needs a hand-written
-/// kernel.
+/// Returns the row for a card, or an empty row if the card has no byte-code number or needs a
+/// hand-written kernel.
 template <class Card>
 constexpr QxKernelRow RowOfCard()
 {

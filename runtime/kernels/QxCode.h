@@ -7,7 +7,7 @@
 /// The action of the machine for one instruction.
 enum class QxCodeStep : std::uint8_t {
     Kernel,         // inside parallel brackets: for the current points
-    Once,           // outside: one time; all operands are uniform
+    Once,           // outside of them: one time; all operands are uniform
     Grid,           // outside: for all points
     GridIf,         // outside: for the points of a flag
     BeginParallel,  // target: after the end; operands: variables with room for a strip
@@ -26,8 +26,8 @@ enum class QxCodeStep : std::uint8_t {
     Stop,
 };
 
-/// True for the start of conditional brackets. The code in them runs only for points whose flag is
-/// true (`IfTrue`) or false (`IfFalse`).
+/// True for the start of conditional brackets. The code in them is for points whose flag is true
+/// (`IfTrue`) or false (`IfFalse`).
 inline bool QxIsCondition(QxCodeStep step)
 {
     return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
@@ -43,30 +43,33 @@ inline bool QxIsGoto(QxCodeStep step)
     return step == QxCodeStep::Goto || QxIsConditionalJump(step);
 }
 
-/// True if the instruction at `target` may run next: for a goto, and for the start and the end of a
-/// loop over lights.
+/// True for a goto, and for the start and the end of a loop over lights: after these, the
+/// instruction at `target` may run next.
 inline bool QxIsJump(QxCodeStep step)
 {
     return QxIsGoto(step) || step == QxCodeStep::BeginLights || step == QxCodeStep::EndLights;
 }
 
-/// A translated instruction: 64 bytes, which is one cache line. The step determines which fields
-/// are used. The translation fills them in, and runs only read them.
+/// A translated instruction. If pointers have 64 bits, it has the size of a cache line, 64 bytes.
+/// The step determines which fields are used. The translation fills them in, and runs only read
+/// them.
 struct QxCode {
     QxKernel all = nullptr;
     QxKernel masked = nullptr;
     QxPointKernel point = nullptr;        // null: `all` serves a grid of one point too
-    const QxOperand* operands = nullptr;  // without counts and the condition
+    const QxOperand* operands = nullptr;  // without counts, literals and the condition
     std::uint32_t count = 0;              // number of these operands
     std::uint32_t target = 0;             // index of an instruction
     std::int32_t number = 0;  // literal: number of a space, shadeop or source line; message: type
                               // of the answer; load: 1 if the element will be written; condition
                               // and Where: the distance to the code after their instructions;
-                              // BeginParallel: points of a strip, 0 for the usual number; goto:
-                              // loops over lights around its target
-    QxOperand flag;  // of a condition, GridIf or conditional goto
+                              // BeginParallel: points of a strip, or 0: one point if `pointwise`,
+                              // otherwise the usual number; goto: number of loops over lights
+                              // around its target
+    QxOperand flag;           // of a condition, GridIf or conditional goto
     QxCodeStep step = QxCodeStep::Kernel;
-    bool whole = false;      // GridIf: runs even if no flag is set (light statement, message)
+    bool whole = false;      // GridIf: also runs if a varying flag is set at no point (light
+                             // statement, message)
     bool copyFlag = false;   // IfTrue, IfFalse: the brackets write their own flag
     bool pointwise = false;  // BeginParallel: runs one point after the other
 };
@@ -76,5 +79,6 @@ struct QxCode {
 struct QxProgramBlock {
     std::vector<QxCode> codes;          // the last one is Stop
     std::vector<QxOperand> operands;    // of all instructions
-    std::vector<std::uint32_t> clears;  // locals that may be read before they are written
+    std::vector<std::uint32_t> clears;  // locals that a run sets to zero first, since they may be
+                                        // read before they are written
 };

@@ -1,6 +1,6 @@
 // Conversions between color spaces. The name of a space is usually uniform. Then it is looked up
-// once per instruction, and a separate loop for each conversion can be vectorized. If a name is
-// varying, or the color or the result is uniform, each point is converted separately.
+// once per call of a kernel, and a separate loop for each conversion can be vectorized. If a name
+// is varying, or the color or the result is uniform, each point is converted separately.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

@@ -8,7 +8,8 @@
 /// Stores the handles of files that the host returns, so that the host is asked once for each file.
 class QxFileHandles {
 public:
-    /// Returns the handle of a file. O(n) for n names. Throws what the host throws.
+    /// Returns the handle of a file, or null if the host has none for it. O(n) for n files. Throws
+    /// what the host throws.
     [[nodiscard]] const void* Find(QxShaderSupport& host, QxFileKind kind, const char* name)
     {
         for (const File& file : m_files)

@@ -1,6 +1,6 @@
 // The function `filterstep`. The name of the filter is nearly always uniform: then it is looked up
-// once per instruction, and each filter has a separate loop. If the name is varying, each point is
-// computed separately. An unknown name selects the default filter.
+// once per call of the kernel, and each filter has a separate loop. If the name is varying, each
+// point is computed separately. An unknown name selects the default filter.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

@@ -11,11 +11,11 @@ using Vector = QxVector3;
 using Matrix = QxMatrix44;
 using Text = const char*;
 
-// A row for a cheap function of one argument: the name of the primitive and the macro, the type of
-// the result, the type of the argument.
+// A row for a cheap function of one argument. `NAME` is the primitive and the macro that computes
+// it, `R` the type of the result, and `A` that of the argument.
 #define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
-// A row for a function that looks up spaces: the name, a reference type for the result, and the
-// types of any number of arguments.
+// A row for a function that looks up spaces. `NAME` is the primitive and the macro; a reference
+// type for the result and the types of any number of arguments follow.
 #define EACH_IN_SPACE(NAME, ...)                                                                   \
     Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
                       InRun([](QxMachineState& state, auto& r, const auto&... arguments) {         \
@@ -23,8 +23,9 @@ using Text = const char*;
                           NAME(r, arguments...);                                                   \
                       }))
 
-// Powers, the slowest of the elementary functions. Uniform exponents of 1, such as an unchanged
-// gamma, and of 2 need no powers. Powers take a third less time if no base is negative.
+// Powers are the slowest of the elementary functions. If the base and the result are varying,
+// uniform exponents of 1, such as an unchanged gamma, and of 2 need no powers. Powers take a third
+// less time if no base is negative.
 
 struct PowerAtPoint {
     void operator()(float& r, const float& x, const float& y) const { r = QxPowAtPoint(x, y); }

@@ -10,7 +10,8 @@
 #include "kernels/QxFileHandles.h"
 #include "sqx/SqxPrimitive.h"
 
-// The functions that run one instruction for many points or for a single one, and their arguments.
+// Kernels: functions that run one instruction, for many points or for a single one. This file
+// declares their arguments, and the rows of the table that lists them.
 
 struct QxCode;
 
@@ -42,14 +43,15 @@ constexpr std::size_t k_qxStoredKinds = static_cast<std::size_t>(QxStored::Text)
 
 /// An operand of a translated instruction.
 struct QxOperand {
-    std::uint32_t variable = 0;  // index in the base addresses of a run
-    std::uint32_t step = 0;      // values from one point to the next; 0 for one value
-    std::uint32_t size = 1;      // elements of an array
+    std::uint32_t variable = 0;  // index in `QxMachineState::values`
+    std::uint32_t step = 0;      // 1 if each point has a value; 0 if all points share one
+    std::uint32_t size = 1;      // elements of an array; 1 if not an array
     QxStored stored = QxStored::Any;
 };
 
-/// The points from `first` to before `first + count` whose flag in `mask` is set, or all these
-/// points if `mask` is null. The mask starts at point 0.
+/// The points from `first` up to, but not including, `End()` whose flag in `mask` is set, or all of
+/// them if `mask` is null. The index of a flag is the number of its point; flags of points outside
+/// the range must not be read.
 struct QxPoints {
     unsigned int first;
     unsigned int count;
@@ -78,24 +80,25 @@ struct QxLoadedShadeop {
 /// and then sorted by point.
 struct QxNote {
     unsigned int point;
-    bool print;  // otherwise it is a report
+    bool print;  // the text is from `printf`; otherwise it reports an error
     std::string text;
 };
 
-/// Counts the work of instructions that need more than a few operations per point, for the limit of
-/// steps.
+/// Counts the work of instructions on texts and lists, which may have any length. Too much work
+/// ends the run, see `QxMachineRun::SetStepLimit`.
 class QxWorkCounter {
 public:
-    /// Adds a number of characters, values or states of regular expressions. Throws if the limit
-    /// is exceeded or the run is to stop; an instruction for many points calls it repeatedly.
+    /// Adds a number of characters, values or states of regular expressions. Throws `QxHostError`
+    /// if the limit is exceeded, and `QxHostStopped` if the host stops the run.
     virtual void CountInner(std::size_t work) = 0;
 
 protected:
     ~QxWorkCounter() = default;
 };
 
-/// The queries of one instruction to the scene, for all its points, and the answers. A run reuses
-/// this memory for all instructions; `filterstep` uses `numbers` too.
+/// The queries of one instruction to the scene, for all its active points, the answers, and the
+/// handles of the files that have been queried. A run reuses this memory for all instructions; the
+/// kernel of `COMPUTE_FILTERSTEP_POINTS` uses `numbers` for its intermediate values.
 struct QxQuestions {
     QxFileHandles files;
     std::vector<unsigned int> points;
@@ -107,9 +110,11 @@ struct QxQuestions {
     std::vector<QxVector3> directions;
 };
 
-/// The part of a run that kernels access. The run sets it up at the start of an evaluation, and
-/// updates the current light and the addresses that it re-binds; kernels re-bind aliases. Values
-/// belong to the run, the host or the program, and their addresses are valid while a block runs.
+/// The part of a run that kernels access. The run sets it up before it runs code. While a block
+/// runs, the run updates the current light, `notesWait` and the addresses that it re-binds; kernels
+/// re-bind aliases, and change `lightsAreForP` and the members for texts, queries and random
+/// numbers. Values belong to the run, the host or the program, and their addresses are valid while
+/// a block runs.
 struct QxMachineState {
     void** values = nullptr;  // by variable; some are re-bound, see QxMachineStore.cpp
     QxGrid grid = {0, 0};
@@ -120,9 +125,9 @@ struct QxMachineState {
     const QxVector3* Ng = nullptr;
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
-    const QxLightInput* light = nullptr;  // current light of the innermost loop; null outside
+    const QxLightInput* light = nullptr;  // current light of the innermost loop; null if none
     unsigned int lightNumber = 0;         // numbered as in a shared object, see `LightMessage`
-    bool lightsAreForP = false;           // the lights were run for the grid, and P has not changed
+    bool lightsAreForP = false;           // `EVAL_LIGHTS_FOR_P` need not run the lights again
     bool inLight = false;                 // a light shader is running
     std::span<const QxLoadedShadeop> shadeops;
     bool notesWait = false;
@@ -157,9 +162,10 @@ struct QxKernelRow {
     QxKernel all = nullptr;         // for any combination of uniform and varying operands
     QxKernel masked = nullptr;      // for the points of a mask; null: `all` serves both
     QxPointKernel point = nullptr;  // null: `all` serves one point too
-    /// For a cheap function with a varying result: two kernels for each combination of uniform and
-    /// varying arguments, the one for all points at index 2 c, the one for a mask at 2 c + 1. Bit k
-    /// of c is set if argument k is varying. The function may also be computed for inactive points.
+    /// Null except for cheap functions, which may also be computed for inactive points. Used if the
+    /// result, operand 0, is varying: two kernels for each combination of uniform and varying
+    /// arguments, the one for all points at index 2 c, the one for a mask at 2 c + 1. Bit k of c is
+    /// set if argument k, which is operand k + 1, is varying.
     const QxKernel* shaped = nullptr;
     /// For a light statement: like `masked`, but also clears the flag, operand 0, outside the mask.
     QxKernel statement = nullptr;
@@ -168,8 +174,8 @@ struct QxKernelRow {
     const QxStored* rest = nullptr;
     unsigned int operandCount = 0;
     SqxPrimitive primitive{};
-    /// The results of a point depend only on its own operands, and there are no other effects, so
-    /// points may be computed in any order.
+    /// The results at a point depend only on its own operands and, with `readsLights`, on its own
+    /// lights. There are no other effects, so points may be computed in any order.
     bool perPoint = false;
     /// The results also depend on the values of lights, which `EVAL_LIGHTS` and `EVAL_LIGHTS_FOR_P`
     /// compute.

@@ -15,7 +15,7 @@
 //     Each         a function of one point's operands      for all combinations of uniform and
 //                                                          varying operands, one without a mask and
 //                                                          one that tests the mask at each point:
-//                                                          for expensive functions
+//                                                          for functions that are not cheap
 //     Cheap        the same; the first operand is the      if the result is varying, two for each
 //                  result                                  combination; the one with a mask also
 //                                                          computes all points, so that it can be
@@ -179,7 +179,8 @@ void One(QxMachineState& state, const QxOperand* operands)
     RunOne<Function, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
-/// Returns a row for a function of operands of these types; it writes those of reference types.
+/// Returns a row for a function of operands of these types. The function writes the operands of
+/// reference types.
 template <class... Types, class Function>
 constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
 {
@@ -260,8 +261,8 @@ inline auto Values(void* base)
         return UniformValue<Value>{*values};
 }
 
-// Selects one of two values without a branch, as vector instructions do. The function is computed
-// at inactive points too, so a cheap function must neither fault nor have side effects.
+// Selects one of two values without a branch, as vector instructions do. A cheap function is
+// computed at inactive points too, so it must neither fault nor have side effects.
 inline float Select(QxStopAndBool flag, float yes, float no)
 {
     return flag ? yes : no;
@@ -359,7 +360,8 @@ constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
 
 // Operands of kernels that loop over points themselves
 
-/// A varying or uniform operand of a kernel, which may pass it to the run-time headers.
+/// A varying or uniform operand of a kernel, which may pass it to functions of the run-time
+/// headers.
 template <class Value>
 struct GridOperand {
     Value* values;

@@ -1,4 +1,5 @@
-// Functions for the light that surfaces reflect: `ambient`, and the others by QxLitStrips.h.
+// Functions for the light that surfaces reflect: `ambient`, and `diffuse`, `specular` and `phong`,
+// which QxLitStrips.h computes for blocks of points.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -68,8 +69,8 @@ constexpr QxKernelRow AmbientRow()
     return row;
 }
 
-/// Returns a row that computes points in blocks. For a grid of one point, it calls the function of
-/// the run-time headers, since a block would be slower.
+/// Returns a row whose kernels compute points in blocks. For a grid of one point, the row calls the
+/// function of the run-time headers for one point, since a block would be slower.
 template <class Answer, class Call, class... Types>
 constexpr QxKernelRow LitRow(SqxPrimitive primitive)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-// Common parts of the kernels for lists, references and shadeops, which would not be faster with
-// any instruction set: addresses and rows for operands of any type.
+// Addresses and rows for operands of any type, used by the kernels for lists, references and
+// shadeops. These are compiled only once, since no instruction set would make them faster.
 
 #define QX_KERNEL_SET qxcommon
 #define QX_KERNEL_CODE

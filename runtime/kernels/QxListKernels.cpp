@@ -111,8 +111,8 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
         }
 }
 
-// Messages. The operands are the result, the texture of `textureinfo`, the name, and the variable
-// that receives the value.
+// Messages. The operands are the result, the texture (only for `textureinfo`), the name, and the
+// variable that receives the value.
 
 template <QxMessage message, std::size_t name>
 void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)

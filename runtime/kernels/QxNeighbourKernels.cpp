@@ -1,7 +1,7 @@
 // Functions that read neighbouring points, and therefore compute the whole grid at once. The
 // functions in QxDerivatives.h, which shared objects call too, compute differences between
-// neighbours; if all points are active, they do this row by row. Filters of textures need the
-// corners of the patch around each point.
+// neighbours; if all points are active, they do this row by row. Queries of textures, environments
+// and shadows need the corners of the patch around each point.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -66,8 +66,8 @@ void StCorners(QxMachineState& state, const QxCode& code, const QxPoints& points
     Corners<float>(state, code, points, 1, 3, 2);
 }
 
-/// Keeps the differences in memory that the run reuses: to allocate memory in each call and return
-/// it to the system can cost more than the rest of the shader.
+/// Keeps the differences of a varying operand in memory that the run reuses: to allocate memory in
+/// each call and return it to the system can cost more than the rest of the shader.
 QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
                                    const QxPoints& points)
 {

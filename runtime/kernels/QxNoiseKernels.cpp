@@ -43,7 +43,7 @@ struct NoiseLoops {
     }
 };
 
-/// Returns a row for a noise function, whose operands are the coordinates, followed by their
+/// Returns a row for a noise function, whose arguments are the coordinates, followed by their
 /// periods if the noise is periodic.
 template <class Noise, class Result, class... Types, class Function>
 constexpr QxKernelRow NoiseRow(SqxPrimitive primitive, Function function)

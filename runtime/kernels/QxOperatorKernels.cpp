@@ -3,7 +3,7 @@
 //
 // Most operators cost less than the loop around them. So most rows (Cheap) have a separate loop for
 // each combination of uniform and varying arguments, with and without a mask, which the compiler
-// can vectorize. Rows for matrices and strings (Each) share a loop between all combinations.
+// can vectorize. Rows for matrices and strings (Each) have one loop for all combinations.
 // `SET_UNIFORM_BOOL_FLAG` has its own kernel.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
@@ -26,7 +26,7 @@ using Text = const char*;
 constexpr unsigned int k_flagsAtOnce = 128;
 
 /// Sets the uniform flag, operand 0, to whether operand 1 is true at any of the points, which may
-/// be the points of one strip.
+/// be the points of one strip. Ignores the mask.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points)
 {

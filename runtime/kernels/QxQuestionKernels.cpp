@@ -74,7 +74,8 @@ QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>
             static_cast<unsigned int>(queries.size())};
 }
 
-/// Returns the host's handle for the file that operand 1 names, or null if the name is varying.
+/// Returns the host's handle for the file that operand 1 names, or null if the host has none or the
+/// name is varying.
 const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)
@@ -82,7 +83,8 @@ const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
     return state.questions.files.Find(*state.support, kind, Operands(state, code, 0).String(1));
 }
 
-/// Stores the answers in operand `k`, at the points that `Collect` recorded.
+/// Stores the answers in operand `k`, at the points that `Collect` recorded. A number gets the red
+/// component of a color.
 template <class Value, class Answer>
 void Give(QxMachineState& state, const QxCode& code, std::size_t k,
           const std::vector<Answer>& answers)
@@ -266,8 +268,9 @@ void IndirectDiffuses(QxMachineState& state, const QxCode& code, const QxPoints&
     Give<float>(state, code, 11, all.numbers);
 }
 
-// Arguments: name, channel, four corners, fidelity, samples, two blurs, two widths, filter; TEXTURE
-// also has fill and lerp.
+// `TEXTURE` and `CORNERS` are the types of: name, channel, four corners, fidelity, samples, two
+// blurs, two widths, filter; `TEXTURE` also includes fill and lerp. `SOURCES` are the number of
+// corners of an area light, and these corners.
 #define FIVE float, float, float, float, float
 #define TEXTURE Text, FIVE, FIVE, FIVE, Text, float, float
 #define CORNERS Text, float, Vector, Vector, Vector, Vector, FIVE, float, Text

@@ -1,13 +1,14 @@
 // References to elements of arrays, checks of indices, and copies of whole arrays. If all points
 // refer to the same element, the reference has the address of the values of that element. Otherwise
-// it contains an address for each point, and the element is copied to a variable before an
-// instruction and back after it:
+// it contains an address for each point. An element that an instruction reads is copied to a
+// variable before it, and an element that it writes is copied from a variable after it:
 //
-//     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD t t 1;  store t
+//     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD u t 1;  store u
 //
-// An array is stored element by element, each with the values of all points. The array owns its
-// texts, and a variable only borrows them. But an instruction that replaces a text frees the old
-// text; so the load moves the text to the variable, and the element is empty until the store.
+// An array is stored element by element; if it is varying, an element has the values of all points.
+// The array owns its texts, and these variables only borrow them. But an instruction that replaces
+// a text frees the old text; so before it, a load moves the text to the variable, and the element
+// is empty until the store.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -19,7 +20,7 @@ namespace qxcommon {
 namespace {
 
 /// Returns the number of the element with this index, or of the nearest one if the index is outside
-/// the array.
+/// the array; 0 for NaN.
 std::size_t ElementAt(float index, std::uint32_t size)
 {
     if (!(index >= 1))

@@ -1,6 +1,6 @@
 // Calls of shadeops, one point at a time, with the addresses of their arguments. Since shadeops are
-// foreign code, they get copies; only the result and arrays of numbers are copied back. Types and
-// lengths were checked when the shader was opened.
+// foreign code, they get copies; only the result and arrays of several elements, except of texts,
+// are copied back. Types and lengths were checked when the shader was opened.
 //
 // Tested by tests/shadeops, which compare with shared objects that call the same library.
 
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    using Place = std::uint64_t;  // large enough for numbers and addresses
+    using Place = std::uint64_t;  // so that numbers and addresses are aligned
 
     static std::size_t PlacesOf(const QxOperand& operand)
     {

@@ -1,7 +1,8 @@
 // Splines. For a block of points at a time, vectorized loops compute the position of each point on
 // the spline and the weights of its four control values. Then the weighted control values are
 // summed for each point. If all control values are uniform, they are first copied to one array. If
-// there are fewer than four, or the basis is varying, each point is computed separately.
+// there are fewer than four, the basis is varying, or there is only one point, each point is
+// computed separately.
 
 #include "QxSplines.h"
 #include "kernels/QxBlocks.h"
@@ -49,7 +50,8 @@ private:
     const GridOperand<Value>* m_operands;
 };
 
-/// The positions of the points of a block on a spline.
+/// The positions of the points of a block on a spline: for each point, the index of its first
+/// control value, and the weights of this one and the next three.
 struct Places {
     int firsts[k_block];
     Numbers weights[4];

@@ -13,7 +13,8 @@ namespace {
 using Vector = QxVector3;
 using Flag = QxStopAndBool;
 
-/// Sets the flag of each point that `where` selects to `statement(point)`.
+/// Sets the flag of each point that `where` selects to `statement(point)`. `Where::Statement` also
+/// clears the other flags.
 template <Where where, class Statement>
 inline void SetFlags(const GridOperand<Flag>& flags, const QxPoints& points,
                      const Statement& statement)
@@ -99,7 +100,8 @@ struct Solar {
     }
 };
 
-/// Tests whether the current light is within the cone around the axis.
+/// Tests whether the current light is within the cone around the axis; false outside loops over
+/// lights.
 struct Illuminance {
     static constexpr const QxStored* operands = k_stored<Flag, Vector, Vector, float>;
     static constexpr unsigned int count = 4;

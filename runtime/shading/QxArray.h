@@ -4,8 +4,9 @@
 #include <cstdlib>
 #include <new>
 
-/// An array of numbers, triples or pointers that owns its elements, which are initially zero. It
-/// replaces std::vector, since compiling <vector> costs more than the rest of a small shader.
+/// An array of plain values, which are initially zero. It replaces std::vector, since compiling
+/// <vector> costs more than the rest of a small shader. The constructor and `Reset` throw what
+/// `new` throws.
 template <class Element>
 class QxArray {
 public:
@@ -15,7 +16,8 @@ public:
     QxArray& operator=(const QxArray&) = delete;
     ~QxArray() { delete[] m_elements; }
 
-    /// Discards the elements and allocates new ones, which are zero.
+    /// Changes the number of elements, and sets all of them to zero. If it throws, the array is
+    /// unchanged.
     void Reset(std::size_t size)
     {
         if (size != m_size) {
@@ -43,7 +45,8 @@ private:
     std::size_t m_size = 0;
 };
 
-/// A list of plain values that can grow. Throws what `new` throws if there is no memory.
+/// A list of plain values that can grow. Elements are moved by `realloc`, so `Element` must be
+/// trivially copyable.
 template <class Element>
 class QxList {
 public:
@@ -52,7 +55,8 @@ public:
     QxList& operator=(const QxList&) = delete;
     ~QxList() { std::free(m_elements); }
 
-    /// Appends a copy of the element, which may be an element of this list.
+    /// Appends a copy of the element, which may be an element of this list. Throws std::bad_alloc
+    /// if there is no memory.
     void Add(Element element)
     {
         if (m_size == m_room) {
@@ -71,6 +75,7 @@ public:
         Exchange(m_size, other.m_size);
         Exchange(m_room, other.m_room);
     }
+    /// Removes the last element and returns it. This list must not be empty, as for `Last`.
     Element TakeLast() { return m_elements[--m_size]; }
     Element& Last() { return m_elements[m_size - 1]; }
     /// Removes all elements and keeps the memory.

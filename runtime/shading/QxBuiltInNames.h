@@ -3,16 +3,17 @@
 #include "QxCalls.h"
 #include "QxCardNames.h"
 
-// Maps the names in generated code to functions; QxCardNames.h contains the names that are
-// generated from cards. A name has up to four forms: for the current point or uniform data, for the
-// whole grid, and for the points where a flag is true or false. The macros use these variables of
-// the calling code: the grid (`numMp`, `numMpU`, `numMpV`), the point (`polyCnt`), the context
-// (`i_context`, `shaderSupport`), the predefined variables (`i_hiddens`) and the lights
-// (`i_lights`, `i_numLights`, `lightCnt`).
+// Maps names in generated code to functions. Other names are mapped in QxCardNames.h, which is
+// generated from the cards, in QxOperators.h and in QxSceneNames.h. A name has up to four forms:
+// without a suffix for the current point or uniform data, with _SIMD for the whole grid, and with
+// _SIMD_IF_TRUE and _SIMD_IF_FALSE for the points where a flag is true or false. The macros use
+// these variables of the calling code: the grid (`numMp`, `numMpU`, `numMpV`), the point
+// (`polyCnt`), the context (`i_context`, `shaderSupport`), the predefined variables (`i_hiddens`)
+// and the lights (`i_lights`, `i_numLights`, `lightCnt`).
 
 // clang-format off
 
-// Components.
+// Components of triples, and the four numbers that one packed number contains.
 #define CALL_PRIM_XCOMP(result, p) ((result) = QxToPoint(p).x)
 #define CALL_PRIM_YCOMP(result, p) ((result) = QxToPoint(p).y)
 #define CALL_PRIM_ZCOMP(result, p) ((result) = QxToPoint(p).z)
@@ -91,8 +92,8 @@
 #define CALL_PRIM_CALCULATENORMAL_SIMD_IF_TRUE(result, condition, p, du, dv) QxNormalOfOperand(QX_GRID, QxWhere(condition, true), result, p, du, dv)
 #define CALL_PRIM_CALCULATENORMAL_SIMD_IF_FALSE(result, condition, p, du, dv) QxNormalOfOperand(QX_GRID, QxWhere(condition, false), result, p, du, dv)
 
-// Transforms between a numbered space and the current one, and color transforms. The condition is
-// the first argument.
+// Transforms between the current space and another one, given by its number, and between RGB and
+// another color space, given by its name. The condition is the first argument.
 #define CALL_PRIM_TRANSFORM_TO_CURRENT(dest, source, space) QxCallPlain(QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, source)
 #define CALL_PRIM_TRANSFORM_TO_CURRENT_SIMD(dest, source, space) QxCallSimd(numMp, QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, source)
 #define CALL_PRIM_TRANSFORM_TO_CURRENT_SIMD_IF_TRUE(condition, dest, source, space) QxCallSimdIf(numMp, true, QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, condition, source)
@@ -118,7 +119,8 @@
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD(dest, source, space) QxCallSimd(numMp, QxColorFromRgbCall(), dest, source, space)
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD_IF_TRUE(condition, dest, source, space) QxCallSimdIf(numMp, true, QxColorFromRgbCall(), dest, condition, source, space)
 
-// Light statements. The condition is the second argument, or the last one of an illuminance.
+// The evaluation of lights, and light statements. The condition is the second argument, but the
+// last one of `illuminance`.
 #define EVAL_LIGHTS(position) shaderSupport->EvaluateLights(position, numMp, i_lights, i_numLights)
 #define ILLUMINATE(flag, position, axis, angle, Ps, L) ((flag) = QxIlluminateCall()(position, axis, QxNumber(angle), Ps, L))
 #define ILLUMINATE_SIMD(flag, ...) QxLightOverGrid(numMp, QxAllPoints(), QxIlluminateCall(), flag, __VA_ARGS__)

@@ -7,8 +7,9 @@
 #include "QxNoise.h"
 #include "QxShaderSupport.h"
 
-// The built-in functions as objects that are called for one point. Whatever a function needs in
-// addition to its arguments is passed to its constructor.
+// Built-in functions as objects that are called for one point; at the end, functions of the whole
+// grid that read neighbouring points. If a function needs more than its arguments, its object
+// contains the rest, such as the host or a space.
 
 struct QxLengthCall {
     float operator()(const QxVector3& v) const { return QxLength(v); }
@@ -110,7 +111,8 @@ inline QxAnyTriple QxMakeTriple(const QxAnyTriple*, float x, float y, float z)
     return {x, y, z};
 }
 
-/// `random` as a float: the next random number of the point.
+/// `random` as a float: the next random number of the point, or of `QxDraws::k_allPoints` for a
+/// uniform result.
 class QxRandomCall {
 public:
     explicit QxRandomCall(QxShaderSupport* support) : m_support(support) {}
@@ -126,7 +128,7 @@ public:
     using QxRandomCall::QxRandomCall;
     QxAnyTriple operator()(unsigned int point) const
     {
-        // In separate statements, since the order of evaluation of arguments is unspecified.
+        // Separate statements, so that every compiler draws the components in this order.
         QxAnyTriple triple;
         triple.x = QxRandomCall::operator()(point);
         triple.y = QxRandomCall::operator()(point);
@@ -135,7 +137,8 @@ public:
     }
 };
 
-/// True if the text of an operand in generated code denotes the value at a point.
+/// True if the text of an operand in generated code denotes the value at a point: it then contains
+/// `[polyCnt]`.
 constexpr bool QxIsAtPoint(const char* operand)
 {
     for (; *operand; ++operand)
@@ -144,8 +147,9 @@ constexpr bool QxIsAtPoint(const char* operand)
     return false;
 }
 
-// Transforms of points, vectors and normals. A space is represented by the two matrices between it
-// and the current space, so a transform between two spaces goes through the current space.
+// Transforms of points, vectors and normals. A space that has a number or a name is represented by
+// the two matrices between it and the current space, so a transform between two spaces goes through
+// the current space.
 
 /// The kinds of transforms, as policies. Each gets the matrix of the transform and its inverse, and
 /// uses the one that it needs.
@@ -193,8 +197,8 @@ struct QxFromCurrentCall {
     }
 };
 
-/// Transforms between spaces that are specified by matrices, or by names that are known only at run
-/// time.
+/// Transforms from the current space, or from the space with the name `from`, to a space that is
+/// specified by its name or by the matrix from the current space to it.
 template <class As>
 class QxTransformCall {
 public:

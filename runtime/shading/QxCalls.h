@@ -10,11 +10,12 @@
 #include "QxSplines.h"
 #include "QxText.h"
 
-// Built-in functions that need more than a loop over points.
+// Components, packed numbers, and built-in functions that do not fit the forms of QxForms.h:
+// they have several results, need the index of the point, or have variable argument lists.
 
 // Components. An index that is out of range selects the nearest component.
 
-/// Returns the index, clamped to the range; NaN becomes 0.
+/// Returns the whole part of the index, clamped to the range from 0 to `count` - 1; 0 for NaN.
 inline int QxClampedIndex(float index, int count)
 {
     return QxToInt(index, 0, count - 1);
@@ -45,8 +46,9 @@ inline void QxSetComponent(QxMatrix44& matrix, float row, float column, float va
     matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)] = value;
 }
 
-/// Packs four numbers from 0 to 1, with eight bits each, into one. The result can be compared or
-/// stored, but not used in computations.
+/// Packs four numbers, clamped to the range from 0 to 1, into one, with eight bits each. The result
+/// can be stored and passed on, but not compared or used in computations: its bits may be those of
+/// NaN.
 inline float QxPack(float a, float b, float c, float d)
 {
     unsigned int bits = 0;
@@ -101,7 +103,7 @@ struct QxFaceForwardNgCall {
 
 // The forms of functions that need the index of the point
 
-/// Calls the function for the current point.
+/// Computes result = function(point, arguments...) for the current point, or once for uniform data.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlainAt(unsigned int point, const Function& function, Result& result,
                           Arguments&&... arguments)
@@ -109,7 +111,7 @@ inline void QxCallPlainAt(unsigned int point, const Function& function, Result& 
     result = function(point, QxAt(arguments, 0u)...);
 }
 
-/// Calls the function for all points.
+/// Computes result = function(point, arguments...) for each point of the grid.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimdAt(unsigned int points, const Function& function, Result&& result,
                          Arguments&&... arguments)
@@ -117,6 +119,7 @@ inline void QxCallSimdAt(unsigned int points, const Function& function, Result&&
     QxOverGridAt(points, QxAllPoints(), function, result, arguments...);
 }
 
+/// The same for the points where the condition has the wanted value.
 template <class Function, class Result, class Condition, class... Arguments>
 inline void QxCallSimdIfAt(unsigned int points, bool wanted, const Function& function,
                            Result&& result, const Condition& condition, Arguments&&... arguments)
@@ -124,7 +127,8 @@ inline void QxCallSimdIfAt(unsigned int points, bool wanted, const Function& fun
     QxOverGridAt(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
-/// Computes the flag of a light loop, which is false at points where the condition does not hold.
+/// Computes the flag of an `illuminance` loop for its current light. The flag is false at points
+/// that `where` does not select.
 template <class Where, class Flag, class Axis, class Angle>
 inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
                                   const QxIlluminanceCall& statement, Flag&& flag, const Axis& axis,
@@ -146,7 +150,7 @@ inline const Value& QxArgument(QxArguments arguments, int place)
 }
 
 /// Computes the spline with the arguments from `first` on as control values, at the position in the
-/// argument before them.
+/// argument before them. `count` is the number of all arguments.
 template <class Result>
 inline void QxSplineCall(Result& result, const char* basis, QxArguments arguments, int first,
                          int count)
@@ -177,7 +181,8 @@ struct QxGreater {
     }
 };
 
-/// Combines the list from left to right. The result may be one of the arguments.
+/// Combines the arguments, of which there must be at least one, from left to right by `Choice`. The
+/// result may be one of the arguments.
 template <class Choice, class Result>
 inline void QxChooseCall(Result& result, QxArguments arguments, int count)
 {
@@ -187,7 +192,8 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
     result = chosen;
 }
 
-/// Concatenates the texts in order. The result may be one of them, since it is replaced last.
+/// Concatenates the texts in order, and cuts the result off at `k_qxTextLength`. A null text counts
+/// as empty. The result may be one of the texts, since it is replaced last.
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
     QxText text;
@@ -197,8 +203,9 @@ inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
     QxAssignString(result, text.Characters());
 }
 
-/// Formats the arguments, of which the first is the format. `givenTypes` contains one letter per
-/// argument, see QxSceneNames.h; null if the arguments match the format.
+/// Formats the arguments, of which the first is the format; a null format counts as empty.
+/// `givenTypes` contains one letter for each argument, including the format, see QxSceneNames.h. If
+/// it is null, the conversions in the format determine the types of the other arguments.
 inline QxText QxFormatArguments(QxArguments arguments, const char* givenTypes, int count)
 {
     const char* format = QxArgument<const char*>(arguments, 0);

@@ -25,7 +25,7 @@ struct QxCharacterSet {
 
 namespace qxpattern {
 
-// The classes of ASCII, whatever the locale of the host is.
+// The classes contain only ASCII characters, whatever the locale of the host is.
 // clang-format off
 inline bool IsDigit(int c) { return c >= '0' && c <= '9'; }
 inline bool IsLower(int c) { return c >= 'a' && c <= 'z'; }
@@ -42,6 +42,7 @@ inline bool IsPunct(int c) { return IsGraph(c) && !IsAlnum(c); }
 inline bool IsXdigit(int c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 // clang-format on
 
+/// A named class, with the function that returns whether a character belongs to it.
 struct Class {
     char name[8];
     bool (*has)(int);

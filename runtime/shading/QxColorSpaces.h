@@ -22,7 +22,7 @@ inline QxRGBColor Same(const QxRGBColor& c)
     return c;
 }
 
-/// Returns the pure color of a hue.
+/// Returns the fully saturated color of a hue, of which only the fraction matters.
 inline QxRGBColor OfHue(float hue)
 {
     const float h = (hue - qxmath::Floor(hue)) * 6;
@@ -31,8 +31,9 @@ inline QxRGBColor OfHue(float hue)
             QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 
-/// Returns the hue, from 0 (red) through 1/3 (green) and 2/3 (blue) up to, but not including, 1; 0
-/// for a gray. `high` is the largest component, and `range` its difference from the smallest one.
+/// Returns the hue, from 0 (red) through 1/3 (green) and 2/3 (blue) to 1, which is reached only by
+/// rounding; 0 for a gray. `high` is the largest component, and `range` its difference from the
+/// smallest one.
 inline float HueOf(const QxRGBColor& c, float high, float range)
 {
     if (range <= 0)
@@ -47,8 +48,8 @@ inline float HueOf(const QxRGBColor& c, float high, float range)
     return hue < 0 ? hue / 6 + 1 : hue / 6;
 }
 
-// Hue, saturation and value, and hue, saturation and lightness: Alvy Ray Smith, "Color gamut
-// transform pairs", 1978.
+// Hue, saturation and value: Alvy Ray Smith, "Color gamut transform pairs", 1978. Hue, saturation
+// and lightness: George Joblove and Donald Greenberg, "Color spaces for computer graphics", 1978.
 
 inline QxRGBColor FromHsv(const QxRGBColor& c)
 {
@@ -104,7 +105,7 @@ inline QxRGBColor FromXyY(const QxRGBColor& c)
     return FromXyz({c.r * scale, c.b, (1 - c.r - c.g) * scale});
 }
 
-/// Black has no chromaticity, so all results are 0.
+/// Converts to chromaticity and luminance. Black has no chromaticity; its results are 0.
 inline QxRGBColor ToXyY(const QxRGBColor& c)
 {
     const QxRGBColor xyz = ToXyz(c);
@@ -114,7 +115,8 @@ inline QxRGBColor ToXyY(const QxRGBColor& c)
     return {xyz.r / sum, xyz.g / sum, xyz.g};
 }
 
-// Luma and chroma of the NTSC system: its rounded weights, and the exact inverse of these.
+// Luma and chroma of the NTSC system. `ToYiq` uses its rounded weights, and `FromYiq` the inverse
+// of this rounded matrix.
 
 inline QxRGBColor FromYiq(const QxRGBColor& c)
 {
@@ -137,7 +139,7 @@ struct Space {
     QxRGBColor (*fromRgb)(const QxRGBColor&);
 };
 
-/// The first row is the default space.
+/// The first row must be RGB, which replaces unknown spaces.
 inline constexpr Space k_spaces[] = {
     {"rgb", Same, Same},     {"hsv", FromHsv, ToHsv}, {"hsl", FromHsl, ToHsl},
     {"xyz", FromXyz, ToXyz}, {"XYZ", FromXyz, ToXyz}, {"xyY", FromXyY, ToXyY},
@@ -155,13 +157,14 @@ inline const Space* Find(const char* name)
 
 }  // namespace qxcolor
 
-/// True if there is a color space with this name.
+/// True if there is a color space with this name, which must not be null.
 inline bool QxIsColorSpace(const char* name)
 {
     return qxcolor::Find(name) != nullptr;
 }
 
-/// Converts from the named space to RGB. An unknown space is treated as RGB.
+/// Converts from the named space to RGB. An unknown space is treated as RGB; the name must not be
+/// null. The same holds for the functions below.
 inline QxRGBColor QxColorToRgb(const QxRGBColor& color, const char* space)
 {
     const qxcolor::Space* found = qxcolor::Find(space);

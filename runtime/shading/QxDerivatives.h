@@ -15,9 +15,10 @@ struct QxGrid {
 enum class QxGridAxis { U, V };
 
 // A parameter `where` of the functions below selects the active points. Values at other points may
-// be stale: they do not affect results at active points, and results at them have no meaning.
+// be stale: they do not affect results at active points. Results at other points have no meaning or
+// are not written.
 
-/// True if all points are active.
+/// True if `where` is known to select all points. The kernels overload this for their masks.
 inline bool QxIsEverywhere(const QxAllPoints&)
 {
     return true;
@@ -29,13 +30,14 @@ inline bool QxIsEverywhere(const Where&)
     return false;
 }
 
-// Central differences. At an edge of the grid or of the active points, the difference uses three
-// points on one side, (-3 f0 + 4 f1 - f2) / 2, which is of second order like a central one, so that
-// neighbouring grids agree. If there is no third point, it is the difference from the only
-// neighbour. The loop over a row excludes its edges, so that it can be vectorized.
+// Central differences. At an edge of the grid or of the active points, the difference is computed
+// from the point and the next two on one side, (-3 f0 + 4 f1 - f2) / 2. Like a central difference
+// it is of second order, so that neighbouring grids nearly agree at their common edge. If the
+// second of the two is missing, it is the difference from the only neighbour; without a neighbour
+// it is 0. The loop over a row excludes the ends of the row, so that it can be vectorized.
 
-/// Returns the change at the first of three values. For values on a line, this is exactly their
-/// difference.
+/// Returns the change at the first of three values. If the steps between them are equal, the result
+/// is exactly one step.
 template <class Value>
 inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
 {
@@ -43,7 +45,8 @@ inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
     return change + (change - (f2 - f1)) * 0.5f;
 }
 
-// Changes from row to row, at a point of the row
+// Function objects that return the change from row to row at point `i` of a row. `before` and
+// `after` are the rows on its two sides.
 
 template <class Value>
 struct QxChangeInside {
@@ -53,7 +56,8 @@ struct QxChangeInside {
     Value operator()(unsigned int i) const { return (after[i] - before[i]) * 0.5f; }
 };
 
-/// `direction` is -1 at the last row, where the other rows come before it.
+/// For the first and the last row of at least three; `next` and `third` are the next two rows
+/// towards the inside of the grid. `direction` is -1 for the last row, since these come before it.
 template <class Value>
 struct QxChangeAtRim {
     const Value* row;
@@ -67,7 +71,8 @@ struct QxChangeAtRim {
     }
 };
 
-/// For grids of at most two rows.
+/// For grids of at most two rows. In a grid of one row, `before` and `after` are this row, so the
+/// change is 0.
 template <class Value>
 struct QxChangeOfTwo {
     const Value* before;
@@ -76,8 +81,8 @@ struct QxChangeOfTwo {
     Value operator()(unsigned int i) const { return after[i] - before[i]; }
 };
 
-/// Calls `work` with the function object that computes the changes across one row. All points of
-/// the grid must be active.
+/// Calls `work` with the function object that computes the changes along v at the points of one
+/// row. All points of the grid must be active.
 template <class Value, class Work>
 inline void QxWithChangeAcross(const Value* values, const QxGrid& grid, unsigned int row,
                                const Work& work)
@@ -107,8 +112,9 @@ inline Value QxChangeAtEnd(const Value* row, unsigned int columns, bool first)
                  : QxChangeAtEdge(end[0], end[-1], end[-2]) * -1.0f;
 }
 
-/// Returns the change at a point along an axis with this stride; `place` is the position of the
-/// point along the axis. Of the other points, reads only active ones.
+/// Returns the change at a point along an axis with this stride. `place` is the position of the
+/// point along the axis, and `length` the number of points along it. Of the other points, reads
+/// only active ones.
 template <class Value, class Where>
 inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int stride,
                            unsigned int place, unsigned int length, const Where& where)
@@ -140,8 +146,8 @@ inline void QxDifferencesWithinRow(Value* result, const Value* row, unsigned int
     result[last] = QxChangeAtEnd(row, columns, false);
 }
 
-/// Computes the change of a value between neighbouring points along an axis; 0 if there is no
-/// neighbour. `result` may be `value`.
+/// Computes the change of a value between neighbouring points along an axis, for each point; 0 if
+/// no neighbour is active. `result` may be `value`, which is then copied first.
 template <class Value, class Where = QxAllPoints>
 inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
                           const Where& where = Where())
@@ -194,7 +200,8 @@ inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& d
         result[last] = function(QxChangeAtEnd(row, columns, false), down(last), share * 0.5f);
 }
 
-/// The same for the active points of a grid. `result` must not overlap `value`.
+/// The same for the active points of a grid; some points may be inactive. `result` must not overlap
+/// `value`.
 template <class Result, class Value, class Where, class Function>
 inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& grid,
                             const Where& where, const Function& function)
@@ -227,8 +234,8 @@ inline float QxOver(float step)
     return step != 0 ? 1 / step : 0.0f;
 }
 
-/// Computes the derivative of a value by the parameter of an axis, whose step is `spacing`
-/// everywhere.
+/// Computes the derivative of a value with respect to the parameter of an axis, whose step from
+/// point to point is `spacing` everywhere; 0 if `spacing` is 0. `result` may be `value`.
 template <class Value, class Where = QxAllPoints>
 inline void QxDerivative(Value* result, const Value* value, float spacing, const QxGrid& grid,
                          QxGridAxis axis, const Where& where = Where())
@@ -238,8 +245,9 @@ inline void QxDerivative(Value* result, const Value* value, float spacing, const
         result[i] = result[i] * QxOver(spacing);
 }
 
-/// Computes the derivative of one value by another: the change of the numerator along the gradient
-/// of the denominator on the grid, divided by the change of the denominator along it.
+/// Computes the derivative of one value with respect to another: the change of the numerator along
+/// the gradient of the denominator on the grid, divided by the change of the denominator along this
+/// gradient; 0 where the denominator does not change.
 template <class Value, class Where = QxAllPoints>
 inline void QxDerivativeBy(Value* result, const Value* numerator, const float* denominator,
                            const QxGrid& grid, const Where& where = Where())
@@ -257,8 +265,9 @@ inline void QxDerivativeBy(Value* result, const Value* numerator, const float* d
             (alongU[i] * byU[i] + alongV[i] * byV[i]) * QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
-/// Computes the normals of the surface through the points, at the active points. They do not have
-/// unit length.
+/// Computes the normals of the surface through the points, at the active points: the cross product
+/// of the derivatives along u and v, whose steps are `du` and `dv`. They are not scaled to unit
+/// length.
 template <class Result, class Where = QxAllPoints>
 inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
@@ -271,7 +280,8 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
 }
 
 /// Computes the area that each active point represents: one cell of the grid, or half a cell at an
-/// edge of the grid, or a quarter at a corner. So the sum over all points is the area of the grid.
+/// edge of the grid, or a quarter at a corner. So if all points are active, the sum over them
+/// approximates the area of the grid.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())

@@ -2,14 +2,15 @@
 
 #include "QxArray.h"
 
-/// Counts the random numbers that each point of a run has drawn by `random`. So the number that a
-/// call returns at a point depends neither on other points nor on the order in which points are
-/// computed.
+/// Counts the random numbers that each point of a run has drawn by `random`. If a host computes
+/// each number from the point and this count, it depends neither on other points nor on the order
+/// in which points are computed.
 class QxDraws {
 public:
     /// Stands for all points, in a call whose result is uniform.
     static constexpr unsigned int k_allPoints = ~0u;
-    /// Added to the counts in default values that are computed once for several runs.
+    /// The first count for default values that are computed once for several runs, so that their
+    /// draws are not those of a run.
     static constexpr unsigned int k_ofDefaults = 1u << 31;
 
     /// Discards all counts; the next counts start from `first`.
@@ -19,8 +20,8 @@ public:
         m_ofAll = 0;
         m_counts.Clear();
     }
-    /// Counts a draw. Returns the number of earlier draws of the point, plus `first`. Throws what
-    /// `new` throws.
+    /// Counts a draw. Returns the number of draws of the point since `Start`, without this one,
+    /// plus `first`. Throws std::bad_alloc if there is no memory.
     unsigned int Next(unsigned int point)
     {
         if (point == k_allPoints)

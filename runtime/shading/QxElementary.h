@@ -2,21 +2,22 @@
 
 #include <cstring>
 
-// Elementary functions of floats, for both outputs and for constant folding.
+// Elementary functions of floats, for byte-code, generated C++ and constant folding.
 //
 // They are computed in double precision from sums, products, quotients and square roots, which
-// every processor rounds in the same way, and from bit operations. So the values are the same on
-// all processors and in vectors of any length, provided that products are not fused with sums. The
-// functions have no branches, tables or calls, so that loops over points can be vectorized, also
-// for the baseline processor, which has no vector instructions to round doubles, to convert long
-// integers or to shift them arithmetically.
+// every processor rounds in the same way, and from comparisons and bit operations. So the values
+// are the same on all processors and in vectors of any length, provided that products are not fused
+// with sums. Except for `PowAtPoint`, the functions have no branches, tables or calls of library
+// functions, so that loops over points can be vectorized, also for the baseline x86-64 processor,
+// which has no vector instructions to round doubles, to convert long integers or to shift them
+// arithmetically.
 //
 // The stated errors are the largest distances from the exact values in units of the last place of a
-// float; the smallest possible error is 0.5. They were measured over every 67th float, 32 to 64
+// float; the smallest possible maximum is 0.5. They were measured over every 67th float, 32 to 64
 // million arguments, or over as many pairs as stated. tests/runtime/ElementaryFunctionsTest.cpp
-// checks them, and measures all floats on request. The coefficients of polynomials are minimax
-// approximations (Evgeny Remez's exchange algorithm, 1934), computed with 160 bits; their relative
-// errors are in parentheses.
+// checks slightly larger bounds, and measures all floats on request. The polynomials are minimax
+// approximations, whose coefficients were computed with 160 bits by Evgeny Remez's exchange
+// algorithm (1934); the relative errors of the polynomials are in parentheses.
 
 namespace qxmath {
 
@@ -86,7 +87,7 @@ inline double SignForOdd(double whole)
 }
 
 /// Returns 2 to the power of r, with |r| <= 1/2 (2^-28). Uses Estrin's scheme (Gerald Estrin,
-/// "Organization of computer systems", 1960), since in the usual one each step waits for the
+/// "Organization of computer systems", 1960), since in Horner's scheme each step waits for the
 /// previous one, which is slow for a single point.
 inline double PartialPower(double r)
 {
@@ -97,8 +98,9 @@ inline double PartialPower(double r)
     return (low + z * middle) + (z * z) * (high + z * 0x1.446c81e4d7b3dp-13);
 }
 
-/// Returns 2 to the power of t, which is limited to values that a float rounds to 0 or infinity:
-/// t = n + r with |r| <= 1/2, and n is added to the exponent.
+/// Returns 2 to the power of t. First clamps t to the range from -160 to 160, since as floats the
+/// powers at both ends are 0 and infinity. Then t = n + r with |r| <= 1/2, and n is added to the
+/// exponent of 2^r.
 inline double ExpOfBase2(double t)
 {
     const double above = t < -160 ? -160 : t;
@@ -115,7 +117,7 @@ struct Parts {
         constexpr Word root = 0x3fe6a09e667f3bcdu;  // sqrt(1/2)
         constexpr Word one = 0x3ff0000000000000u;
         const Word scaled = WordOf(x) + (one - root);
-        // 2^52 + n + 1023, which avoids the conversion of a long integer.
+        // The double with these bits is 2^52 + n + 1023. So no long integer has to be converted.
         n = DoubleOf((scaled >> 52) | 0x4330000000000000u) - (0x1p+52 + 1023);
         m = DoubleOf((scaled & k_fraction) + root);
     }
@@ -123,7 +125,7 @@ struct Parts {
     double m;
 };
 
-/// Returns x if it is infinite or NaN, otherwise `logarithm`.
+/// Returns x if it is positive infinity or NaN, otherwise `logarithm`.
 inline double UnlessInfinite(double x, double logarithm)
 {
     return x < 0x1p+128 ? logarithm : x;
@@ -135,8 +137,9 @@ inline float Exp(float x)
     return static_cast<float>(ExpOfBase2(static_cast<double>(x) * 0x1.71547652b82fep+0));
 }
 
-/// Returns the natural logarithm of a positive x: log m = 2 artanh s with s = (m - 1) / (m + 1), an
-/// odd polynomial (2^-30). Error: 0.512.
+/// Returns the natural logarithm of a positive x = m 2^n, which is log m + n log 2. With
+/// s = (m - 1) / (m + 1), log m = 2 artanh s is computed by an odd polynomial in s (2^-30).
+/// Error: 0.512.
 inline float Log(float x)
 {
     const Parts parts(x);
@@ -149,7 +152,7 @@ inline float Log(float x)
     return static_cast<float>(UnlessInfinite(x, logarithm));
 }
 
-/// Returns the logarithm to the base of 2, computed like `Log` but more exactly (2^-38).
+/// Returns the logarithm to the base 2, computed like `Log` but more exactly (2^-38).
 inline double LogOfBase2(const Parts& parts)
 {
     const double s = (parts.m - 1) / (parts.m + 1);
@@ -159,16 +162,16 @@ inline double LogOfBase2(const Parts& parts)
     return parts.n + s * (low + (z * z) * (high + (z * z) * 0x1.5ce7cd91e91a7p-2));
 }
 
-/// Returns x, which must not be negative, to the power of y. Both are floats; the result must be
-/// rounded to a float. Error: 0.562, over 6 million pairs.
+/// Returns x, which must not be negative, to the power of y. Both must be values of floats, and the
+/// caller must round the result to a float. Error: 0.562, over 6 million pairs.
 inline double Pow(double x, double y)
 {
-    // The last term is 0, except infinity for an infinite x and NaN for a NaN.
+    // The last term is negligible, but makes the sum infinite for an infinite x, and NaN for NaN.
     return ExpOfBase2(y * (LogOfBase2(Parts(x)) + x * 1e-300));
 }
 
-/// Returns the same bits as `Pow`, for code that is not vectorized: rare cases are cheaper as
-/// branches, and a multiplication is faster than adding to the exponent.
+/// Returns the same value as `Pow`, for code that is not vectorized: there a branch for the rare
+/// cases is cheaper, and a multiplication is faster than adding to the exponent.
 inline double PowAtPoint(double x, double y)
 {
     double t = y * (LogOfBase2(Parts(x)) + x * 1e-300);
@@ -197,14 +200,14 @@ struct Angle {
         rest = ((within - n * 0x1.921fb5p+0) - n * 0x1.110b46p-26) - n * 0x1.1a62633145c07p-54;
     }
 
-    /// Return the sine and cosine of the remainder, by an odd polynomial (2^-26) and an even one
-    /// (2^-32).
+    /// Returns the sine of the remainder, by an odd polynomial (2^-26).
     [[nodiscard]] double Sine() const
     {
         const double z = rest * rest;
         return rest * (1 + z * (-0x1.555552a691e36p-3 +
                                 z * (0x1.110c2a36f6d05p-7 + z * -0x1.9aca520efa17bp-13)));
     }
+    /// Returns the cosine of the remainder, by an even polynomial (2^-32).
     [[nodiscard]] double Cosine() const
     {
         const double z = rest * rest;
@@ -221,8 +224,8 @@ struct Angle {
         return static_cast<float>(DoubleOf(WordOf(value) ^ ((turned & 2) << 62)));
     }
 
-    Word quarters;  // in the last two bits
-    double rest;
+    Word quarters;  // their number modulo 4 is in the last two bits
+    double rest;    // the remainder, in radians
 };
 
 /// Returns the sine. Error: 0.661, for angles up to 2^28.
@@ -231,13 +234,13 @@ inline float Sin(float x)
     return Angle(x).SineTurnedBy(0);
 }
 
-/// Returns the cosine. Error: 0.658.
+/// Returns the cosine. Error: 0.658, for angles up to 2^28.
 inline float Cos(float x)
 {
     return Angle(x).SineTurnedBy(1);
 }
 
-/// Returns the tangent. Error: 0.734.
+/// Returns the tangent. Error: 0.734, for angles up to 2^28.
 inline float Tan(float x)
 {
     const Angle angle(x);
@@ -247,8 +250,8 @@ inline float Tan(float x)
     return static_cast<float>(Select(isOdd, -cosine, sine) / Select(isOdd, sine, cosine));
 }
 
-/// The arc sine of s by an odd polynomial (2^-30), where s is |x| up to 1/2. Above that s is
-/// sqrt((1 - |x|) / 2), since asin x = pi / 2 - 2 asin sqrt((1 - x) / 2).
+/// The arc sine of s by an odd polynomial (2^-30), where s is |x| if |x| <= 1/2. Otherwise s is
+/// sqrt((1 - |x|) / 2), since asin x = pi / 2 - 2 asin sqrt((1 - x) / 2) for a positive x.
 struct ArcSine {
     explicit ArcSine(double x)
     {
@@ -283,9 +286,10 @@ inline float Acos(float x)
     return static_cast<float>(arc.isFolded ? folded : k_pi / 2 - WithSignOf(arc.ofS, x));
 }
 
-/// Returns the angle of the direction (x, y); 0 for the zero vector. The smaller of |x| and |y| is
-/// divided by the larger. A quotient above tan(pi / 8) is rotated back by pi / 4, and the angle of
-/// the rest is an odd polynomial (2^-28). Error: 0.532, over 6 million pairs.
+/// Returns the angle of the direction (x, y), from -pi to pi, with the sign of y; for the zero
+/// vector 0, or pi if x is -0. The smaller of |x| and |y| is divided by the larger. If the quotient
+/// is above tan(pi / 8), the direction is first rotated back by pi / 4. The angle is then computed
+/// from the quotient by an odd polynomial (2^-28). Error: 0.532, over 6 million pairs.
 inline float Atan2(float y, float x)
 {
     constexpr double most = 1e300;  // so that infinities have a quotient

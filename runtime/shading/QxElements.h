@@ -6,31 +6,33 @@
 
 // Access to elements of arrays in generated code, which is written as
 //
-//     array + int(index)              a uniform array, or a parameter of one value
+//     array + int(index)              a uniform array
 //     (array + int(index) * numMp)    a varying one
 //
-// after a check of the index at some levels of optimization. An index outside its array accesses
-// the nearest element, at every level, as in byte-code. For this, `int` before a parenthesis
-// becomes an object that clamps the index when the address is computed. The type of a local array
-// of uniform elements contains its length. The length of other arrays is looked up by address,
-// among the parameters and the varying locals, and stored in a small table among the locals of the
-// function. The table stays valid while the function runs, since arrays do not move; it is cleared
-// when the function itself frees a block.
+// after a check of the index, unless an option turns the checks off. With and without checks, an
+// index outside its array accesses the nearest element, as in byte-code. For this, `int` before a
+// parenthesis becomes an object that clamps the index when the address is computed. The type of a
+// uniform local array contains its length. The length of other arrays is looked up by address,
+// among the parameters and the varying locals, and stored in a small table, which is a local
+// variable of the function. The table stays valid while the function runs, since arrays do not
+// move; it is cleared when the function itself frees a block.
 
 /// Number of bytes before each block of locals. They contain the size of the block, and keep it
 /// aligned like a block from calloc.
 constexpr std::size_t k_qxBlockHead = 16;
 
-/// An array whose length has been looked up.
+/// An array whose length has been looked up. In an empty entry of the table, `array` is null.
 struct QxKnownArray {
     const void* array;
     int last;  // index of its last element
 };
 
-/// The arrays that a function has accessed, by address.
+/// A table of the arrays that a function has accessed, by address. Of arrays that share an entry,
+/// only the last one that was looked up is in the table.
 class QxKnownArrays {
 public:
-    /// Returns the only entry of the table that can be for this array. Another array may be in it.
+    /// Returns the only entry of the table that can be for this array. It may be empty or contain
+    /// another array.
     QxKnownArray& At(const void* array)
     {
         const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
@@ -50,7 +52,7 @@ private:
     QxKnownArray m_known[k_count] = {};
 };
 
-/// The number of parameters of the shader, set when it is loaded.
+/// The number of parameters of the shader, set when `QxInterrogate` creates them.
 static std::size_t s_qxParameters = 0;
 
 /// Returns the whole part of the index, clamped to the range from 0 to `last`; 0 for NaN.
@@ -73,7 +75,8 @@ inline const char* QxEndOfBlock(const void* block)
 }
 
 /// Returns the number of bytes from a varying local to the next one in the same block, or to the
-/// end of the block; 0 if `local` is no varying local. `locals` is a structure of pointers to them.
+/// end of the block; 0 if `local` is not a varying local. `locals` is the structure of pointers to
+/// all varying locals, which are in one block.
 template <class Locals>
 inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
 {
@@ -96,8 +99,9 @@ inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
     return static_cast<std::size_t>((end ? end : QxEndOfBlock(block)) - begin);
 }
 
-/// Finds the length of the array and stores it in `known`. A variable that is not an array has one
-/// element.
+/// Looks up the length of the array, and stores the array and the index of its last element in
+/// `known`. An array that is not found is treated as one element. `elementBytes` is the distance
+/// from one element to the next.
 template <class Locals>
 __attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* array,
                                            std::size_t elementBytes, QxVar* parameters,
@@ -115,7 +119,7 @@ __attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* arra
 }
 
 /// An index, and where to look up the length of its array. `stride` is the distance between
-/// elements.
+/// elements in values: 1 for a uniform array, the number of points for a varying one.
 template <class Locals>
 struct QxIndex {
     float index;
@@ -128,7 +132,8 @@ struct QxIndex {
     {
         return {index, known, parameters, locals, points};
     }
-    // Generated code tests this before it reports an index.
+    // Generated code reports an index for which one of these is true: a whole part below 0 or not
+    // below the length, or NaN.
     bool operator<(int) const { return !(index > -1); }
     bool operator>=(int length) const { return index >= static_cast<float>(length); }
 };

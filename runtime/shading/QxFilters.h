@@ -4,8 +4,8 @@
 
 #include "QxMath.h"
 
-// Each function in `k_filters` returns the integral of a filter kernel from the left up to a
-// position. The kernel has the area 1 and is scaled so that one sample spacing is one unit.
+// Each function in `k_filters` returns the integral of a filter kernel from minus infinity up to a
+// position. The kernel has the area 1, its center is at 0, and one sample spacing is one unit.
 
 namespace qxfilter {
 
@@ -40,7 +40,7 @@ inline float CatmullRom(float x)
     return t < 0 ? 0.5f - CatmullRomHalf(-t) : 0.5f + CatmullRomHalf(t);
 }
 
-/// A filter and its name. The first row is the default.
+/// A filter and its name. The first row of `k_filters` is the default.
 struct Filter {
     const char* name;
     float (*share)(float);
@@ -64,9 +64,9 @@ inline unsigned int Find(const char* name)
 
 }  // namespace qxfilter
 
-// `filterstep` with one sample averages over the interval around the sample that the point covers.
-// The primitive has operands for two samples, so a NaN is passed as the second one; its payload is
-// the length of the interval, without the last 9 bits of this float.
+// `filterstep` with one sample averages over the interval that the shading point covers around the
+// sample. The primitive has operands for two samples, so a NaN is passed as the second one. The
+// payload of this NaN is the length of the interval, a float without its last 9 bits.
 
 /// Encodes a length as the second sample; a negative length and NaN are encoded as 0.
 inline float QxIntervalAround(float length)
@@ -78,7 +78,7 @@ inline float QxIntervalAround(float length)
     return length;
 }
 
-/// Returns the length that a NaN contains; 0 for a NaN without one.
+/// Returns the length that a NaN contains; 0 for a NaN with an empty payload.
 inline float QxLengthOfInterval(float s2)
 {
     unsigned int bits;
@@ -89,8 +89,8 @@ inline float QxLengthOfInterval(float s2)
 }
 
 /// Returns a step at `edge`, filtered over the interval between two samples, or around the first
-/// one if the second is from `QxIntervalAround`. `width` scales the interval around its middle. For
-/// an empty interval the result is an unfiltered step.
+/// one if the second is NaN, as from `QxIntervalAround`. `width` scales the interval around its
+/// middle. If the scaled interval is empty, the result is an unfiltered step at the first sample.
 template <class Filter>
 inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2, float width)
 {
@@ -102,7 +102,7 @@ inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2
     return spacing > 0 ? filter(place) : QxStep(edge, s1);
 }
 
-/// An unknown name selects the default filter.
+/// As `QxFilterStepOf`, for the filter with this name; null or an unknown name selects the default.
 inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
 {
     return QxFilterStepOf(qxfilter::k_filters[qxfilter::Find(filter)].share, edge, s1, s2, width);

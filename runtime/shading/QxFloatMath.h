@@ -2,9 +2,9 @@
 
 #include "QxElementary.h"
 
-// The functions of <cmath> that shaders need and QxElementary.h does not define, for floats. With
-// everything that it includes, <cmath> would be a third of the text that is read to compile a small
-// shader.
+// The functions of <cmath> that shaders need and QxElementary.h does not define. With everything
+// that it includes, <cmath> of libstdc++ and C++17 is twice as long as all other text that is read
+// to compile a small shader.
 
 namespace qxmath {
 

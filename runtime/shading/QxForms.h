@@ -118,8 +118,8 @@ struct QxAllPoints {
     bool operator()(unsigned int) const { return true; }
 };
 
-/// Makes a whole-grid form compute the points where a flag has the wanted value. The flag may be
-/// uniform.
+/// Makes a whole-grid form compute only the points where a flag has the wanted value. The flag may
+/// be uniform.
 template <class Condition>
 struct QxPointsIf {
     const Condition& condition;
@@ -137,12 +137,14 @@ inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
     return {condition, wanted};
 }
 
-/// Base of functions that query the host, which is asked once for all points of a grid.
+/// Base of functions that can query the host for many points at once. Their whole-grid forms do so
+/// for all points that they compute.
 struct QxQuestion {};
 
-/// Precedes a loop over points. Each point reads and writes only its own values, so two arrays are
-/// the same or do not overlap. Without this information the compiler would have to check for
-/// overlap at run time, and does not vectorize loops with many arrays.
+/// Precedes a loop over points. It asserts that each iteration reads and writes only the values of
+/// its own point, since two arrays are the same or do not overlap. Without this assertion the
+/// compiler would have to check for overlap at run time, and would not vectorize loops with many
+/// arrays.
 #if !defined(__clang__)
 #define QX_POINTS_APART _Pragma("GCC ivdep")
 #elif defined(QX_SHADER_FUNC)
@@ -152,11 +154,12 @@ struct QxQuestion {};
 #endif
 
 /// Precedes a block that computes the points from `firstPoint` up to `endPoint`, exclusive: a strip
-/// of the grid, whose values stay in the first-level cache.
+/// of the grid, which is so short that its values stay in the first-level cache.
 #define QX_FOR_STRIPS                                                                              \
     for (unsigned int firstPoint = 0, endPoint = QxEndOfStrip(0, numMp); firstPoint < numMp;       \
          firstPoint = endPoint, endPoint = QxEndOfStrip(firstPoint, numMp))
 
+/// Returns the end of the strip that starts at point `first`.
 inline unsigned int QxEndOfStrip(unsigned int first, unsigned int points)
 {
     constexpr unsigned int length = 64;
@@ -236,12 +239,14 @@ inline const Value* QxBeside(const Value*, Value* const& values)
     return values;
 }
 
-/// All values of an operand, for operations that read neighbouring points. They are used in place,
-/// or copied if they are not contiguous or the operation writes to them.
+/// All values of an operand, for operations that read neighbouring points. They are used in place
+/// if they are contiguous, have the type `Value`, and the operation does not write to them;
+/// otherwise they are copied. A uniform operand is copied to each point.
 template <class Value, class Operand>
 class QxWholeOperand {
 public:
-    /// The operation writes to `result`, which must be the operand itself or not overlap it.
+    /// The operation writes to `result`, which must be the operand itself or not overlap it; null
+    /// if the operation writes to other memory.
     QxWholeOperand(const Operand& operand, unsigned int points, const void* result)
         : m_values(QxBeside(static_cast<const Value*>(nullptr), operand)),
           m_copies(m_values && m_values != result ? 0 : points)

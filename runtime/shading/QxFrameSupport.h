@@ -8,15 +8,17 @@
 #include "QxShading.h"
 #include "QxText.h"
 
-// Functions that the frame of a generated file calls, for memory, descriptions, spaces and shadeop
-// libraries. The entry points of the frame are called in this order:
+// Functions and tables for the frame of a generated file, which is its code around the instructions
+// of the shader: memory, descriptions, spaces, predefined variables and shadeop libraries. The host
+// calls the entry points of the frame in this order:
 //
-//     QxRegister, QxInterfaceVersion, QxInterrogate   once; create what the others need
-//     QxInitialize, QxEvaluate                        for each instance, in any number of threads
-//     QxDestroy                                       once; frees what the first three created
+//     QxRegister, QxInterfaceVersion, QxInterrogate   once; describe the shader
+//     QxInitialize                                    for each instance, in any number of threads
+//     QxEvaluate                                      for each grid, in any number of threads
+//     QxDestroy                                       once; frees what the first three allocated
 
 /// Allocates zeroed memory, since locals of a shader start as zero. Throws what `new` throws if
-/// there is no memory. A block of size 0 is valid too, and must be freed.
+/// there is no memory. A block of size 0 is valid too; the caller frees each block by `QxFree`.
 inline void* QxCalloc(std::size_t count, std::size_t size)
 {
     const std::size_t bytes = count * size;
@@ -38,7 +40,9 @@ inline void QxFreeString(char* text)
 }
 #define FREE_STRING(text) QxFreeString(text)
 
-/// The frame owns these arrays and frees them with the corresponding functions, which accept null.
+/// Creates one empty description for each parameter. The frame owns this array and those of
+/// `QxCreateVarsInit` and `QxCreateSpaceList`, and frees each by the function that follows the
+/// creating one and accepts null.
 inline QxShaderToken* QxCreateShaderParamsDescr(int count)
 {
     return new QxShaderToken[static_cast<std::size_t>(count)];
@@ -54,7 +58,8 @@ inline QxToken* QxFindToken(QxTokenRegistry* registry, const char* name)
     return registry->Find(name);
 }
 
-/// Creates one variable for each parameter, with memory for one point.
+/// Creates one variable for each parameter, with memory for one point. Also stores the number of
+/// parameters, which accesses to arrays need.
 inline QxVar* QxCreateVarsInit(const QxShaderToken* description, int count)
 {
     s_qxParameters = static_cast<std::size_t>(count);
@@ -79,14 +84,15 @@ inline void QxDeleteSpaceList(const QxFrame3D** list)
     delete[] list;
 }
 
-/// Returns the frame of a name, which may be defined later; the pointer stays valid.
+/// Returns the coordinate system of a name, which may be defined later. The pointer stays valid as
+/// long as the registry exists.
 inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
 {
     return registry->Reserve(name);
 }
 
-/// Stores a default value, which has already been transformed to the current space. `space` is the
-/// space in which the source specifies it.
+/// Stores a default value at each point. The value has already been transformed to the current
+/// space; `space` is the space in which the source specifies it, "" for none.
 inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {
@@ -100,7 +106,7 @@ inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, in
     support->Report(QxBadArrayIndexText(file, line, array, index).Characters());
 }
 
-// The place in the generated file means nothing to the author of the shader, so it is dropped.
+// The position in the generated file means nothing to the author of the shader, so it is dropped.
 #define ReportBadArrayIndexError(cppFile, cppLine, file, line, array, index)                       \
     QxReportBadArrayIndex(shaderSupport, file, line, array, QxNumber(index))
 
@@ -167,6 +173,8 @@ static QxToken s_qxPredefinedTokens[] = {
 
 using QxDSO = void*;
 
+/// The functions of one shadeop, and the data that its init function has returned. A missing
+/// function is null, and so is the data if there is no init function.
 struct SlcDSOInfo {
     using InitFunction = void* (*)();
     using MethodFunction = void (*)(void* data, int argc, void** argv);

@@ -19,8 +19,8 @@ inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-/// Returns a power of 2 that scales the largest component so that squares neither overflow nor
-/// underflow; 1 except for extremely long and short vectors. Has no branch, so that loops can be
+/// Returns a power of 2 that scales the largest component so that its square neither overflows nor
+/// underflows; 1 except for extremely long and short vectors. Has no branch, so that loops can be
 /// vectorized.
 inline float QxScaleForSquares(const QxVector3& v)
 {
@@ -41,7 +41,7 @@ inline float QxDistance(const QxVector3& a, const QxVector3& b)
     return QxLength(a - b);
 }
 
-/// The zero vector is returned unchanged.
+/// Returns v scaled to unit length; the zero vector is returned unchanged.
 inline QxVector3 QxNormalize(const QxVector3& v)
 {
     const QxVector3 scaled = v * QxScaleForSquares(v);
@@ -57,14 +57,15 @@ inline QxVector3 QxFaceForward(const QxVector3& n, const QxVector3& incident,
     return QxDot(incident, trueNormal) > 0 ? -n : n;
 }
 
-/// `normal` must have unit length.
+/// Returns the mirrored direction, with the length of `incident`. `normal` must have unit length.
 inline QxVector3 QxReflect(const QxVector3& incident, const QxVector3& normal)
 {
     return incident - normal * (2 * QxDot(incident, normal));
 }
 
-/// `eta` is the refractive index of the medium that the ray leaves, divided by that of the one it
-/// enters. Both vectors must have unit length. Returns zero at total reflection.
+/// Returns the direction of the refracted ray, or zero at total reflection. `eta` is the refractive
+/// index of the medium that the ray leaves, divided by that of the medium that it enters. Both
+/// vectors must have unit length.
 inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, float eta)
 {
     const float cosine = -QxDot(incident, normal);
@@ -75,7 +76,8 @@ inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, f
 }
 
 /// The fractions of light that a smooth surface between two media reflects and transmits, and the
-/// directions of both.
+/// directions of the reflected and the refracted ray. At total reflection the fractions are 1 and
+/// 0, and the refracted direction is zero.
 ///
 /// Augustin Fresnel's equations for unpolarized light. The transmitted fraction is the rest,
 /// multiplied by the square of `eta`, since refraction changes the width of a cone of rays.

@@ -4,18 +4,19 @@
 #include "QxShaderSupport.h"
 
 // Lights, the standard functions for reflected light, and the light statements. `diffuse`,
-// `specular` and `phong` sum over all lights in order; their directions point away from the
-// surface. Colors are linear and have no upper bound.
+// `specular` and `phong` sum over all lights in order, with directions from the surface to the
+// light. Colors are linear and have no upper bound.
 
-/// The lights of a grid, after they have been run. The arrays must outlive this object.
+/// The results of all lights at the points of a grid; `ambient` uses the host `support` and the
+/// positions `P`. What the pointers lead to must outlive this object.
 struct QxLights {
     QxShaderSupport* support;
     const QxVector3* P;
     const QxLightInput* lights;
     unsigned int count;
 
-    /// Returns the sum of the colors of all lights, each multiplied by `answer(toLight)`; `toLight`
-    /// is the direction to the light, with unit length.
+    /// Returns the sum of the colors of all lights at a point, each multiplied by
+    /// `answer(toLight)`; `toLight` is the direction to the light, with unit length.
     template <class Answer>
     QxRGBColor Sum(unsigned int point, const Answer& answer) const
     {
@@ -60,9 +61,9 @@ inline void QxAmbientOverGrid(unsigned int points, const QxLights& lights, QxRGB
     lights.support->AmbientOverGrid(lights.P, points, result);
 }
 
-/// Returns the highlight of one light (James Blinn, "Models of light reflection for computer
-/// synthesized pictures", 1977). All vectors point away from the surface and should have unit
-/// length.
+/// Returns the fraction of one light that is reflected as a highlight (James Blinn, "Models of
+/// light reflection for computer synthesized pictures", 1977); 0 if the light is on the far side of
+/// the surface. All vectors point away from the surface and should have unit length.
 inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
                          float roughness)
 {
@@ -100,8 +101,8 @@ struct QxSpecularBrdfCall {
     }
 };
 
-/// `phong`: Bui Tuong Phong, "Illumination for computer generated pictures", 1975. As in the other
-/// functions, light from the far side of the surface has no effect.
+/// `phong`: Bui Tuong Phong, "Illumination for computer generated pictures", 1975. As in `diffuse`
+/// and `specular`, light from the far side of the surface has no effect.
 class QxPhongCall {
 public:
     explicit QxPhongCall(const QxLights& lights) : m_lights(lights) {}
@@ -124,9 +125,10 @@ private:
 /// The directions within `angle` radians of an axis.
 ///
 /// A direction exactly along the axis or against it is on the border of a cone of angle 0 or pi,
-/// where rounding to single precision would decide whether it is inside. So products are computed
-/// in double precision, which is exact for numbers of single precision, and a direction within the
-/// rounding error of the operands counts as aligned.
+/// where rounding to single precision would decide whether it is inside. So dot products are
+/// computed in double precision, in which each product of two floats is exact, and the cone is
+/// widened by a tolerance for the rounding error of the operands. From an angle of pi on it
+/// contains all directions.
 class QxCone {
 public:
     explicit QxCone(float angle)
@@ -143,7 +145,8 @@ public:
     }
 
 private:
-    /// Returns the tolerance of a cosine, which corresponds to an angle of a millionth of a radian.
+    /// Returns the tolerance of the cosine. At the axis it corresponds to an angle of about a
+    /// millionth of a radian.
     static double Rounding() { return 1e-12; }
     static double Dot(const QxVector3& a, const QxVector3& b)
     {
@@ -166,7 +169,7 @@ inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, fl
 extern "C" __attribute__((visibility("default"))) inline void QxHasLightStatement() {}
 
 /// Makes the compiler emit that function if the object contains a light statement. Costs one
-/// instruction.
+/// instruction per statement.
 inline void QxMarkLightStatement()
 {
     asm volatile("" : : "r"(&QxHasLightStatement));
@@ -198,7 +201,8 @@ struct QxIlluminateNoConeCall {
     }
 };
 
-/// `solar`: each point is on some ray of the cone, so the light reaches all points.
+/// `solar`: sets `L` to the axis. True for every point, since each point is on some ray of the
+/// cone.
 struct QxSolarCall {
     QxSolarCall() { QxMarkLightStatement(); }
     bool operator()(QxVector3& L, const QxVector3& axis, float) const
@@ -208,7 +212,8 @@ struct QxSolarCall {
     }
 };
 
-/// `illuminance`: true if the current light is within the cone around the axis.
+/// `illuminance`: true if the direction from the point to the current light is within the cone
+/// around the axis. The position has no effect.
 struct QxIlluminanceCall {
     const QxVector3* L;
 
@@ -218,7 +223,8 @@ struct QxIlluminanceCall {
     }
 };
 
-/// Computes flag = statement(operands...), or false at points where the condition does not hold.
+/// Computes flag = statement(operands...) at each point; false at points that `where` does not
+/// select.
 template <class Where, class Statement, class Flag, class... Operands>
 inline void QxLightOverGrid(unsigned int points, const Where& where, const Statement& statement,
                             Flag&& flag, Operands&&... operands)

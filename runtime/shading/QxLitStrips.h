@@ -5,9 +5,9 @@
 
 // Sums reflected light over strips of points, light by light:
 //
-//     for each point: for each light: sum of the point += color * answer
+//     for each point: for each light: sum += color * answer
 // becomes
-//     for each strip: for each light: for each point of it: sum of the point += color * answer
+//     for each strip: for each light: for each point of the strip: sum += color * answer
 //
 // so that the innermost loop can be vectorized: in a strip, triples are stored component by
 // component on the stack, where nothing can alias. For each point, the same numbers are added in
@@ -17,8 +17,8 @@
 /// Number of powers that are computed together, a multiple of the vector length of most processors.
 constexpr unsigned int k_qxPlaces = 8;
 
-// An answer computes the reflected fraction of light from a direction at each point. Its operands
-// are loaded first and then prepared.
+// The classes of answers: each computes, for the points of a strip, the fraction of the light from
+// one direction that is reflected. First the members are loaded, then `Prepare` is called once.
 
 struct QxDiffuseStrip {
     QxTriples normals;
@@ -32,8 +32,10 @@ struct QxDiffuseStrip {
     }
 };
 
-/// Computes shares = bases to the power of the exponents where the light is on the near side of the
-/// surface, else 0. The required powers are packed, so that vectors compute no others.
+/// Computes shares = bases, or 0 for negative ones, to the power of the exponents, at the active
+/// points where `facing` is positive, since the light is on the near side of the surface; 0 at the
+/// other points. The required powers are packed, so that vectors compute no others, except up to
+/// seven at the end.
 template <class Strip>
 inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const QxNumbers& bases,
                             const QxNumbers& exponents, const Strip& strip)
@@ -183,7 +185,7 @@ inline void QxLoadAnswer(QxDiffuseStrip& answer, unsigned int first, unsigned in
     QxLoad(answer.normals, normals, first, count);
 }
 
-/// Loads the operands of a highlight.
+/// Loads the operands of `QxSpecularStrip` or `QxPhongStrip`.
 template <class Answer, class Normals, class ToEye, class Exponents>
 inline void QxLoadAnswer(Answer& answer, unsigned int first, unsigned int count,
                          const Normals& normals, const ToEye& toEye, const Exponents& exponents)
@@ -200,8 +202,9 @@ constexpr unsigned int k_qxFewestForStrips = 4;
 constexpr unsigned int k_qxFewestForStrips = 8;
 #endif
 
-/// Computes the reflected light at the points of `where`. The result may be one of the operands,
-/// since a strip is read before it is written. `call` computes one point.
+/// Computes the reflected light at the points that `where` selects. The result may be one of the
+/// operands, since a strip is read before it is written. `call` contains the lights, and computes
+/// each point of a grid that is too small for strips.
 template <class Answer, class Where, class Call, class Result, class... Operands>
 inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& call,
                           Result&& result, const Operands&... operands)
@@ -230,7 +233,8 @@ inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& c
     }
 }
 
-// These overloads replace the loops of QxForms.h that call the function for each point.
+// For these functions, the overloads below replace `QxOverGridAt` of QxForms.h, which has no
+// strips.
 
 template <class Where, class Result, class... Operands>
 inline void QxOverGridAt(unsigned int points, const Where& where, const QxDiffuseCall& call,

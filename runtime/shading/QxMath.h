@@ -3,8 +3,9 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-// Functions of numbers. If the mathematical function has no real value, the result is 0, except for
-// `QxMod`, `QxAsin` and `QxAcos`. The compiler uses the same functions for constant folding.
+// Functions of numbers, and some of triples, component by component. If the mathematical function
+// has no real value, the result is 0, except for `QxMod`, `QxAsin` and `QxAcos`. The compiler uses
+// the same functions for constant folding.
 
 constexpr float QX_PI_FLOAT = 3.14159265358979323846f;
 
@@ -23,7 +24,7 @@ inline float QxClamp(float x, float low, float high)
     return x < low ? low : (high < x ? high : x);
 }
 
-/// Arguments outside -1..1 are clamped.
+/// Here and in `QxAcos`, arguments outside -1..1 are clamped.
 inline float QxAsin(float x)
 {
     return qxmath::Asin(QxClamp(x, -1.0f, 1.0f));
@@ -34,9 +35,9 @@ inline float QxAcos(float x)
     return qxmath::Acos(QxClamp(x, -1.0f, 1.0f));
 }
 
-/// Returns `base` to the power of `exponent`; 0 for a base of 0, and for a negative base with a
-/// fractional exponent. This form is for vectorized loops: all cases are computed in double
-/// precision, and then one is selected.
+/// Returns `base` to the power of `exponent`; 0 for a base of 0, and for a negative base with an
+/// exponent that is not a whole number. This form is for vectorized loops: all cases are computed
+/// in double precision, and then one is selected.
 inline float QxPowInVectors(float base, float exponent)
 {
     const double x = base;
@@ -102,8 +103,9 @@ inline float QxLog(float x, float base)
     return x <= 0 || base <= 0 || base == 1 ? 0.0f : qxmath::Log(x) / qxmath::Log(base);
 }
 
-/// Returns the remainder of a / b, from 0 to the absolute value of b, which is reached only by
-/// rounding; NaN if b is 0.
+/// Returns the remainder of a / b, from 0 up to, but not including, the absolute value of b, apart
+/// from rounding: if a / b is large, the result may be far outside this range. NaN if b is 0, or if
+/// a or b is infinite.
 inline float QxMod(float a, float b)
 {
     const float rest = a - qxmath::Trunc(a * (1 / b)) * b;
@@ -135,7 +137,8 @@ inline int QxToInt(float x, int low, int high)
     return x < static_cast<float>(high) ? static_cast<int>(x) : high;
 }
 
-/// Returns the nearest whole number; halves are rounded up, also below 0.
+/// Returns the nearest whole number; halves are rounded up, also below 0. May return a neighbour of
+/// it if x + 0.5 cannot be represented.
 inline float QxRound(float x)
 {
     return qxmath::Floor(x + 0.5f);
@@ -147,7 +150,8 @@ inline float QxStep(float edge, float x)
     return edge <= x ? 1.0f : 0.0f;
 }
 
-/// Returns a cubic rise from 0 at `low` to 1 at `high`, or a step if the bounds are equal.
+/// Returns a cubic rise from 0 at `low` to 1 at `high`, or a step at `low` if `high` is not above
+/// it.
 inline float QxSmoothStep(float low, float high, float x)
 {
     // All cases are computed, and then one is selected, so that loops over points have no branches.

@@ -55,9 +55,9 @@ inline QxMatrix44 QxTransposed(const QxMatrix44& a)
     return result;
 }
 
-/// Gauss-Jordan elimination with the largest pivot of each column, in double precision (William
-/// Press and others, "Numerical Recipes", 2.1). For a singular matrix the result is the zero matrix
-/// with determinant 0, since a shader must get some value.
+/// Gauss-Jordan elimination with partial pivoting, in double precision (William Press and others,
+/// "Numerical Recipes", 2.1). If a pivot is 0, since the matrix is singular, the inverse is the
+/// zero matrix and the determinant is 0, since a shader must get some value.
 class QxInversion {
 public:
     explicit QxInversion(const QxMatrix44& matrix) : m_inverse(QxMatrix44::Identity())
@@ -178,7 +178,7 @@ inline QxVector3 QxTransformVector(const QxVector3& v, const QxMatrix44& m)
             v.x * m[0][2] + v.y * m[1][2] + v.z * m[2][2]};
 }
 
-/// Divides by the fourth coordinate, so that perspective matrices work.
+/// Divides by the fourth coordinate unless it is 0, so that perspective matrices work.
 inline QxVector3 QxTransformPoint(const QxVector3& p, const QxMatrix44& m)
 {
     const QxVector3 q = QxTransformVector(p, m) + QxVector3{m[3][0], m[3][1], m[3][2]};
@@ -186,8 +186,8 @@ inline QxVector3 QxTransformPoint(const QxVector3& p, const QxMatrix44& m)
     return w == 1 || w == 0 ? q : q * (1 / w);
 }
 
-/// `inverse` is the inverse of the matrix that transforms points. Normals are transformed by its
-/// transpose, which keeps them perpendicular to the surface.
+/// `inverse` is the inverse of the matrix that transforms points. Normals are transformed by the
+/// transpose of `inverse`, which keeps them perpendicular to the surface.
 inline QxVector3 QxTransformNormal(const QxVector3& n, const QxMatrix44& inverse)
 {
     return {n.x * inverse[0][0] + n.y * inverse[0][1] + n.z * inverse[0][2],

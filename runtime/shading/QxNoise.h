@@ -5,7 +5,8 @@
 #include "QxMath.h"
 
 // Lattice noise of one to four dimensions, from 0 to 1. A triple consists of three independent
-// values. The values depend only on the arguments, so a pattern is the same in every run.
+// values. The values depend only on the arguments, so a pattern is the same in every run. Random
+// numbers, which are computed by the same hash, are at the end.
 
 namespace qxnoise {
 
@@ -34,9 +35,9 @@ inline unsigned int Hash(const int (&point)[n], unsigned int seed)
     return hash;
 }
 
-/// Returns the lattice cell of a coordinate. Numbers that are too large for an int, infinities and
-/// NaN share the outermost cells. Rounds down by a comparison, since the baseline processor has no
-/// vector instruction that rounds down.
+/// Returns the lattice cell of a coordinate. Numbers beyond 1e9 or -1e9, which include those that
+/// an int cannot represent, share the outermost cells; NaN is in the lowest one. Rounds down by a
+/// comparison, since the baseline processor has no vector instruction that rounds down.
 inline int CellOf(float x)
 {
     const float bound = 1.0e9f;
@@ -47,8 +48,8 @@ inline int CellOf(float x)
 }
 
 /// Returns a lattice coordinate modulo a period; a period below 1 is treated as 1. Divides in
-/// double precision, since that can be vectorized, and the quotient of two such integers is never
-/// rounded up to a whole number.
+/// double precision, since that can be vectorized, and the quotient of two ints is never rounded to
+/// the next whole number.
 inline int Wrap(int coordinate, int period)
 {
     const int p = period < 1 ? 1 : period;
@@ -64,7 +65,8 @@ inline float Fade(float t)
     return t * t * t * (t * (t * 6 - 15) + 10);
 }
 
-/// Returns x, negated unless the lowest bit is set. Has no branch, since the bit is random.
+/// Returns x, negated unless the lowest bit of `bit` is set. Has no branch, since a processor could
+/// not predict it: the bit is random.
 inline float WithSign(float x, unsigned int bit)
 {
     unsigned int bits;
@@ -74,10 +76,11 @@ inline float WithSign(float x, unsigned int bit)
     return x;
 }
 
-// Loops over dimensions and corners are written as recursive templates: if a compiler did not
-// unroll one of them, it could not vectorize the loop over points around it.
+// In gradient noise, loops over dimensions and corners are written as recursive templates: if a
+// compiler did not unroll one of them, it could not vectorize the loop over points around it.
 
-/// Adds the coordinates from i on, with the signs in a hash; omits the one with the index `left`.
+/// Adds to `sum` the coordinates from i on, except the one with the index `left`, each with the
+/// sign that a bit of the hash selects.
 template <int i, int n>
 struct Signed {
     static float AddTo(float sum, const float (&offset)[n], unsigned int hash, int left)
@@ -92,9 +95,10 @@ struct Signed<n, n> {
     static float AddTo(float sum, const float (&)[n], unsigned int, int) { return sum; }
 };
 
-/// Returns the dot product of the offset and a gradient that the hash selects: 1 or -1 for each
-/// coordinate, except that one of three or four coordinates is omitted. Two coordinates of 1/2, as
-/// in the middle of a cell, sum to 1. In one dimension, gradients from -2 to 2 give the same range.
+/// Returns the dot product of the offset and a gradient that the hash selects. In two to four
+/// dimensions, a gradient has the components 1 or -1, except that one of three or four is 0. So the
+/// product is at most 1 in the middle of a cell, where each offset is 1/2 or -1/2, except in four
+/// dimensions. In one dimension, gradients from -2 to 2 give the same range.
 template <int n>
 inline float Slope(unsigned int hash, const float (&offset)[n])
 {
@@ -104,7 +108,7 @@ inline float Slope(unsigned int hash, const float (&offset)[n])
     return Signed<0, n>::AddTo(0, offset, hash, left);
 }
 
-/// The corners of a cell; corner 2^i is the next one along dimension i. Hashes and weights are
+/// The corners of a cell; corner 2^i is next to corner 0 along dimension i. Hashes and weights are
 /// computed dimension by dimension, so that common parts are computed once: 14 steps of the hash
 /// instead of 24 in three dimensions.
 template <int n>
@@ -132,7 +136,7 @@ struct Twice<count, count, n> {
     static void Grow(Corners<n>&, int, int, float) {}
 };
 
-/// Adds the dimensions from i on to the corners.
+/// Adds the dimensions from i on to the corners, and sets the offsets of the point from corner 0.
 template <int i, int n>
 struct Dimensions {
     static void Add(Corners<n>& corners, float (&offset)[n], const float (&x)[n],
@@ -152,7 +156,7 @@ struct Dimensions<n, n> {
     static void Add(Corners<n>&, float (&)[n], const float (&)[n], const int*) {}
 };
 
-/// Computes the vector from a corner to the point.
+/// Computes the components from i on of the vector from a corner to the point.
 template <int i, int n>
 struct Way {
     static void From(int corner, const float (&offset)[n], float (&way)[n])
@@ -167,7 +171,7 @@ struct Way<n, n> {
     static void From(int, const float (&)[n], float (&)[n]) {}
 };
 
-/// Adds the contributions of the corners from `corner` on.
+/// Adds the contributions of the corners from `corner` on to `sum`.
 template <int corner, int n, bool end = corner == 1 << n>
 struct Weighed {
     static float AddTo(float sum, const Corners<n>& corners, const float (&offset)[n])
@@ -184,8 +188,8 @@ struct Weighed<corner, n, true> {
     static float AddTo(float sum, const Corners<n>&, const float (&)[n]) { return sum; }
 };
 
-/// Returns gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods`
-/// may be null.
+/// Returns gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. If
+/// `periods` is null, the noise is not periodic.
 template <int n>
 inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed)
 {
@@ -253,7 +257,7 @@ inline void Assign(Triple& result, const float (&x)[n], const int* periods)
                                   Noise::At(x, periods, 3));
 }
 
-/// Returns the nearest whole number; halves are rounded up.
+/// Rounds a period to a whole number as `QxRound` does; the result is at most 1e9.
 inline int PeriodOf(float period)
 {
     return CellOf(period + 0.5f);
@@ -294,7 +298,8 @@ using QxNoise = qxnoise::Family<qxnoise::PlainNoise>;
 /// Noise that is constant in each cell of the lattice.
 using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
 
-/// Smooth periodic noise. The periods follow the coordinates, and are rounded to whole numbers.
+/// Smooth periodic noise. The periods follow the coordinates, and are rounded to whole numbers,
+/// with a minimum of 1.
 struct QxPeriodicNoise {
     using Kind = qxnoise::PeriodicNoise;
 
@@ -328,7 +333,8 @@ struct QxPeriodicNoise {
 
 // Numbers for `random`, from 0 up to, but not including, 1
 
-/// Returns the random number of a place. It depends only on the seed and the place.
+/// Returns the random number of a place, which is any list of integers, such as the numbers of a
+/// draw and of a point. It depends only on the seed and the place.
 template <int n>
 inline float QxRandomNumber(unsigned int seed, const int (&place)[n])
 {

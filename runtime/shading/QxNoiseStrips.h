@@ -7,7 +7,7 @@
 //
 //     for each point: result = (noise of seed 1, of seed 2, of seed 3)
 // becomes
-//     for each strip: for each seed: for each point of it: numbers of the seed = noise
+//     for each strip: for each seed: for each point of the strip: number of the seed = noise
 //
 // so that the innermost loop can be vectorized, and is compiled once for all three components. With
 // a condition, a strip contains only the active points, or all points if the noise is cheap.
@@ -92,7 +92,8 @@ inline bool QxIsAnyOf(unsigned int first, unsigned int count, const Where& where
     return any != 0;
 }
 
-/// Stores the arguments of a point, number by number.
+/// `Put` stores the arguments of a point, number by number: from `numbers[0]` on, each in the next
+/// array. `Sum` adds the sizes of all arguments.
 struct QxStripArguments {
     static void Put(QxNumbers*, unsigned int) {}
     template <class... Rest>
@@ -118,8 +119,8 @@ struct QxStripArguments {
     }
 };
 
-/// Computes one component. `numbers` contains n coordinates, followed by n periods if the noise is
-/// periodic.
+/// Computes one component of the noise at `count` points. `numbers` contains n coordinates,
+/// followed by n periods if the noise is periodic.
 template <class Kind, int n>
 inline void QxNoiseOfStrip(QxNumbers& results, const QxNumbers* numbers, unsigned int count,
                            unsigned int seed)
@@ -176,10 +177,10 @@ inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& re
     }
 }
 
-// The overloads of `QxOverGrid` replace the loops of QxForms.h, which compilers vectorize only if
-// the result is one number and all points are active.
+// The overloads of `QxOverGrid` below replace the one of QxForms.h for noise, except for one number
+// at all points: only then do compilers vectorize the loop of QxForms.h.
 
-/// Number of points from which strips are faster for cheap noise.
+/// Number of points from which strips are faster than a loop over points, for cheap noise.
 constexpr unsigned int k_qxFewestForNoise = 4;
 
 template <class Kind, unsigned int components, class Where, class Function, class Result,

@@ -6,14 +6,12 @@
 #include "QxForms.h"
 #include "QxMatrixMath.h"
 
-// The operators of generated code that are not generated from a card, and functions that the
-// expressions of cards call; QxCardNames.h contains the other operators. If the other operand has
-// another type, a number is converted to it: all components of a triple get the number, and the
-// diagonal of a matrix.
+// The operators of generated code that are not generated from a card in runtime/sqx/SqxCards.def,
+// and functions that the expressions of cards call; QxCardNames.h contains the other operators.
 //
 // The operators are macros, each of which evaluates an operand once; the names are those that
-// generated code uses. Those for a point expand to plain arithmetic on the types of the operands,
-// so that a loop over points can be vectorized.
+// generated code uses. Macros for one point, except those for strings, expand to expressions that
+// can be inlined, so that a loop over points can be vectorized.
 
 /// Converts a constant, which is a double in generated code; arithmetic is in single precision.
 inline float QxNumber(float value)
@@ -27,19 +25,19 @@ inline QxMatrix44 QxToMatrix(float value)
     return QxMatrix44::Scaling(value);
 }
 
-/// A string that was never set is empty.
+/// True if the texts are equal. Null, which is a string that was never set, counts as empty.
 inline bool QxSameText(const char* left, const char* right)
 {
     return std::strcmp(left ? left : "", right ? right : "") == 0;
 }
 
-/// Returns a copy for a variable, which frees it. Null is copied as an empty text.
+/// Returns a copy from malloc, for a variable to own. Null is copied as an empty text.
 inline char* QxStrdup(const char* text)
 {
     return strdup(text ? text : "");
 }
 
-/// Copies first, since `source` may be `dest` itself.
+/// Replaces `dest` by a copy, and frees its old text. Copies first, since `source` may be `dest`.
 inline void QxAssignString(const char*& dest, const char* source)
 {
     char* copy = QxStrdup(source);

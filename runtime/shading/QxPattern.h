@@ -34,15 +34,15 @@ public:
                 return true;
         }
     }
-    /// The number of states that all matches have visited so far.
+    /// The number of states that all calls of `Match` have visited so far.
     std::size_t Work() const { return m_work; }
 
 private:
     static constexpr int k_none = -1;
     static constexpr int k_matched = -2;
 
-    /// Advances from the states before a character to those after it. True at the end of the
-    /// expression.
+    /// Advances from the states before a character to those after it. True if a match ends after
+    /// the character.
     bool Step(const QxPatternCode& code, unsigned char character, unsigned char after)
     {
         NextPosition();
@@ -73,8 +73,9 @@ private:
         m_position = 1;
     }
 
-    /// Adds a state and those that it reaches without a character, each once per position. True if
-    /// the end of the expression is among them.
+    /// Follows a state and those that it reaches without a character, each once per position, and
+    /// adds the ones that accept a character to `states`. Stops and returns true if the end of the
+    /// expression is among them.
     bool Enter(const QxPatternCode& code, int first, QxList<int>& states, bool begins,
                unsigned char before, unsigned char after)
     {
@@ -90,7 +91,8 @@ private:
             state = m_open.TakeLast();
         }
     }
-    /// Visits one state and returns the next one.
+    /// Visits one state and returns the next one; `k_none` if there is none, `k_matched` at the end
+    /// of the expression. The second successor of a split is added to the open states.
     int Follow(const QxPatternCode& code, int state, QxList<int>& states, bool begins,
                unsigned char before, unsigned char after)
     {
@@ -119,7 +121,7 @@ private:
             return IsMet(at.kind, begins, before, after) ? state + 1 : k_none;
         }
     }
-    /// Tests a condition between two characters; the character after the text is 0.
+    /// Tests a condition between two characters; the characters before and after the text are 0.
     static bool IsMet(State::Kind kind, bool begins, unsigned char before, unsigned char after)
     {
         const bool wordBefore = qxpattern::IsWord(before);
@@ -151,9 +153,9 @@ private:
 /// Caches the last regular expression in compiled form. Most calls of match() use the same
 /// expression at all points, and compiling it is much slower than searching.
 ///
-/// The size of this class is part of the interface version, as is the position of `m_expression`. A
-/// host frees this text, and other members only if `m_isKept` is set, which only objects built with
-/// these headers do.
+/// The size of this class is part of the interface version, as is the position of `m_expression`,
+/// since a host destroys the pattern that a shared object has used. The host frees `m_expression`,
+/// and `m_kept` only if `m_isKept` is set, which code built with earlier headers does not do.
 class QxPattern {
 public:
     QxPattern() = default;
@@ -166,10 +168,12 @@ public:
         std::free(m_expression);
     }
 
-    /// True if the text contains a match of the expression; false if the expression is malformed.
-    /// The syntax is that of POSIX extended regular expressions over single bytes in the C locale,
-    /// without collating elements; also \d \D \s \S \w \W for sets and \b \B \< \> for word
-    /// boundaries. There are no back-references, and an operand has at most one repeat.
+    /// True if the text contains a match of the expression; false if the expression is malformed or
+    /// exceeds the limits of `QxPatternCode`. Null counts as an empty text. The syntax is that of
+    /// POSIX extended regular expressions over single bytes in the C locale, without collating
+    /// elements and equivalence classes; also \d \D \s \S \w \W for sets and \b \B \< \> for word
+    /// boundaries. There are no back-references, and an operand has at most one repeat. Throws what
+    /// `new` throws.
     bool Match(const char* expression, const char* text)
     {
         expression = expression ? expression : "";
@@ -185,8 +189,8 @@ public:
         }
         return m_kept->compiles && m_kept->run.Match(m_kept->code, text ? text : "");
     }
-    /// The work of all matches so far: the number of visited states, plus, for each expression that
-    /// was compiled, its length and the number of its states.
+    /// The work of all calls of `Match` so far: the number of visited states, plus, for each time
+    /// that an expression was compiled, its length and the number of its states.
     std::size_t Work() const { return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0; }
 
 private:

@@ -5,8 +5,8 @@
 #include "QxArray.h"
 #include "QxCharacterSet.h"
 
-// Regular expressions as small programs, and their compiler. A program has one state for each
-// character or set, and states that only lead to other states:
+// Regular expressions as small programs, and their compiler. A program has states that accept a
+// character, states for conditions such as ^, and states that only lead to other states:
 //
 //     a(b|c)*      skip, skip, skip, char a, split to the match, split to the second alternative,
 //                  skip, char b, jump to the repeat, skip, skip, char c, repeat: split back to the
@@ -26,7 +26,7 @@ struct QxPatternState {
         Character,
         Any,
         Set,
-        Begin,  // start of the text; from here on: conditions between two characters
+        Begin,  // start of the text; from here to WordEnd: conditions between two characters
         End,
         WordEdge,
         NoWordEdge,
@@ -40,7 +40,8 @@ struct QxPatternState {
 
 namespace qxpattern {
 
-// Limits of a program; an expression that exceeds them is malformed.
+// Limits: the number of states of a program before `Match`, and the numbers in {m,n}. An expression
+// that exceeds them is treated as malformed.
 constexpr int k_states = 2000;
 constexpr int k_repeats = 1000;
 
@@ -52,7 +53,7 @@ public:
     using State = QxPatternState;
 
     /// Compiles an expression, in place of the previous one. False if it is malformed, or exceeds
-    /// the limits of states or repeats.
+    /// the limits of states or repeats; then the program must not be run.
     bool Compile(const char* expression)
     {
         m_states.Clear();
@@ -88,7 +89,8 @@ private:
     int End() const { return static_cast<int>(m_states.Size()); }
     void Add(State::Kind kind, int value) { m_states.Add({kind, value}); }
 
-    /// Compiles one operand, repeat, anchor, or group character.
+    /// Compiles the next part: an operand, a repeat, an anchor, or one of ( ) |. False if it is
+    /// malformed or a repeat of it is too large.
     bool Item()
     {
         const char c = *m_next++;
@@ -169,7 +171,8 @@ private:
         Patch(group.jumps);
         m_operand = group.slot;
     }
-    /// Makes a chain of jumps lead to the end.
+    /// Makes a chain of jumps or splits lead to the end of the program so far. Until then, the
+    /// value of each is the number of the previous one, or -1.
     void Patch(int last)
     {
         while (last >= 0) {
@@ -180,8 +183,8 @@ private:
         }
     }
 
-    /// Compiles a repeat of the preceding operand; `most` is -1 if there is no limit. An operand
-    /// has at most one repeat.
+    /// Compiles a repeat of the preceding operand; `most` is -1 if there is no limit. False if no
+    /// operand precedes, or if it has a repeat already, or if there would be too many states.
     bool Repeat(int least, int most)
     {
         if (m_operand < 0)
@@ -216,7 +219,7 @@ private:
         Patch(splits);
         return true;
     }
-    /// Compiles the rest of {m}, {m,} or {m,n}.
+    /// Compiles the rest of {m}, {m,} or {m,n}, after the brace.
     bool Bounds()
     {
         int least = 0;
@@ -317,8 +320,8 @@ private:
         }
     }
 
-    /// Compiles the character after a backslash: a letter that denotes a set or a word boundary, or
-    /// an escaped character. False for any other letter or digit.
+    /// Compiles the character after a backslash: one that denotes a set or a word boundary, or an
+    /// escaped character. False for any other letter or digit, and at the end of the expression.
     bool Escape()
     {
         const char c = *m_next;

@@ -3,9 +3,11 @@
 #include "QxForms.h"
 #include "QxShaderSupport.h"
 
-// Queries about rays, for one point or for all active points of a grid.
+// Queries about rays, for one point or for all active points of a grid. The latter are sent to the
+// host by `QxAskOverGrid`, which also sends the queries about files of QxSceneCalls.h.
 
-// An output argument that a call omits is a number, to which nothing is written.
+// `QxGive` stores a value in an output argument. For one that a call omits, generated code contains
+// the constant 0, to which nothing is written.
 
 inline void QxGive(float& output, float value)
 {
@@ -22,10 +24,11 @@ inline void QxGive(float&&, const Value&)
 {
 }
 
-/// Computes result = call(arguments...) for each active point, by one question to the host. A call
-/// has these members: `Query` creates the query of one point, `File` returns the handle for the
-/// name of a file, `Answers` is memory for the answers of several points, `Ask` gets the answers
-/// from the host, and `Give` stores the answers of a point in its result and output arguments.
+/// Computes result = call(arguments...) for each active point, by one question to the host. If the
+/// grid has one point, the call itself asks. Otherwise its members are used: `Query` creates the
+/// query of one point, `File` returns the handle for the name of a file, or null, `Answers` is
+/// memory for the answers of several points, `Ask` gets the answers from the host, and `Give`
+/// stores the answers of a point in its result and output arguments.
 template <class Where, class Call, class Result, class... Arguments>
 inline void QxAskOverGrid(unsigned int points, const Where& where, const Call& call,
                           Result&& result, Arguments&&... arguments)
@@ -52,7 +55,8 @@ inline void QxAskOverGrid(unsigned int points, const Where& where, const Call& c
         call.Give(answers, k, QxAt(result, numbers[k]), QxAt(arguments, numbers[k])...);
 }
 
-/// Base of the functions that send rays; fields that their call does not specify are 0 or empty.
+/// Base of the functions that send rays. `Query` is for functions whose arguments are two vectors:
+/// the other fields of the query are 0 or empty.
 class QxRayCall : public QxQuestion {
 public:
     using Asked = QxGridQueries<QxRayQuery>;
@@ -149,8 +153,8 @@ struct QxTraceCall : QxRayCall {
     }
 };
 
-/// The answers to a query about the hemisphere over a point. The open direction is the normal
-/// unless the renderer sets it.
+/// The answers to queries about the hemispheres over `count` points. Before the renderer is asked,
+/// `Ask` sets each open direction to the normal.
 struct QxHemisphereAnswers {
     explicit QxHemisphereAnswers(unsigned int count)
         : colors(count),
@@ -158,7 +162,7 @@ struct QxHemisphereAnswers {
           occlusions(count)
     {
     }
-    QxArray<QxRGBColor> colors;  // for `indirectdiffuse`
+    QxArray<QxRGBColor> colors;  // only for `indirectdiffuse`
     QxArray<QxVector3> directions;
     QxArray<float> occlusions;
 };

@@ -4,9 +4,10 @@
 
 // Built-in functions that query the renderer: textures, environments, shadows and messages. The
 // compiler passes all arguments in a fixed order, with default values for omitted ones. These
-// functions convert them to the query of one call of `QxShaderSupport`.
+// functions convert them to queries of `QxShaderSupport`. Textures and `filterstep` also need the
+// footprint of each point, which is computed here.
 
-/// Stores the answer to a texture query as a number or a color.
+/// Stores the color with which the renderer answers; in a float, its red component.
 inline void QxAnswer(float& result, const QxRGBColor& color)
 {
     result = color.r;
@@ -17,8 +18,8 @@ inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
     result = color;
 }
 
-/// Returns the name of the file if all points have the same one; null if each point has a separate
-/// name.
+/// Returns the name of the file if it is uniform, and an empty text for a null name; null if each
+/// point has a separate name.
 inline const char* QxNameOfAll(const char* name)
 {
     return name ? name : "";
@@ -29,7 +30,7 @@ inline const char* QxNameOfAll(const char* const*)
     return nullptr;
 }
 
-/// Base of the functions that access files; `Query` is the query of one point.
+/// Base of the functions that access files; `Query` is the type of the query of one point.
 template <class Query>
 class QxFileCall : public QxQuestion {
 public:
@@ -65,7 +66,8 @@ private:
     QxFileKind m_kind;
 };
 
-/// `texture`: the area between four corners in the file, as a float or a color.
+/// `texture`: the query is the area between four corners in a file; the answer is a float or a
+/// color.
 template <class Result>
 class QxTextureCall : public QxFileCall<QxTextureQuery> {
 public:
@@ -90,7 +92,8 @@ public:
     }
 };
 
-/// Creates a query from the corners of an area and the other common arguments of these calls.
+/// Creates a query from the corners of an area, and the other arguments that calls for environments
+/// and shadows have in common.
 inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const QxVector3& p1,
                                        const QxVector3& p2, const QxVector3& p3,
                                        const QxVector3& p4, float fidelity, float samples,
@@ -114,7 +117,7 @@ inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const Qx
     return query;
 }
 
-/// `environment`: four directions.
+/// `environment`: the query is the area between four directions.
 template <class Result>
 class QxEnvironmentCall : public QxFileCall<QxPointsQuery> {
 public:
@@ -146,7 +149,7 @@ public:
     }
 };
 
-/// Shadows, with and without the corners of an area light.
+/// `shadow` and, with the corners of an area light, `areashadow`.
 template <class Result>
 class QxShadowCall : public QxFileCall<QxPointsQuery> {
 public:
@@ -196,8 +199,10 @@ private:
     bool m_inLight;
 };
 
-// Footprints: the corners of the area that a shading point covers, in order around it. With a
-// condition, values at inactive points do not affect the results.
+// Footprints: the area that a shading point covers. With a condition, values at inactive points do
+// not affect the results.
+
+/// The values and their changes at each point, from which the corners of its footprint follow.
 
 template <class Value>
 class QxPatch {
@@ -248,14 +253,15 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
     }
 }
 
-/// Returns the second sample of `filterstep` for the derivatives of the first one, see
-/// `QxIntervalAround`.
+/// Returns the second sample of `filterstep`, which encodes the length of an interval around the
+/// first one, see `QxIntervalAround`. The arguments are the changes of the first sample.
 inline float QxFilterStepEnd(float alongU, float alongV)
 {
     return QxIntervalAround(qxmath::Abs(alongU) + qxmath::Abs(alongV));
 }
 
-/// Computes the interval around `s1` that a shading point covers, for `QxFilterStepOf`.
+/// Computes `s2` at each active point: the interval around `s1` that the point covers, encoded for
+/// `QxFilterStepOf`.
 template <class Where, class Result, class Operand>
 inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
 {
@@ -267,7 +273,8 @@ inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2
 
 // Messages.
 
-// Returns the address of the value of a message, for each way in which generated code passes it.
+// `QxAddress` returns the address of the value of a message: of a text, of an array or the values
+// of all points, or of one number or triple.
 inline void* QxAddress(const char*& text)
 {
     return &text;
@@ -285,8 +292,9 @@ inline void* QxAddress(Value& value)
     return &value;
 }
 
-/// Sends a message for the points of `where`. Returns 1 if there is an answer, else 0. `light` is
-/// the number of the light that `lightsource` asks.
+/// Sends a message for the points that `where` selects, even if there are none. Returns 1 if there
+/// is an answer, else 0. `texture` is for `textureinfo`, otherwise empty. `light` is the number of
+/// the light that `lightsource` asks.
 template <class Where>
 inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,
                            const char* name, void* value, float varying, float type, float length,
@@ -307,7 +315,7 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
     return answered ? 1.0f : 0.0f;
 }
 
-/// Stores the answer to a message if the condition holds at any point.
+/// Stores `answer`, the result of `QxSendMessage`, if the condition holds at any point.
 template <class Where>
 inline void QxTakeAnswer(float& result, float answer, unsigned int points, const Where& where)
 {

@@ -3,9 +3,10 @@
 #include "QxCardNames.h"
 #include "QxSceneCalls.h"
 
-// Maps names to functions, for variable argument lists, random numbers, footprints and messages.
-// `theTypes` contains the types of the arguments of a format if the format itself may not match
-// them, one letter each: f float, p point, c color, m matrix, s string.
+// Maps names in generated code to functions, for variable argument lists, random numbers,
+// footprints and messages. `theTypes` is null if a format is known to match its arguments.
+// Otherwise it contains one letter for each argument, of which the first is the format: f float, p
+// point, vector or normal, c color, m matrix, s string.
 
 // clang-format off
 #define CALL_PRIM_SPLINE_1D(result, arguments, count) QxSplineCall(result, "catmull-rom", arguments, 1, count)
@@ -20,8 +21,8 @@
 #define CALL_PRIM_FORMAT(result, arguments, count) QxAssignString(result, QxFormatArguments(arguments, theTypes, count).Characters())
 #define CALL_PRIM_PRINTF(arguments, count) shaderSupport->Print(QxFormatArguments(arguments, theTypes, count).Characters())
 
-// The whole-grid forms of `random` are varying. Whether the plain form is varying can be seen only
-// from the text of its operand.
+// The result of a whole-grid form of `random` is varying. Whether that of the plain form is varying
+// can be seen only from the text of the operand.
 #define CALL_PRIM_RANDOM_COLOR(result) QxCallPlainAt(QxIsAtPoint(#result) ? polyCnt : QxDraws::k_allPoints, QxRandomTripleCall(shaderSupport), result)
 #define CALL_PRIM_RANDOM_COLOR_SIMD(...) QxCallSimdAt(numMp, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
 #define CALL_PRIM_RANDOM_COLOR_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
@@ -35,7 +36,7 @@
 #define CALL_PRIM_RANDOM_POINT_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
 #define CALL_PRIM_RANDOM_POINT_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
 
-// Footprints, for the whole grid; the condition is the last argument.
+// Footprints, for the whole grid; a condition is the last argument.
 #define COMPUTE_POINTS(p, p1, p2, p3, p4) QxPatchCorners(QX_GRID, QxAllPoints(), p, p1, p2, p3, p4)
 #define COMPUTE_ST_POINTS(s, t, s1, t1, s2, t2, s3, t3, s4, t4) do { QxPatchCorners(QX_GRID, QxAllPoints(), s, s1, s2, s3, s4); QxPatchCorners(QX_GRID, QxAllPoints(), t, t1, t2, t3, t4); } while (false)
 #define COMPUTE_FILTERSTEP_POINTS(s2, s1) QxFilterStepEnds(QX_GRID, QxAllPoints(), s2, s1)
@@ -46,7 +47,8 @@
 #define COMPUTE_ST_POINTS_IF_FALSE(s, t, s1, t1, s2, t2, s3, t3, s4, t4, condition) do { QxPatchCorners(QX_GRID, QxWhere(condition, false), s, s1, s2, s3, s4); QxPatchCorners(QX_GRID, QxWhere(condition, false), t, t1, t2, t3, t4); } while (false)
 #define COMPUTE_FILTERSTEP_POINTS_IF_FALSE(s2, s1, condition) QxFilterStepEnds(QX_GRID, QxWhere(condition, false), s2, s1)
 
-// Messages. The result is one float in every form. If no point is active, it keeps its value.
+// Messages. The result is one float in every form. With a condition that holds at no point, the
+// result keeps its value.
 #define CALL_PRIM_ATTRIBUTE(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, 1, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD_IF_TRUE(result, condition, name, value, varying, type, length) QxTakeAnswer(result, QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxWhere(condition, true)), numMp, QxWhere(condition, true))

@@ -11,12 +11,13 @@
  *         QX_SHADEOP_END
  *     };
  *
- * and the method, which a shader calls for each point, or once if the call is uniform:
+ * and the method, which a shader calls for each active point, or once if all arguments are uniform:
  *
  *     QX_SHADEOP_EXPORT void f(void* data, int argc, void** argv);
  *
  * `data` is the result of the init function, or null if there is none. `argv[0]` is the address of
- * the result, `argv[1]` that of the first argument, and so on; `argc` is the number of all of them.
+ * the result, `argv[1]` that of the first argument, and so on; `argc` is the number of these
+ * addresses.
  * All records of a table share one method, which can distinguish them only by `argc`, so the
  * overloads must differ in their number of arguments.
  *
@@ -26,9 +27,11 @@
  *     string                        a const char*
  *     array                         its elements, one after the other
  *
- * The result never shares its address with an argument. A method may write to an array of numbers,
- * and the shader then sees the new values; it must not change any other argument. A string result
- * remains the property of the method and must be valid until the next call; the shader copies it.
+ * The result never shares its address with an argument. A method may write to an array of numbers.
+ * The shader then sees the new values, unless it may not write to the array itself, which is then
+ * passed as a copy. A method must not change any other argument. A string result remains the
+ * property of the method and must be valid until the next call; the shader copies it. Several
+ * threads may call a method at the same time, with the same `data`.
  */
 
 /* This header must also be valid C. NOLINTNEXTLINE(modernize-use-using) */

@@ -120,11 +120,11 @@ enum class QxMessage {
     TextureInfo,
 };
 
-/// The queries of several points of a grid, in the order of the points. All pointers are valid only
-/// during the call.
+/// The queries of several points of a grid, in the order of the points. All pointers except `file`
+/// are valid only during the call.
 template <class Query>
 struct QxGridQueries {
-    const void* file;  // result of `FindFile` if the name is uniform; null: use the names
+    const void* file;  // result of `FindFile`; null, also if the names may differ: use the names
     const Query* queries;
     const unsigned int* points;  // number of each point in the grid
     unsigned int count;
@@ -133,19 +133,20 @@ struct QxGridQueries {
 /// The purpose of a file that is looked up by name.
 enum class QxFileKind { Texture, Environment, Shadow };
 
-/// The services of a renderer that shaders call: everything that needs a scene. Each function has a
-/// neutral answer, that of an empty scene without files.
+/// The services of a renderer that shaders call: everything that needs a scene, and random numbers,
+/// printing and reports. Each function has a neutral answer, that of an empty scene without files.
 ///
 /// The functions are called in the thread that shades, while the shader waits. A shared object may
-/// ask all its questions for one point before those for the next; byte-code asks each question for
+/// ask all its questions for one point before those for the next; byte-code asks most questions for
 /// many points. Texts and arrays in the arguments are valid only during the call.
 class QxShaderSupport {
 public:
     virtual ~QxShaderSupport() = default;
 
     /// Evaluates lights. Arguments: positions, their number, the inputs to fill for each light, and
-    /// the number of lights. A shader calls it once for its `P`, and again if it lights other
-    /// positions or has moved its points. Neutral: leaves the inputs unchanged.
+    /// the number of lights. A shader calls it when it first needs the lights at its `P`, for each
+    /// loop over the lights at other positions, and for `P` again after such a loop or after it has
+    /// moved its points. Neutral: leaves the inputs unchanged.
     virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
     /// Returns the ambient light at a position. Neutral: none.
     virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
@@ -157,11 +158,12 @@ public:
             results[i] = AmbientAt(positions[i], i);
     }
 
-    /// Returns the color of a patch of a texture or environment; a call for a float uses red.
-    /// Neutral: gray with the fill value, 0 by default.
+    /// Returns the color of a patch of a texture or environment; a shader that asks for a float
+    /// gets its red component. Neutral: gray with the fill value, 0 by default.
     virtual QxRGBColor Texture(const QxTextureQuery& query) { return Gray(query.fill); }
     virtual QxRGBColor Environment(const QxPointsQuery& query) { return Gray(query.fill); }
-    /// Returns how much of the light is blocked, from 0 for none to 1 for all. Neutral: none.
+    /// Returns how much of the light is blocked, from 0 for none to 1 for all; a shader that asks
+    /// for a float gets the red component. Neutral: none.
     virtual QxRGBColor Shadow(const QxPointsQuery&) { return Gray(0); }
 
     /// Returns the distance of the first hit, or a negative number for none. Neutral: no hit.
@@ -205,9 +207,9 @@ public:
     /// Returns the depth of a position between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// Returns a number from 0 up to, but not including, 1; for hosts with their own generator.
-    /// Neutral: if `RandomNumber` calls it, the number that `RandomNumber` has computed; otherwise
-    /// the next number of a stream.
+    /// Returns a number from 0 up to, but not including, 1. A host with its own generator overrides
+    /// this function. Neutral: if `RandomNumber` calls it, the number that `RandomNumber` has
+    /// computed; otherwise the next number of a stream.
     virtual float Random() { return m_isDrawn ? m_drawn : m_random.Next(); }
     /// Writes the text of `printf`. Neutral: to standard output.
     virtual void Print(const char* text) { std::fputs(text, stdout); }
@@ -217,21 +219,23 @@ public:
     // The functions below were added later. New functions are added at the end, since existing
     // shared objects call functions by their position in the table of virtual functions.
 
-    /// Answers `lightsource`, as `Message` does, for the light of that number in `EvaluateLights`:
-    /// the current light of a loop over lights. Outside such a loop the number has no meaning and
-    /// may have any value. Neutral: calls `Message`.
+    /// Answers `lightsource`, as `Message` does, for the light of that number among the inputs of
+    /// `EvaluateLights`: the current light of a loop over lights. Outside such a loop the number
+    /// has no meaning and may have any value. Neutral: calls `Message`.
     virtual bool LightMessage(unsigned int, const char* name, const QxMessageValue& value)
     {
         return Message(QxMessage::LightSource, "", name, value);
     }
 
-    // Questions for a whole grid: a call in a shader asks once for all its points. A shared object
-    // that was compiled without optimization asks for one point at a time, as point number 0. A
-    // host overrides either these functions or those for one point above. Neutral: calls the
-    // function for one point for each query. Results are in the order of the queries.
+    // Questions for a whole grid: a call in a shader asks once for all its points. Some calls in
+    // shared objects, and all in those compiled without optimization, ask for one point at a time;
+    // the host library passes such a question on as one for a grid, with point number 0. So a host
+    // overrides either these functions or those for one point above. Neutral: calls the function
+    // for one point for each query. Results are in the order of the queries.
 
-    /// Returns a handle that replaces the name of a file in the queries of a grid. An instance
-    /// calls this once for each name, see `QxHostScene::ForgetFiles`. Neutral: null.
+    /// Returns a handle that replaces the name of a file in the queries of a grid. The host library
+    /// stores the handles with the instance of the shader and calls this once for each name and
+    /// kind, until `QxHostScene::ForgetFiles` is called. Neutral: null.
     virtual const void* FindFile(QxFileKind, const char*) { return nullptr; }
     virtual void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
     {
@@ -268,8 +272,10 @@ public:
             results[i] = Occlusion(asked.queries[i], openDirections[i]);
     }
 
-    // Numbers for `random`. The draws of each point are counted from 0 in each run. A draw with a
-    // uniform result belongs to the point `QxDraws::k_allPoints`.
+    // Numbers for `random`. The draws of each point are counted from 0 in each run, except that
+    // default values that are computed once for several runs are counted from
+    // `QxDraws::k_ofDefaults`. A draw with a uniform result belongs to the point
+    // `QxDraws::k_allPoints`.
 
     /// Returns the number of a point and draw. Called by byte-code, and by the host library for
     /// shared objects. Neutral: calls `Random`, which returns this number unless it is overridden.
@@ -277,7 +283,8 @@ public:
     {
         return Offer(0, {static_cast<int>(draw), static_cast<int>(point)});
     }
-    /// Called by shared objects, which do not count calls. Neutral: calls `Random`.
+    /// Returns the next number of a point. Called by shared objects, which do not count draws; the
+    /// host library counts them and calls `RandomNumber`. Neutral: calls `Random`.
     virtual float NextRandomNumber(unsigned int) { return Random(); }
 
     /// As `Ambient`, for the point of the grid with this number. Neutral: calls `Ambient`.

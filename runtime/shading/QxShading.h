@@ -8,9 +8,10 @@
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// The interface between a host and a shared object. A shader only queries the registries of a host,
-// so they are declared here without an implementation. The layout of these classes is part of the
-// interface version: shared objects built with earlier headers of the same version must still run.
+// The interface between a host and a shared object; the machine for byte-code uses some of its
+// classes. A shader only calls the registries of a host, so they are declared here without an
+// implementation. The layout of these classes is part of the interface version: shared objects
+// built with earlier headers of the same version must still run.
 
 class QxShaderSupport;
 
@@ -33,18 +34,19 @@ public:
     /// Returns the frame of a name, which may be defined later; until then the frame equals that of
     /// the current space.
     virtual const QxFrame3D* Reserve(const char* name) = 0;
-    /// Returns the frame of a name, or that of the current space if it is unknown.
+    /// Returns the frame of a name, or that of the current space if the name is unknown; never
+    /// null.
     virtual const QxFrame3D* Find(const char* name) const = 0;
 
 protected:
     ~QxSpaceRegistry() = default;
 };
 
-/// The folders in which a host searches shadeop libraries.
+/// The folders in which a host searches for shadeop libraries.
 class QxSearchPath {
 public:
-    /// Returns the path of the first file of that name, valid until the next call; null if no
-    /// folder contains one.
+    /// Returns the path of the first file of that name, which is valid until the next call; null if
+    /// no folder contains one.
     virtual const char* Find(const char* file) const = 0;
 
 protected:
@@ -124,8 +126,8 @@ public:
     QxVar& operator=(const QxVar&) = delete;
     ~QxVar() { FreeStrings(); }
 
-    /// Sets name and type from a declaration, and allocates memory for one point. The name must
-    /// outlive the variable. Vectors and normals are declared as points.
+    /// Sets name, type, detail and length from a declaration, and allocates memory for one point.
+    /// The name must outlive the variable. Vectors and normals are declared as points.
     void Declare(const QxShaderToken& token);
     /// As above, from parts; `length` is 1 for a variable that is not an array.
     void Declare(const char* name, QxValueType type, bool varying, std::size_t length)
@@ -136,9 +138,11 @@ public:
         m_length = length;
         Resize(1);
     }
-    /// Allocates memory for that many shading points. Values that were stored are lost.
+    /// Allocates memory for that many shading points, or for one value if the variable is uniform.
+    /// Stored values are lost: all numbers become 0, and texts null.
     void Resize(std::size_t points);
-    /// As above, but uses floats of the caller, which must exist as long as they are used.
+    /// As above, but uses floats of the caller, which must exist as long as they are used and keep
+    /// their values. Not for strings.
     void Borrow(std::size_t points, float* storage)
     {
         m_points = m_varying ? points : 1;
@@ -153,19 +157,19 @@ public:
     bool UseDefaultValue() const { return m_useDefault; }
     /// Copies one value with all its array elements, floats or strings, to every point.
     void Store(const void* value);
-    /// As above, for a value that the host sets.
+    /// As above, and marks the value as set by the host.
     void SetValue(const void* value)
     {
         Store(value);
         m_useDefault = false;
     }
-    /// As above, for a value for each point, in the layout of `Value`.
+    /// As above, for one value for each point, in the layout of `Value`.
     void SetValueForEachPoint(const void* values)
     {
         StoreForEachPoint(values);
         m_useDefault = false;
     }
-    /// As above, for values that the shader computes.
+    /// As above, without the mark: for default values that the shader computes.
     void StoreForEachPoint(const void* values);
     /// Marks the stored value as set by the host.
     void KeepValue() { m_useDefault = false; }
@@ -288,15 +292,16 @@ struct QxShaderInterface {
     };
 };
 
-/// The values of one light at each shading point of a surface.
+/// The values of one light at each shading point of a surface or volume.
 struct QxLightInput {
     QxVector3* L;  // from the point to the light
     QxRGBColor* Cl;
     QxRGBColor* Ol;
 };
 
-/// The predefined variables of a grid. A host sets those that the shader uses. The pointer of a
-/// varying variable leads to one value for each shading point.
+/// The predefined variables of a grid, except `E`, which `QxShadingContext` contains. A host sets
+/// those that the shader uses. The pointer of a varying variable leads to one value for each
+/// shading point.
 struct QxHiddenVariables {
     QxRGBColor* Cs = nullptr;
     QxRGBColor* Os = nullptr;
@@ -367,8 +372,8 @@ class QxImagerHidden : public QxHiddens {
 /// What one evaluation needs in addition to the values of the grid.
 class QxShadingContext {
 public:
-    /// What is passed by pointer must outlive the context. `spaces` has the order of the spaces in
-    /// the byte-code file, or of the list that `QxInterrogate` returns.
+    /// The objects that are passed by pointer must outlive the context. `spaces` has the order of
+    /// the spaces in the byte-code file, or of the list that `QxInterrogate` returns.
     QxShadingContext(QxShaderSupport* support, const QxSpaceRegistry* registry,
                      const QxFrame3D* const* spaces, const QxVector3& eye)
         : m_support(support),
@@ -387,7 +392,8 @@ public:
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
-    /// See `QxPattern`. All calls with one context share a pattern.
+    /// See `QxPattern::Match`. All calls with one context share a pattern, also the cached
+    /// expression.
     bool Match(const char* expression, const char* text) const
     {
         return m_pattern.Match(expression, text);

@@ -4,8 +4,8 @@
 
 #include "QxMath.h"
 
-/// A basis of cubic splines: four weights, as polynomials of the position in a segment, and the
-/// number of control values from one segment to the next.
+/// A basis of splines: four weights, as cubic polynomials of the position in a segment, and the
+/// number of control values from the start of one segment to that of the next.
 struct QxSplineBasis {
     const char* name;
     int step;
@@ -14,8 +14,9 @@ struct QxSplineBasis {
 
 /// The first row is the default basis.
 ///
-/// Edwin Catmull and Raphael Rom, "A class of local interpolating splines", 1974; the others are
-/// from James Foley and others, "Computer Graphics: Principles and Practice", chapter 11.
+/// "catmull-rom" is from Edwin Catmull and Raphael Rom, "A class of local interpolating splines",
+/// 1974; the next three are from James Foley and others, "Computer Graphics: Principles and
+/// Practice", chapter 11.
 inline constexpr QxSplineBasis k_qxSplineBases[] = {
     {"catmull-rom",
      1,
@@ -32,7 +33,7 @@ inline constexpr QxSplineBasis k_qxSplineBases[] = {
     {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
 };
 
-/// Returns the basis of this name; the default for an unknown one.
+/// Returns the basis of this name, which must not be null; the default for an unknown one.
 inline const QxSplineBasis& QxFindSplineBasis(const char* name)
 {
     for (const QxSplineBasis& basis : k_qxSplineBases)
@@ -41,7 +42,8 @@ inline const QxSplineBasis& QxFindSplineBasis(const char* name)
     return k_qxSplineBases[0];
 }
 
-/// Returns how many of `count` control values, at least four, the basis does not use.
+/// Returns how many of `count` control values, of which there must be at least four, the basis does
+/// not use.
 constexpr int QxLeftOver(const QxSplineBasis& basis, int count)
 {
     return (count - 4) % basis.step;
@@ -71,7 +73,8 @@ inline float QxSplineWeight(const QxSplineBasis& basis, int value, float at)
     return ((w[0][value] * at + w[1][value]) * at + w[2][value]) * at + w[3][value];
 }
 
-/// Returns the weighted sum of `values(i)` from `first` on, which is the value of the spline.
+/// Returns the weighted sum of `values(i)` for the four i from `first` on, which is the value of
+/// the spline.
 template <class Value, class Values>
 inline Value QxWeigh(const Values& values, int first, float w0, float w1, float w2, float w3)
 {
@@ -79,8 +82,8 @@ inline Value QxWeigh(const Values& values, int first, float w0, float w1, float 
            values(first + 3) * w3;
 }
 
-/// Returns the spline at `position` over `count` control values, which `values(i)` returns; the
-/// first control value if there are fewer than four.
+/// Returns the spline at `position` over `count` control values, at least one, which `values(i)`
+/// returns; the first control value if there are fewer than four.
 template <class Value, class Values>
 inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
 {

@@ -5,6 +5,7 @@
 // Strips: blocks of points whose values are contiguous on the stack, triples component by
 // component. Nothing else can alias them, so loops over a strip can be vectorized.
 
+/// The maximum number of points in a strip.
 constexpr unsigned int k_qxStrip = 64;
 
 /// Precedes a loop with few iterations, whose body compilers would otherwise copy many times.

@@ -7,11 +7,12 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-/// The maximum length of a text in a shader, since `concat` in a loop doubles it each time.
+/// The maximum length of a text that a shader builds: without it, `concat` in a loop could double a
+/// text each time.
 constexpr std::size_t k_qxTextLength = 65535;
 
-/// A text that can grow up to `k_qxTextLength`; the excess is cut off. It replaces std::string,
-/// since compiling <string> costs more than the rest of a small shader.
+/// A text that can grow up to `k_qxTextLength` characters; the excess is cut off. It replaces
+/// std::string, since compiling <string> costs more than the rest of a small shader.
 class QxText {
 public:
     QxText() = default;
@@ -26,10 +27,11 @@ public:
     QxText& operator=(QxText&&) = delete;
     ~QxText() { std::free(m_characters); }
 
-    // `Add` ends the process if there is no memory, since a shader cannot report a failure.
+    // `Add` appends. It ends the process if there is no memory, since a shader cannot report a
+    // failure.
     void Add(char character) { Add(&character, 1); }
     void Add(const char* text) { Add(text, std::strlen(text)); }
-    /// The text so far; valid until the next addition.
+    /// The text so far, with a null at the end; valid until the next addition.
     const char* Characters() const { return m_characters ? m_characters : ""; }
     std::size_t Length() const { return m_length; }
 
@@ -71,7 +73,7 @@ inline void AddNumber(QxText& text, float value)
     text.Add(buffer);
 }
 
-/// Adds the whole part with all its digits.
+/// Adds the whole part of `value` with all its digits; a fraction is cut off.
 inline void AddWholeNumber(QxText& text, float value)
 {
     char buffer[64];
@@ -120,8 +122,8 @@ inline bool IsConversion(char letter)
 }  // namespace qxtext
 
 /// Returns the pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument,
-/// formatted according to the argument's type; %d omits fractions, and %% becomes a percent sign.
-/// Conversions without an argument are unchanged.
+/// formatted according to the argument's type; %d omits the fractions of numbers, and %% becomes a
+/// percent sign. Conversions without an argument are unchanged, and so are all other characters.
 inline QxText QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
 {
     QxText text;

@@ -2,7 +2,8 @@
 
 // The values that shaders compute with, as plain structures of single-precision numbers. Grids
 // store them in arrays, and a host can pass such arrays without conversion. The headers in this
-// folder use only C++14, since they are compiled by the compiler that builds the shaders.
+// folder use C++14, and of C++17 only what compilers also accept in C++14, since they are compiled
+// by the compiler that builds the shaders, with its default language.
 
 #include <cstddef>
 
@@ -26,7 +27,7 @@ struct QxRGBColor {
     float operator[](int i) const { return i == 0 ? r : (i == 1 ? g : b); }
 };
 
-/// A matrix by rows. Points are rows, so `p * M` transforms a point.
+/// A matrix by rows. It transforms a point p, as a row vector, to the product p M.
 struct QxMatrix44 {
     float m[4][4];
 
@@ -53,8 +54,8 @@ struct QxStopAndBool {
     explicit operator bool() const { return value != 0; }
 };
 
-// Operations component by component, written once for all triples. A number as an operand is
-// treated as three equal components.
+// Operations component by component, written once for points and colors. A number as an operand of
+// an arithmetic operation is treated as three equal components.
 
 #define QX_TRIPLE_OPERATIONS(T, a, b, c)                                                           \
     inline T operator+(const T& l, const T& r)                                                     \

@@ -1,12 +1,13 @@
 #pragma once
 
-// The only header that generated shaders include. It includes all other headers that they need.
+// The only header that generated shaders include directly. It includes all others that they need.
 //
-// Reading this header is most of the cost of compiling a small shader, so it includes only <new>
-// and headers of the C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six
-// times the rest.
+// Reading this header is most of the cost of compiling a small shader, so of the system's headers
+// it includes only <new> and those of the C library: the text of <string>, <map>, <vector>,
+// <algorithm> and <cmath> would be six times as long as all that is read now.
 
-// All required system headers, since declarations after the visibility pragma below are hidden.
+// All required system headers are included here: after the visibility pragma below, their
+// declarations would be hidden.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -26,8 +27,10 @@
 #pragma GCC diagnostic ignored "-Wpass-failed"      // a marked loop cannot be vectorized
 #endif
 
-// Only entry points are visible outside the shared object. So static variables of inline functions
-// are local to the object, and do not keep it loaded when a host unloads it.
+// Only functions and data that are marked as visible can be seen outside the shared object: the
+// entry points, and a few names by which a host recognizes facts about the shader. So static
+// variables of inline functions are local to the object, and do not keep it loaded when a host
+// unloads it.
 #define QX_SHADER_FUNC __attribute__((visibility("default")))
 #pragma GCC visibility push(hidden)
 
@@ -39,29 +42,32 @@
 // output.
 static const float QX_PI = 3.141593e+00f;
 
-// The current light, for shaders without loops over lights; in others a local variable of the same
-// name hides it.
+// The current light, for functions that have none, such as those of light shaders; in others a
+// local variable of the same name hides it.
 static const unsigned int lightCnt = ~0u;
 
-// The current point, for blocks without a loop; hidden like `lightCnt`.
+// The current point, for initializers without a grid; hidden like `lightCnt`.
 static const unsigned int polyCnt = 0;
 
-// The types of arguments, for blocks with a variable argument list that do not define them. If the
-// format is a constant that matches its arguments, it determines the types; otherwise the block
-// defines a variable of this name.
+// The types of the arguments of a format, see QxSceneNames.h. If the format is a constant that
+// matches its arguments, it determines the types; otherwise the generated block around the call
+// defines a variable of this name, which hides this one.
 static const char* const theTypes = nullptr;
 
-// The rest redefines words of C++ and its library that generated code uses. It must be at the end,
-// since code after it can no longer use these words.
+// The rest redefines words of C++ and its library that generated code uses, and `ShaderSupport`. It
+// must be at the end, since code after it can no longer use these words.
 
-// Indices of arrays, see QxElements.h: `int(x)` is an index, and uses the variables `i_visibles`
-// and `v` of the calling code. This `v` is for functions without varying locals.
+// Indices of arrays, see QxElements.h: `int(x)` is an index, and uses the variables `qxArrays`,
+// `i_visibles` and `v` of the calling code. This `v` is for initializers without a grid, which
+// declare none.
 static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
-// Each function with indices starts with a declaration that ends in this call.
+// Each function with indices starts with a declaration that ends in this call, so that the macro
+// can add the declaration of `qxArrays`.
 #define ShaderSupport()                                                                            \
     ShaderSupport();                                                                               \
     QxKnownArrays qxArrays
-// Initializers allocate their locals by calloc. The size of these blocks must be known, too.
+// Initializers with a grid allocate their varying locals by calloc. By `QxCalloc`, the size of such
+// a block is stored before it, where the look-up of an array's length needs it.
 #define calloc(count, size) QxCalloc(count, size)
 #define free(block) (qxArrays.Forget(), QxFree(block))

@@ -76,7 +76,7 @@ void SqxBlockReader::CheckValue(const SqxBlock& block, const SqxInstruction& ins
     case 'i':
     case 'n':
     case 'd':
-    case 'j':  // 'd' and 'j': their targets have not been read yet
+    case 'j':  // 'd' and 'j' are checked later: their targets may not have been read yet
         return;
     case 's':
         count = m_shader.spaces.size();

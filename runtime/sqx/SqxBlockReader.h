@@ -6,7 +6,7 @@
 #include "sqx/SqxShader.h"
 
 /// Reads blocks of code within the text of a byte-code file. All faults throw `SqxMalformed`, with
-/// the line of the faulty number; the block then contains what was read so far.
+/// the line of the faulty operand or instruction; the block then contains what was read so far.
 class SqxBlockReader {
 public:
     /// Reads from the cursor's position. `shader` is the part of the file read so far. Both must
@@ -20,7 +20,7 @@ public:
     void Read(SqxBlock& block, std::size_t names);
 
     /// Checks that the block calls only shadeops that the file declares. A separate step, since the
-    /// file lists shadeops after the first blocks.
+    /// file lists shadeops after the blocks of initializers.
     void CheckShadeops(const SqxBlock& block) const;
 
 private:

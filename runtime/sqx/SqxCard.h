@@ -7,17 +7,18 @@
 
 #include "sqx/SqxPrimitive.h"
 
-/// Where an instruction is allowed, and for which points it runs.
+/// Where the instructions of a primitive are allowed, and for which points they run. `QxVerifier`
+/// states the exact rules. Forms with "_SIMD" in their name are always allowed like `Grid`.
 enum class SqxRun : unsigned char {
     Point,   // inside parallel brackets for each point; outside once for the grid
-    Grid,    // only outside parallel brackets; accesses all points at once
+    Grid,    // only outside parallel brackets, where it runs once for all points
     Reduce,  // like Grid; reduces the values of the points to one for the grid
-    Answer,  // like Point; the answer may be uniform although it depends on points
+    Answer,  // like Point, but whole-grid forms may write uniform variables
     Shaded,  // like Point, but depends on the shading point: never once for the grid
 };
 
-/// The types of operands. Types of the second group occur only in instructions, not in functions of
-/// the language.
+/// The types of parameters and results. Those of the second group occur only in instructions, not
+/// in functions of the language.
 enum class SqxCardType : unsigned char {
     Void,
     Float,
@@ -27,7 +28,7 @@ enum class SqxCardType : unsigned char {
     Vector,
     Normal,
     Matrix,
-    Any,        // any type except void
+    Any,        // any type of the language except void
     AnyPoint,   // point, vector or normal
     AnyVector,  // vector or normal
 
@@ -35,22 +36,23 @@ enum class SqxCardType : unsigned char {
     AnyValue,        // a value, or an array of values
     Array,           // with elements of any type
     Reference,       // bound to an element of an array
-    NumberOrTriple,  // also a literal integer, for an omitted argument
+    NumberOrTriple,  // also an integer constant: a count, or an omitted argument
     Place,           // target of a jump in the block
     Space,           // the number of a coordinate space
-    Literal,         // a literal integer
+    Literal,         // a plain number, not that of a variable
     Shadeop,         // the number of a shadeop function
 };
 
 /// Determines whether the result of a call is uniform.
 enum class SqxDetailRule : unsigned char {
-    AsArguments,  // if all arguments are
+    AsArguments,  // if all arguments are; without arguments, if a uniform value is wanted
     Varying,
     Uniform,
 };
 
-/// The rule for a call in the body of a called function: like `SqxDetailRule`, or which arguments
-/// get the detail of the others.
+/// The same for a call in a function body, with the details of one call of that function. All rules
+/// but the three of `SqxDetailRule` also give the written arguments the combined detail of those
+/// that are read.
 enum class SqxInlineRule : unsigned char {
     AsArguments,
     Varying,
@@ -63,7 +65,7 @@ enum class SqxInlineRule : unsigned char {
     Outputs,
 };
 
-/// How the machine computes a primitive with a function.
+/// How the machine computes a primitive whose card has a function or an expression.
 enum class SqxKernelKind : unsigned char {
     Each,     // at the points that need it
     Cheap,    // in vectors, also at points that need no result
@@ -71,7 +73,7 @@ enum class SqxKernelKind : unsigned char {
     Custom,   // with a hand-written kernel
 };
 
-/// A part of a card's text.
+/// A part of a card's text; empty for what the card does not have.
 struct SqxCardWord {
     unsigned short at = 0;
     unsigned short length = 0;
@@ -86,7 +88,7 @@ struct SqxParameter {
     bool isAssigned = false;       // written, never read
     bool isOptional = false;
     bool isNamed = false;     // passed as a name and a value
-    bool isRepeated = false;  // any number of further arguments; only for the last one
+    bool isRepeated = false;  // stands for any number of arguments; only for the last parameter
     unsigned char count = 1;  // number of consecutive values
     SqxCardWord name;
     SqxCardWord value;  // the default
@@ -100,7 +102,7 @@ struct SqxCard {
     static constexpr std::size_t k_mostParameters = 14;
 
     std::string_view text;
-    std::string_view function;    // in the shading headers; empty if the macros are hand-written
+    std::string_view function;    // of the shading headers; empty if the card names none
     std::string_view expression;  // of an operator, over the names of its parameters; or empty
     SqxCardWord name;             // in the language; empty if it has none
     SqxCardWord meaning;          // for the reference page; only in the first card of a name
@@ -119,8 +121,8 @@ struct SqxCard {
     bool hasGridCall = false;        // a call in the language may use the whole-grid form
     bool looksAtLights = false;      // the lights must have been evaluated for `P`
     bool isUnused = false;           // part of the instruction set, but never emitted
-    unsigned char carriedCount = 0;  // parameters of `@carries`, which come first in the list
-    unsigned char formalCount = 0;   // parameters of the function
+    unsigned char carriedCount = 0;  // number of parameters of `@carries`, first in `parameters`
+    unsigned char formalCount = 0;   // number of parameters of the function
 
     [[nodiscard]] constexpr std::string_view Text(SqxCardWord word) const
     {
@@ -141,9 +143,10 @@ struct SqxCard {
         return names;
     }
     [[nodiscard]] constexpr bool HasReads() const { return reads[0].length > 0; }
-    /// False for primitives that only generated C++ can call.
+    /// True if the card has byte-code numbers. False for primitives that only generated C++, the
+    /// machine or the compiler itself computes, and for the cards of overloads.
     [[nodiscard]] constexpr bool HasNumber() const { return numbers[0] > 0 || numbers[1] > 0; }
-    /// Returns the parameters of the function.
+    /// Returns the parameters of the function, or of an instruction without a name.
     [[nodiscard]] constexpr std::span<const SqxParameter> Formals() const
     {
         return std::span(parameters).subspan(carriedCount, formalCount);
@@ -160,10 +163,10 @@ struct SqxCard {
 
 /// Returns all cards, in the order of the table.
 [[nodiscard]] std::span<const SqxCard> SqxCards();
-/// Returns the card of a primitive.
+/// Returns the card of a primitive, which is the first one that names it.
 [[nodiscard]] const SqxCard& SqxCardOf(SqxPrimitive primitive);
 /// Returns the cards of a function of the language, in the order of the table. O(log n).
 [[nodiscard]] std::span<const SqxCard* const> SqxCardsNamed(std::string_view function);
-/// Returns the chapter of the reference page that contains a card; empty for an instruction without
-/// a name.
+/// Returns the title of the chapter of the reference page that contains a card of the table; empty
+/// for an instruction without a name. O(n) for n cards.
 [[nodiscard]] std::string_view SqxChapterOf(const SqxCard& card);

@@ -11,14 +11,16 @@
 //     parameter  = { "optional" | "named" | "output" | "assigned" | "uniform" } type name
 //                  [ "[]" | "[" count "]" ] [ "=" default ] [ "..." ]
 //
-//     @forms(n, n, n, n)   byte-code numbers: plain, _SIMD, _SIMD_IF_TRUE, _IF_TRUE; "-" for none
+//     @forms(n, n, n, n)   byte-code numbers: plain, _SIMD, _SIMD_IF_TRUE, _IF_TRUE; "-" for none,
+//                          which may be left out at the end
 //     @carries(parameter, ...)   the parameters of the instruction, if the lowering changes them
 //     @shaded @grid @reduce @answer   see `SqxRun`
 //     @fold                the compiler may evaluate calls with constant arguments
 //     @cheap @vectors @custom   see `SqxKernelKind`
 //     @ordered             calls must not be reordered
 //     @simd                a call may use the whole-grid form, and must if there is no plain form
-//     @uniform(name, ...)  arguments that are uniform in the whole-grid form; others are varying
+//     @uniform(name, ...)  arguments that are uniform in the whole-grid form, like those marked
+//                          `uniform`; the others are varying
 //     @detail(varying), @detail(uniform)   detail of the result, whatever the arguments are
 //     @writes(rule)        which arguments get the detail of the others, see `SqxInlineRule`
 //     @reads(name, ...)    predefined variables that are read in addition to the arguments
@@ -45,7 +47,7 @@ public:
         m_card.expression = expression;
     }
 
-    /// Returns the card. Throws an `SqxCardFault` if the text is invalid.
+    /// Returns the card. Throws an `SqxCardFault` if the text is invalid. Call it only once.
     [[nodiscard]] constexpr SqxCard Read()
     {
         while (Accept("@"))
@@ -121,7 +123,7 @@ private:
         while (m_next < m_card.text.size() && m_card.text[m_next] == ' ')
             ++m_next;
     }
-    /// Returns the next token; empty at the end.
+    /// Returns the next token without consuming it; empty at the end.
     [[nodiscard]] constexpr std::string_view Peek()
     {
         SkipBlanks();
@@ -163,7 +165,7 @@ private:
         m_next += token.size();
         return WordAt(m_next - token.size(), token.size());
     }
-    /// Reads the text up to the end of the card.
+    /// Reads the text up to the end of the card, which must not be empty.
     [[nodiscard]] constexpr SqxCardWord ReadRest()
     {
         SkipBlanks();
@@ -196,7 +198,7 @@ private:
 
     // Parameters
 
-    /// Returns the number of parameters.
+    /// Reads a list of parameters in parentheses. Returns their number.
     constexpr unsigned char ReadParameters()
     {
         Expect("(");
@@ -353,7 +355,8 @@ private:
         for (const std::span<const SqxParameter> list : {m_card.Formals(), m_card.Carried()})
             CheckOrder(list);
     }
-    /// Required parameters must come first, named ones last, and a repeated one at the very end.
+    /// Required parameters must come first, then optional ones, then named ones. Nothing may follow
+    /// a repeated one.
     static constexpr void CheckOrder(std::span<const SqxParameter> list)
     {
         for (std::size_t i = 1; i < list.size(); ++i)

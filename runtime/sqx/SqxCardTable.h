@@ -5,8 +5,8 @@
 
 #include "sqx/SqxCardReader.h"
 
-// The cards as constants, for files that compute other tables from them. Reading the cards takes
-// time in each compile, so other files include SqxCard.h.
+// The cards as constants, for files that compute other tables from them. Each file that includes
+// this one takes longer to compile, since it reads all cards, so other files include SqxCard.h.
 
 // Each card is a separate constant, since compilers limit the steps of evaluating one constant.
 inline constexpr SqxCard k_sqxCards[] = {

@@ -34,7 +34,7 @@ constexpr std::size_t k_namedCount = [] {
     return count;
 }();
 
-/// The cards sorted by the name of the function; cards with the same name keep their order.
+/// The cards that have a name, sorted by it; cards with the same name keep their order.
 constexpr auto k_byName = [] {
     std::array<const SqxCard*, k_namedCount> cards{};
     auto end = cards.begin();
@@ -54,7 +54,8 @@ constexpr auto k_byName = [] {
 
 constexpr std::size_t k_slots = 2048;
 
-/// FNV-1a (Glenn Fowler, Landon Curt Noll, Phong Vo).
+/// Returns the slot where the search for a name starts. The hash is FNV-1a (Glenn Fowler, Landon
+/// Curt Noll, Phong Vo).
 constexpr std::size_t FirstSlotOf(std::string_view name)
 {
     std::uint32_t hash = 2166136261U;

@@ -1,5 +1,6 @@
-// A file may contain anything, so each item is checked for presence, kind and range; the first
-// fault ends the reading with its line and section. Only quoted text is copied.
+// A file may contain anything, so each item is checked for presence, kind and range. The first
+// fault ends the reading, and its message names the line and the section. Of the items, only quoted
+// texts are copied.
 //
 // Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
@@ -70,7 +71,7 @@ double SqxCursor::ReadFloat(const char* what)
     const std::string_view word = ReadWord(what);
     double value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    // A value too small for a double is accepted as 0.
+    // A number outside the range of double, such as 1e-400, leaves `value` at 0 and is accepted.
     if ((error != std::errc() && error != std::errc::result_out_of_range) ||
         end != word.data() + word.size() || !std::isfinite(value))
         Fail(std::string(what) + " is not a number: " + std::string(word));

@@ -3,20 +3,20 @@
 #include <string>
 #include <string_view>
 
-/// Thrown for malformed text of a byte-code file; the cursor holds the message. Caught by the
-/// reader.
+/// Thrown for malformed text; the cursor holds the message. Caught by `SqxReader::Read` and
+/// `SqxObjectFacts`.
 class SqxMalformed {};
 
 /// Reads the text of a byte-code file item by item. Items in one line are separated by blanks; a
 /// quoted text may span several lines. A missing or malformed item throws `SqxMalformed`; after
-/// that only the cursor's message may be used.
+/// that only `Message` and `FaultLine` may be called.
 class SqxCursor {
 public:
     /// `text` must outlive the cursor.
     explicit SqxCursor(std::string_view text) : m_text(text) {}
 
-    // Each of these reads one item and ignores what follows the item. `what` names the item at the
-    // start of the message: "Shader type".
+    // The next functions, up to `ReadQuoted`, read one item and leave the rest of the line unread.
+    // `what` names the item at the start of a message: "Shader type".
 
     /// A decimal number in the range of int.
     [[nodiscard]] int ReadInt(const char* what);
@@ -24,31 +24,35 @@ public:
     [[nodiscard]] int ReadCount(const char* what);
     /// 0 or 1.
     [[nodiscard]] bool ReadBool(const char* what);
-    /// A finite number within the range of single precision, in any locale.
+    /// A finite number within the range of single precision, with a decimal point in any locale.
+    /// Returns 0 for a number outside the range of double.
     [[nodiscard]] double ReadFloat(const char* what);
-    /// The text up to the next blank or the end of the line, never empty. A view of the text.
+    /// The text up to the next blank or the end of the line or file, never empty. A view of the
+    /// text.
     [[nodiscard]] std::string_view ReadWord(const char* what);
     /// Reads a quoted text; the result includes the quotes and unchanged escapes.
     [[nodiscard]] std::string ReadQuoted(const char* what);
-    /// Requires that nothing more is in this line.
+    /// Reads the end of the line, which must be next.
     void EndLine();
-    /// Reads an item that is alone in its line.
+    // The same for the last item of a line: these also read the end of the line.
+
     [[nodiscard]] int ReadIntLine(const char* what);
     [[nodiscard]] int ReadCountLine(const char* what);
     [[nodiscard]] bool ReadBoolLine(const char* what);
-    /// Requires that the next line is `line`.
+
+    /// Reads a line, which must be `line`.
     void Expect(std::string_view line);
     /// Requires that no text is left.
     void ExpectEnd();
     /// The text that was not read yet.
     [[nodiscard]] std::string_view Rest() const { return m_text; }
 
-    /// Begins a section, which messages name.
+    /// Begins a section, which later messages name.
     void Enter(std::string section) { m_section = std::move(section); }
 
     /// The line of the next item, from 1.
     [[nodiscard]] int Line() const { return m_line; }
-    /// Throws with a message for the current line or for a given one.
+    /// Throws `SqxMalformed` with a message for the current line or for a given one.
     [[noreturn]] void Fail(const std::string& message) { FailAt(m_line, message); }
     [[noreturn]] void FailAt(int line, const std::string& message);
     [[nodiscard]] const std::string& Message() const { return m_message; }

@@ -1,5 +1,5 @@
-// The text is meant for reading and for comparison: numbers of items, such as those of constants,
-// are replaced by the item itself, and an item missing from a damaged file is shown as "?" and its
+// The text is meant for reading and for comparison: instead of its number, an item that is not a
+// local is shown by its name or value, and an item missing from a damaged file as "?" and its
 // number. Positions are kept, since jumps refer to them.
 //
 // Tested by the dumps of tests/golden and by tests/backends/SqxReaderTest.cpp.
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A string of the source may contain newlines.
+/// Replaces newlines, which a string of the source may contain.
 std::string OnOneLine(std::string text)
 {
     for (std::size_t i = 0; (i = text.find('\n', i)) != std::string::npos; i += 2)
@@ -30,7 +30,7 @@ std::string ConstantText(const SqxVariable& constant)
     return SqxNumberText(static_cast<float>(constant.number));
 }
 
-/// Formats "varying color[3]", as far as the file specifies it.
+/// Formats "varying color[3]" or "uniform float reference".
 std::string TypeText(const SqxVariable& variable)
 {
     std::string text = variable.uniform ? "uniform " : "varying ";
@@ -72,7 +72,8 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
 
 constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets are not indented further
 
-/// Returns a heading, and one line for each variable of this kind in a range of numbers.
+/// Returns a heading, and one line for each variable of this kind in a range of numbers; empty if
+/// there is no such variable.
 std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const char* heading,
                           std::size_t first, std::size_t end)
 {

@@ -3,7 +3,7 @@
 // record is copied after a bounds check, so no offset in the file can lead outside it.
 //
 // Format: "Executable and Linking Format", System V Application Binary Interface, chapters 4 and 5;
-// the other hash table is the one of the GNU tools.
+// the hash table `DT_GNU_HASH` is an extension of the GNU tools.
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp and the fuzz target `shadeop_table`.
 
@@ -47,10 +47,10 @@ constexpr bool k_isWide = sizeof(void*) == 8;
 constexpr unsigned char k_wordSize = k_isWide ? ELFCLASS64 : ELFCLASS32;
 constexpr unsigned char k_byteOrder =
     __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? ELFDATA2LSB : ELFDATA2MSB;
-// Headers of older systems do not define these constants.
+// Headers of older systems do not define these two constants.
 constexpr int k_packedRelocationsSize = 35;
 constexpr int k_packedRelocations = 36;
-constexpr unsigned char k_symbolTypes = 0xf;  // these bits of `st_info`
+constexpr unsigned char k_symbolTypes = 0xf;  // the bits of `st_info` that contain the type
 
 std::uint64_t RelocationType(std::uint64_t information)
 {
@@ -152,7 +152,7 @@ bool SqxElfFile::ReadHeaders()
     return ReadDynamic(dynamic);
 }
 
-/// Returns false if there is no dynamic section.
+/// Returns false if there is no dynamic section, or an empty one.
 bool SqxElfFile::ReadDynamic(Bytes entries)
 {
     for (std::uint64_t at = 0;; at += sizeof(ElfW(Dyn))) {
@@ -343,8 +343,8 @@ std::vector<std::optional<std::uint64_t>> SqxElfFile::PointersAt(std::uint64_t a
     return pointers;
 }
 
-/// An even entry is an address. The odd entries after it are bit maps of the words that follow that
-/// address.
+/// Visits the address of each packed relocation. An even entry is an address; the odd entries after
+/// it are bit maps of the words that follow that address.
 template <class Visit>
 void SqxElfFile::ForEachPackedRelocation(const Visit& visit) const
 {

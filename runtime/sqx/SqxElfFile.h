@@ -35,11 +35,11 @@ public:
 
     /// Finds the exported symbol of that name, in expected constant time.
     [[nodiscard]] Symbol Find(std::string_view name) const;
-    /// Returns the contents of the section with this name, which a library need not have; empty if
-    /// there is none.
+    /// Returns the contents of the section with this name; empty if there is none. A library need
+    /// not have sections.
     [[nodiscard]] Bytes Section(std::string_view name) const;
-    /// Returns the bytes from the address to the end of its segment; empty if the address is
-    /// invalid.
+    /// Returns the bytes from the address to the end of its segment; empty if no readable segment
+    /// in the file contains the address.
     [[nodiscard]] Bytes At(std::uint64_t address) const;
     /// Returns the bytes of an object; if it has no size, up to the end of its segment. Empty for
     /// any other symbol.
@@ -48,7 +48,8 @@ public:
     [[nodiscard]] std::optional<std::string_view> TextAt(std::uint64_t address) const;
     /// Returns the pointers at the address, with relocations applied: `count` of them, or those up
     /// to the end of the segment. An entry has no value if it is a pointer into another library, or
-    /// a number other than 0 that is not relocated. O(r + count) for r relocations.
+    /// a number other than 0 that is not relocated, or if its relocation is of another type than
+    /// those of pointers. O(r + count) for r relocations.
     [[nodiscard]] std::vector<std::optional<std::uint64_t>> PointersAt(std::uint64_t address,
                                                                        std::size_t count) const;
 
@@ -59,7 +60,7 @@ private:
         std::uint64_t size;
     };
 
-    /// The address and the size in bytes of a table in the dynamic section.
+    /// The address and the size in bytes of a table, as the dynamic section specifies them.
     struct Table {
         std::uint64_t address = 0;
         std::uint64_t size = 0;

@@ -18,7 +18,7 @@ std::optional<Record> RecordAt(std::span<const std::byte> bytes, std::uint64_t p
     return record;
 }
 
-/// Returns the contents of the section with this name in the bytes of a whole library; empty if
-/// there is none. Offsets in the file cannot lead outside it. O(n) for n sections.
+/// Returns the contents of the section with this name in the bytes of a whole library, cut off at
+/// the end of the file; empty if there is no such section. O(n) for n sections.
 [[nodiscard]] std::span<const std::byte> SqxElfSection(std::span<const std::byte> file,
                                                        std::string_view name);

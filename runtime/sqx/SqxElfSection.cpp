@@ -1,5 +1,5 @@
-// Sections are for programs that inspect a file; loaders do not need them. The names of sections
-// are the contents of a section, too.
+// Sections are for programs that inspect a file; loaders do not need them. One section contains the
+// names of all sections.
 //
 // Tested by tests/listing.
 
@@ -21,7 +21,7 @@ std::optional<Header> HeaderAt(Bytes file, const ElfW(Ehdr) & head, std::uint64_
     return RecordAt<Header>(file.subspan(head.e_shoff), index * sizeof(Header));
 }
 
-/// Returns the contents, cut off at the end of the file.
+/// Returns the contents, cut off at the end of the file; empty if the section has none in the file.
 Bytes ContentsOf(Bytes file, const Header& section)
 {
     if (section.sh_type == SHT_NOBITS || section.sh_offset > file.size())

@@ -8,7 +8,7 @@
 inline constexpr int k_sqxMajorVersion = 5;
 inline constexpr int k_sqxMinorVersion = 0;
 
-/// The first lines of every byte-code file of this version; the last of them is the version.
+/// The first lines of every byte-code file of this version. The last line is the version.
 inline constexpr std::string_view k_sqxFileHead[] = {
     "\x7Fomb",
     "############################################################################",

@@ -2,7 +2,7 @@
 //
 //     SQX_CARD(CALL_PRIM_MIX_3D,
 //              "@forms(311, 312, 313) color mix(color a, color b, float position)")
-// becomes
+// becomes, among others,
 //     number 313: for all points, conditional; values "wcrrr" of types "tbttf"
 //
 // c is the condition, which comes after the result. Compilers limit the steps of one constant
@@ -63,7 +63,7 @@ constexpr char TypeOf(const SqxParameter& parameter)
     const char letter = LetterOf(parameter.type);
     if (!parameter.isOptional && !parameter.isNamed)
         return letter;
-    // If such an argument is omitted and has no default of its type, it is a literal integer.
+    // If such an argument is omitted and has no default of its type, it is an integer constant.
     if (letter == 's')
         return 'S';
     if (letter == 't')
@@ -142,8 +142,8 @@ constexpr void AddList(Form& form, const SqxCard& card)
     form.layout.endsInList = true;
 }
 
-/// Inserts the condition after the result, if there is one; in instructions without a whole-grid
-/// form the condition is last.
+/// Inserts the condition after the result, or at the start if there is no result. In the form
+/// `Where` the condition is last.
 constexpr void AddCondition(Form& form)
 {
     const std::size_t afterResult = form.operands.text[0] == 'w' ? 1 : 0;

@@ -4,21 +4,22 @@
 
 #include "sqx/SqxPrimitive.h"
 
-// The numbers of instructions in compiled shaders. They are a contract between the compiler and all
+// The numbers of instructions in byte-code. They are a contract between the compiler and all
 // readers of its files: numbers never change, and a new instruction gets a new one. They are part
 // of the cards, see SqxCards.def.
 
 /// Returns the highest number that is assigned.
 [[nodiscard]] int SqxHighestNumber();
 
-/// Returns the name of a number; empty if it is not assigned.
+/// Returns the name of the instruction with this number, with the suffix of its form; empty if the
+/// number is not assigned.
 [[nodiscard]] std::string_view SqxNumberName(int number);
 
 /// Returns the number of an instruction by its name, with the suffix of its form; 0 if there is
 /// none.
 [[nodiscard]] short SqxNumberNamed(std::string_view name);
 
-/// A pair of instructions that enclose others.
+/// A bracket: a pair of instructions that enclose others.
 struct SqxBracketRow {
     SqxPrimitive begin;
     SqxPrimitive end;

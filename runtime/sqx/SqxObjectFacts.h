@@ -28,10 +28,10 @@ public:
     explicit SqxObjectFacts(const SqxElfFile& file);
 
     [[nodiscard]] State Found() const { return m_state; }
-    /// The shader, with an empty main block. A parameter without an initializer has a default value
-    /// that byte-code cannot compute.
+    /// The shader; the compiler writes an empty main block. A parameter without an initializer has
+    /// a default value that byte-code cannot compute.
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
-    /// How the code uses each predefined variable, by index.
+    /// How the code uses each predefined variable of `Shader`, by index.
     [[nodiscard]] const std::vector<Use>& Uses() const { return m_uses; }
     [[nodiscard]] bool UsesLights() const { return m_usesLights; }
     /// True if the code contains `illuminate` or `solar`.
@@ -39,7 +39,7 @@ public:
 
     [[nodiscard]] const std::string& Message() const { return m_message; }
     /// The line of the error, from 1: in the byte-code, or in the data if the error is before the
-    /// byte-code.
+    /// byte-code. 1 if there are too many or too few uses; 0 if there is no error.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:

@@ -2,13 +2,13 @@
 
 #include "sqx/SqxType.h"
 
-/// A variable that shaders use without declaring it. `QxMachineStore::Bind` relies on the order of
-/// the rows, so new ones are appended.
+/// A variable that shaders use without declaring it. A table in QxMachineStore.cpp lists where the
+/// host stores their values, in the order of these rows: a new row is appended to both.
 struct SqxPredefined {
     const char* name;
     SqxType type;
     bool uniform;
-    const char* accessor;  // the expression for the variable in generated C++
+    const char* accessor;  // C++ expression: a pointer to its value or values
 };
 
 // clang-format off
@@ -41,5 +41,6 @@ inline constexpr SqxPredefined k_sqxPredefined[] = {
 };
 // clang-format on
 
-/// The constant of the language. It exists in every shader, but has no place in the grid.
+/// The constant of the language. It exists in every shader, but not in byte-code files, which
+/// contain its value as a constant. `QX_PI` is the value itself, not a pointer.
 inline constexpr SqxPredefined k_sqxPi = {"PI", SqxType::Float, true, "QX_PI"};

@@ -4,17 +4,17 @@
 #include <optional>
 #include <string_view>
 
-/// The primitives: the operations of byte-code instructions and of macros in generated C++. Each
-/// enumerator has the name that both use, without the suffix of a form.
+/// The primitives: the operations of byte-code instructions, of macros in generated C++ and of the
+/// machine. An enumerator has the name of the instruction or macro, without the suffix of a form.
 enum class SqxPrimitive : unsigned short {
 #define SQX_CARD(primitive, text) primitive,
 #include "sqx/SqxCards.def"
 };
 
-/// The forms of a primitive, each with its own number.
+/// The forms of a primitive. Each form that byte-code can contain has a separate number.
 enum class SqxForm : unsigned char {
-    Plain,      // for a point, or once for the grid
-    Grid,       // loops over all points itself: the name ends in "_SIMD"
+    Plain,      // for a point or for the grid, see `SqxRun`: no suffix
+    Grid,       // loops over all points itself: "_SIMD"
     GridWhere,  // for the points whose flag is set: "_SIMD_IF_TRUE"
     Where,      // the same for a primitive without a form `GridWhere`: "_IF_TRUE"
 };
@@ -30,5 +30,6 @@ inline constexpr std::size_t k_sqxPrimitiveCount = 0
 [[nodiscard]] std::string_view SqxPrimitiveName(SqxPrimitive primitive);
 /// Returns the name with the suffix of a form, as in byte-code and generated C++.
 [[nodiscard]] std::string_view SqxFormName(SqxPrimitive primitive, SqxForm form);
-/// Returns the primitive with a name; nothing if there is none. Linear in the number of primitives.
+/// Returns the primitive with this name, which has no suffix of a form; none if there is none. O(n)
+/// for n cards.
 [[nodiscard]] std::optional<SqxPrimitive> SqxPrimitiveNamed(std::string_view name);

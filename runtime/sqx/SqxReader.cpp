@@ -1,8 +1,8 @@
 // Reads the sections in order. The cursor reads each item, tracks the line and throws if the item
 // is wrong. Counts are not trusted: no memory is reserved for items that have not been read.
 //
-// References to a later section are checked when that section has been read: code contains numbers
-// of shadeops before the list of shadeops.
+// References to a later section are checked when that section has been read: the code of
+// initializers contains numbers of shadeops, but precedes the list of shadeops.
 //
 // Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
@@ -23,7 +23,7 @@ constexpr std::streamsize k_readSize = 1 << 16;
 
 // Far larger than any file of the compiler; an endless file must not fill the memory.
 constexpr std::size_t k_largestFile = std::size_t{1} << 26;
-// Values in code have 16 bits.
+// Code refers to variables by signed numbers of 16 bits.
 constexpr std::size_t k_mostNames = std::size_t{1} << 15;
 
 SqxType ReadType(SqxCursor& cursor)

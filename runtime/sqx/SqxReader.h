@@ -14,20 +14,21 @@
 /// A reader may read several files, one after another, in one thread at a time.
 class SqxReader {
 public:
-    /// Reads a text, which is not kept. False if it is not a byte-code file; then `Message` returns
-    /// the line, the section and the fault, and `Shader` the part before the fault. O(n log n) for
-    /// n bytes.
+    /// Reads a text, which is not kept. False if it is not a complete byte-code file of this
+    /// version, or larger than 64 MiB. Then `Message` returns the line, the section, if one was
+    /// reached, and the fault; `Shader` returns the part before the fault. O(n log n) for n bytes.
     [[nodiscard]] bool Read(std::string_view text);
     /// Reads a file. False also if it cannot be read; the message is then the system's, and
     /// `Shader` is empty.
     [[nodiscard]] bool ReadFile(const std::string& path);
-    /// Reads the bytes of a file, up to just over the maximum size that `Read` accepts.
+    /// Returns the bytes of a file from the current position on, up to just over the maximum size
+    /// that `Read` accepts.
     [[nodiscard]] static std::string Bytes(std::istream& file);
 
     // The result of the last `Read` or `ReadFile`; empty before the first.
 
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
-    /// Moves the result out of the reader.
+    /// Moves the shader out of the reader.
     [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
     /// The line of the fault in the message, from 1; 0 if there is no fault or it has no line.

@@ -6,7 +6,7 @@
 
 #include "sqx/SqxElfFile.h"
 
-/// One record of a library's table; missing texts are empty.
+/// One record of a library's table; a text is empty if its pointer in the table is null.
 struct SqxShadeopRecord {
     std::string_view declaration;
     std::string_view init;
@@ -29,19 +29,21 @@ public:
     /// Reads the table of the function. The library must outlive the texts of the records.
     SqxShadeopTable(const SqxElfFile& library, std::string_view function);
 
+    /// Returns the name of the symbol of a function's table.
     [[nodiscard]] static std::string NameFor(std::string_view function)
     {
         return std::string(function) + "_shadeops";
     }
 
     [[nodiscard]] Place Found() const { return m_place; }
-    /// The records before the end record, or before the first one with a pointer that does not lead
-    /// to text in the library.
+    /// The records before the end record or before a faulty one; all records if the table has
+    /// neither.
     [[nodiscard]] const std::vector<SqxShadeopRecord>& Records() const { return m_records; }
-    /// True if reading ended at a record with a pointer that does not lead to text in the library.
+    /// True if reading ended at a faulty record: one with a pointer that is not null and does not
+    /// lead to text in the library.
     [[nodiscard]] bool IsFaulty() const { return m_isFaulty; }
-    /// True if the required end record was found. If it was not, and the table is not faulty, the
-    /// table extends to the end of its object.
+    /// True if the required end record was found. False if there is no table, if it is faulty, or
+    /// if its records extend to the end of its object.
     [[nodiscard]] bool HasEnd() const { return m_hasEnd; }
 
 private:

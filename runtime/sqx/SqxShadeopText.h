@@ -11,32 +11,33 @@
 struct SqxShadeopType {
     SqxType type = SqxType::Float;
     bool array = false;
-    int size = 0;  // length of an array; 0 for any length
+    int size = 0;  // length of an array; 0 for any length, or if it is not an array
 };
 
 /// Parses the text with which a library declares a shadeop: "float blend(color, float[4])". Only
-/// the space character counts as blank. The compiler and the hosts share this parser.
+/// the space character counts as blank. The compiler and the machine share this parser.
 ///
-/// Each operation continues where the previous one stopped, and none reads past the end. Call them
-/// in this order:
+/// Each reading operation continues where the previous one stopped, and none reads past the end.
+/// Call them in this order:
 ///
 ///     ReadReturnType, ReadName, ReadArgument(true), ReadArgument(false) until IsAtEnd, ReadEnd
 ///
-/// None throws; if one returns nothing, the text does not declare a shadeop.
+/// None throws. If one returns no value, an empty name or, for `ReadEnd`, false, the text does not
+/// declare a shadeop.
 class SqxShadeopText {
 public:
     /// The text must outlive the reader.
     explicit SqxShadeopText(std::string_view text) : m_rest(text) {}
 
-    /// None if there is no type at the start.
+    /// None unless the first word is a type that `TypeOf` accepts.
     [[nodiscard]] std::optional<SqxType> ReadReturnType();
     /// Empty if no name follows.
     [[nodiscard]] std::string_view ReadName();
     /// Reads one type with the "(" or "," before it. None if it is missing or malformed.
     [[nodiscard]] std::optional<SqxShadeopType> ReadArgument(bool first);
-    /// True if the ")" is next.
+    /// True if the ")" after the last argument is next.
     [[nodiscard]] bool IsAtEnd() const { return m_rest.starts_with(')'); }
-    /// True if the ")" follows, and nothing but blanks after it.
+    /// True if the ")" follows, and after it only blanks.
     [[nodiscard]] bool ReadEnd();
 
     /// Returns one of the six types that a shadeop can use; none for any other word.
@@ -47,9 +48,9 @@ private:
     {
         m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size()));
     }
-    /// Reads up to one of `ends`, or to the end of the text.
+    /// Reads up to the first character that is in `ends`, or to the end of the text.
     [[nodiscard]] std::string_view ReadUpTo(std::string_view ends);
-    /// Skips the character if it is next.
+    /// Skips the character and returns true if it is next.
     [[nodiscard]] bool Skip(char wanted);
     [[nodiscard]] std::optional<int> ReadArraySize();
 
@@ -133,7 +134,8 @@ inline bool SqxShadeopText::Skip(char wanted)
     return true;
 }
 
-/// Reads a decimal number and the "]" after it. A missing number and 0 both mean an unknown size.
+/// Reads a decimal number and the "]" after it. Returns 0, which stands for any length, also if the
+/// number is missing; none if the text is malformed.
 inline std::optional<int> SqxShadeopText::ReadArraySize()
 {
     SkipBlanks();

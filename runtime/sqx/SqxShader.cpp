@@ -1,6 +1,6 @@
-// Names of codes, and access to the values of instructions. If the values of an instruction end
-// with a list, its layout ends with a star, which stands for the whole list. Instructions are
-// sorted by position, so a position is found by binary search.
+// Names of codes, access to the values of instructions, and messages about them. If the values of
+// an instruction end with a list, the letters of its layout end with a star for the whole list.
+// Instructions are sorted by position, so a position is found by binary search.
 
 #include "sqx/SqxShader.h"
 

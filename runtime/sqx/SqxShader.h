@@ -17,7 +17,8 @@
 /// How far a file was read: up to the end of this section.
 enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Facts, Main };
 
-/// Where a variable's value comes from: the grid, the user, the code, the file.
+/// Where a variable's value comes from, in this order: from the renderer; from the user or an
+/// initializer; from code; from the file.
 enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
 
 /// A variable or constant of the file; its number is its index in the shader's list.
@@ -26,13 +27,13 @@ struct SqxVariable {
     std::string name;  // for predefined variables and parameters
     SqxType type = SqxType::Float;
     bool uniform = true;
-    int size = 1;                   // length of an array
+    int size = 1;                   // length of an array; 1 for any other variable
     bool reference = false;         // refers to an element of an array
     double number = 0;              // value of a float, int or bool constant
     std::string text;               // string constant with quotes; for a parameter: detail and type
-    std::string space;              // for a parameter, without quotes
+    std::string space;              // of a parameter's default value, without quotes
     bool output = false;            // an output parameter
-    bool needsObjectSpace = false;  // a parameter whose default value is given in object space
+    bool needsObjectSpace = false;  // a parameter whose default value names the object space
     int line = 0;
 };
 
@@ -57,7 +58,7 @@ struct SqxBlock {
     {
         return instruction.layout->primitive;
     }
-    /// Returns the layout's letter for value `i`.
+    /// Returns the letter in `SqxLayout::operands` for value `i`; 'r' for the values of a list.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
     /// Returns the index of the first instruction that starts at a position or after it; the number
     /// of instructions if there is none. O(log n).
@@ -83,10 +84,10 @@ struct SqxBlock {
     std::vector<SqxInstruction> instructions;  // sorted by position
 };
 
-/// Computes the default value of a parameter.
+/// The code that computes the default value of a parameter.
 struct SqxInitializer {
     std::size_t parameter = 0;  // index among the parameters
-    bool perPoint = false;      // depends on the shading context
+    bool perPoint = false;      // the value depends on shading data
     SqxBlock code;
     int result = -1;  // number of the variable that holds the value afterwards
     int line = 0;
@@ -95,14 +96,14 @@ struct SqxInitializer {
 
 /// A function of a shadeop library, as the file names it.
 struct SqxDSOFunction {
-    std::size_t library = 0;
+    std::size_t library = 0;  // index in `SqxShader::libraries`
     std::string init;
     std::string method;
     std::string cleanup;
     int line = 0;
 };
 
-/// A whole file. Parts that were not reached are empty or 0.
+/// The contents of a file. Parts that were not read are empty, 0 or false.
 struct SqxShader {
     SqxSection reached = SqxSection::None;
     int shaderType = 0;

@@ -1,7 +1,8 @@
 #pragma once
 
-/// The codes of types in the file. Int is the type of literal numbers in code, and Bool that of
-/// flags and constants; no parameter has either.
+/// The codes of types in a byte-code file. Only constants have the type Int: they stand for omitted
+/// arguments and for counts. Bool is the type of flags, also of constant ones. `QxVerifier` rejects
+/// parameters of either type.
 enum class SqxType {
     Float = 1,
     Point = 2,
@@ -14,5 +15,5 @@ enum class SqxType {
     Bool = 10,
 };
 
-/// Returns the name in messages and dumps; empty for an invalid code.
+/// Returns the name of a type in messages and dumps; empty for an invalid code.
 [[nodiscard]] const char* SqxTypeName(SqxType type);

@@ -1,6 +1,6 @@
 // Loops over lights. They are outside parallel brackets, have one iteration for each light, and may
-// be nested. While a loop runs, `L`, `Cl` and `Ol` have the values of its current light. A jump out
-// of loops ends them.
+// be nested. In loops, `L`, `Cl` and `Ol` have the values of the current light of the innermost
+// loop. A jump out of loops ends them.
 //
 // Tested by tests/machine/QxMachineRunTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.

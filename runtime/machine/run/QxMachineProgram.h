@@ -15,8 +15,8 @@ struct SqxShader;
 /// instruction set, for comparison. All compute the same values.
 enum class QxKernelChoice { Best, Baseline, Avx2 };
 
-/// A byte-code shader that has been verified and translated. It never changes, so any number of
-/// runs (`QxMachineRun`) in different threads may share it.
+/// A byte-code shader that has been verified and translated. Any number of runs (`QxMachineRun`) in
+/// different threads may share it, if several threads may call its shadeops at the same time.
 class QxMachineProgram {
 public:
     /// `bytes` is the text of the file; `name` is for messages. Shadeop libraries are searched only
@@ -39,7 +39,7 @@ public:
 
     [[nodiscard]] const QxShaderInfo& Info() const { return m_info; }
     /// True if the default value of the parameter at this index depends on shading data, so that it
-    /// is recomputed for each grid. O(p) for p such parameters.
+    /// is recomputed for each grid unless the host sets a value. O(p) for p such parameters.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const;
     /// Returns the number of instructions in all blocks of the file.
     [[nodiscard]] std::size_t InstructionCount() const;

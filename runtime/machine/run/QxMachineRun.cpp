@@ -2,12 +2,12 @@
 //
 // Outside parallel brackets an instruction runs once, for the whole grid, or for the points of a
 // flag. Inside, the code runs strip by strip, so that the values of a strip stay in the cache from
-// one instruction to the next. A loop inside the brackets runs as long as the strip has an active
-// point, so points that have left the loop cost nothing once the whole strip has left it. The order
-// of points inside the brackets has no effect, unless they may affect each other, as by writes to a
-// uniform variable: then strips of one point run in order. Texts that points pass to the scene are
-// sorted. Inside the brackets a condition narrows the mask: code without active points is skipped,
-// and the mask is ignored if all points are active.
+// one instruction to the next. A loop inside the brackets runs as long as a point of the strip is
+// active in it, so points that have left the loop cost nothing once the whole strip has left it.
+// The order of points inside the brackets has no effect, unless they may affect each other, as by
+// writes to a uniform variable: then strips of one point run in order. Texts that points pass to
+// the scene are sorted by point. Inside the brackets a condition narrows the mask: code without
+// active points is skipped, and the mask is ignored if all points are active.
 
 #include "machine/run/QxMachineRun.h"
 
@@ -17,8 +17,9 @@
 
 namespace {
 
-// The number of instructions, counted per point, between two reads of the clock. They take some
-// microseconds if they are cheap, and some milliseconds if they are expensive.
+// The least work between two reads of the clock: mostly the number of instructions, counted for
+// each point. They take some microseconds if they are cheap, and some milliseconds if they are
+// expensive.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
 constexpr std::chrono::milliseconds k_timeBetweenTests{2};
 // The number of flags that are combined without a branch, so that the loop is vectorized.
@@ -49,7 +50,8 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
     return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
 }
 
-/// Sets mask = outer and (flags == wanted). Returns how many points of the mask are set.
+/// Sets mask = outer and (flags == wanted). Returns whether no, some or all flags of the mask are
+/// set.
 Share MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
                const QxPoints& points, bool wanted)
 {
@@ -282,8 +284,8 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
     for (unsigned int first = 0; first < size; first += strip) {
         const unsigned int count = std::min(strip, size - first);
         m_steps = stepsBefore;
-        // Strip locals occur only with strips of at least the usual length. A grid that is not
-        // longer has one strip, which begins at point 0, where these locals are bound initially.
+        // Locals with room for one strip occur only with strips of at least the usual length. A
+        // grid of at most this length has one strip, and these locals are bound to its start.
         if (size > k_qxMachineStrip)
             m_store.BindStrip(*begin, first);
         RunStrip(codes, begin + 1, first, count);
@@ -359,8 +361,8 @@ bool QxMachineRun::IsTrueSomewhere(const QxCode& code, const QxPoints& points) c
     return any != 0;
 }
 
-/// Returns the target of a jump, or the next instruction if the jump is not taken. Counts the steps
-/// of a backward jump, and ends the loops over lights that the jump leaves.
+/// Returns the target of a jump, or the next instruction if the jump is not taken. If it is taken,
+/// counts the steps of a backward jump, and ends the loops over lights that the jump leaves.
 const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code, const QxPoints& points)
 {
     const bool jump = code->step == QxCodeStep::Goto ||
@@ -375,8 +377,8 @@ const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code, const 
     return next;
 }
 
-/// Returns the first instruction inside the brackets of a condition, or after them if no point is
-/// active.
+/// Begins a condition: narrows the mask of `points`, and stores the outer mask for the end of its
+/// brackets. Returns the first instruction in them, or after them if no point is active.
 const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned int depth)
 {
     const bool wanted = code->step == QxCodeStep::IfTrue;

@@ -3,10 +3,10 @@
 // `m_homes` is its own memory, `m_values` its current address. The addresses differ only for
 // variables that are re-bound while code runs: aliases of elements, locals with room for one strip,
 // and L, Cl and Ol in a loop over lights. A predefined variable that the host did not set is an
-// array of zeros.
+// array of zeros at first.
 //
 // A varying reference is an array of addresses, one per point, followed by dummy elements that it
-// refers to before it is bound, so that a file that uses it too early does no harm.
+// refers to before it is bound, so that code that uses it too early does no harm.
 //
 // Tested by tests/host/HostTest.cpp and tests/host/AgreementTest.cpp.
 
@@ -30,7 +30,7 @@ using Kind = QxStorage::Kind;
 constexpr std::size_t k_alignment = 64;
 constexpr std::size_t k_gap = 2 * k_alignment;
 
-/// Stands for the eye, which is not a member of `QxHiddenVariables`.
+/// The offset that stands for the eye, which is not a member of `QxHiddenVariables`.
 constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
 #define QX_MEMBER(NAME) offsetof(QxHiddenVariables, NAME)
 /// Offsets of the members, by row of the table of predefined variables.
@@ -57,13 +57,14 @@ std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
     return storage.kind == Kind::Strip ? std::min<std::size_t>(points, k_qxLongestStrip) : points;
 }
 
-/// Returns the bytes of the block that a variable takes. They fit into 64 bits: the verifier limits
-/// the variables of a file, and a grid has fewer than 2^32 points.
+/// Returns the bytes of the block that a variable takes; 0 if its values are elsewhere. The sum of
+/// all variables fits into 64 bits: the verifier limits the variables of a file, and a grid has
+/// fewer than 2^32 points.
 std::uint64_t BytesOf(const QxStorage& storage, std::size_t points)
 {
     if (!IsOwn(storage.kind))
         return 0;
-    // A reference also has a dummy element, for use before it is bound.
+    // A reference has an address for each point, in addition to the dummy elements.
     const std::uint64_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
     const std::uint64_t bytes =
         PlacesOf(storage, points) *

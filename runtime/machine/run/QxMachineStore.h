@@ -18,11 +18,12 @@ template <class Value>
 }
 
 /// The memory of a run: the address of the values of each variable. This object owns the memory of
-/// locals, which is kept between grids of the same size, and that of predefined variables that the
-/// host did not set; the rest belongs to the grid, the instance or the program.
+/// locals, which is kept between grids of the same size, and the memory of the eye and of
+/// predefined variables that the host did not set; the rest belongs to the grid, the instance or
+/// the program.
 class QxMachineStore {
 public:
-    /// `code` must outlive this object. Allocates nothing yet.
+    /// `code` must outlive this object. Allocates no memory for values yet.
     explicit QxMachineStore(const QxMachineCode& code);
     /// Also frees the texts that kernels left in locals.
     ~QxMachineStore();
@@ -33,11 +34,13 @@ public:
     /// references are unbound; other locals may have values of the previous run, see `Clear`.
     /// `variables` are those of the instance; their values are used in place, so they must not move
     /// or change their length while code runs. Throws `QxHostError` if there is not enough memory,
-    /// or if more than `memoryLimit` bytes would be needed; it may be called again afterwards.
+    /// or if another number of points than before would need more than `memoryLimit` bytes; it may
+    /// be called again afterwards.
     void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
     /// Binds the predefined variables; call it after `Start`. Variables that the host did not set
-    /// are zero at first. `eye` is copied; the arrays of `h` must live while code runs. Throws like
-    /// `Start`.
+    /// are zero at first. `eye` is copied; the arrays of `h` must live while code runs. Throws
+    /// `QxHostError` if the arrays of zeros would exceed the memory limit, and `std::bad_alloc` if
+    /// there is not enough memory.
     void Bind(const QxHiddenVariables& h, const QxVector3& eye);
     /// Binds the predefined variables for code without varying operands: all except the eye are
     /// zero at first.
@@ -49,15 +52,16 @@ public:
     /// that begins at point `first`.
     void BindStrip(const QxCode& brackets, unsigned int first);
 
-    /// Returns the number of points that this object is prepared for; 1 before the first `Start`.
+    /// Returns the number of points that this object is prepared for; 1 if it is not prepared.
     [[nodiscard]] unsigned int Points() const
     {
         return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);
     }
-    /// The address of the values of each variable, by number; kernels re-bind some of them.
+    /// The address of the values of each variable, by number; the run and its kernels re-bind some.
     [[nodiscard]] void** Values() { return m_values.data(); }
-    /// Returns an array with a zero for each point, for variables that the host did not set and
-    /// nothing writes. Made on first use, and valid until the next `Start`. Throws like `Start`.
+    /// Returns an array with a zero triple for each point, for variables that the host did not set
+    /// and no instruction writes. Made on first use, and valid until `Start` is called for another
+    /// number of points. Throws like `Bind`.
     [[nodiscard]] void* Zeros() { return Zeros(k_onlyRead); }
     /// The address of a predefined variable of the grid, as set by `Bind`.
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }
@@ -74,7 +78,8 @@ private:
     struct Memory {
         void operator()(void* block) const;
     };
-    /// A predefined variable, and the offset of its address in `QxHiddenVariables`.
+    /// A predefined variable, and the offset of its address in `QxHiddenVariables`; the size of
+    /// that class for the eye.
     struct Binding {
         std::uint32_t variable;
         std::uint32_t offset;
@@ -85,7 +90,7 @@ private:
     std::uint64_t m_bytes = 0;  // of the block
     std::size_t m_points = 0;
     std::vector<void*> m_values;            // by variable
-    std::vector<void*> m_homes;             // their addresses at the start of a run
+    std::vector<void*> m_homes;             // their addresses before code re-binds them
     std::unique_ptr<char, Memory> m_block;  // of the locals
     std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, with
                                                                  // their count

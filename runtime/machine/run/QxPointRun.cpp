@@ -1,9 +1,9 @@
 // Runs grids of one point, which ray tracers shade.
 //
-// The single point is either active or not. So a condition is a jump over its brackets, there is no
-// mask, parallel brackets are ignored, and instructions with a kernel for one point avoid the loop
-// over points. Instructions run in the order of the code, so the point's texts reach the scene in
-// that order.
+// The single point is either active or not. So a condition is a jump over its brackets, which need
+// no mask, parallel brackets are ignored, and instructions with a kernel for one point avoid the
+// loop over points. Instructions run in the order of the code, so the point's texts reach the scene
+// in that order.
 //
 // Tested by tests/host/AgreementTest.cpp, where grids of one point are shaded too.
 

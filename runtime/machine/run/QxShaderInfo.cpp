@@ -15,7 +15,7 @@ QxShaderInterface::QxType TypeOf(int code)
     return types[code];
 }
 
-/// `illuminate` and `solar` give a light a position or a direction.
+/// True for `illuminate` and `solar`, which give a light a position or a direction.
 bool IsLightStatement(const SqxInstruction& instruction)
 {
     const SqxPrimitive primitive = SqxBlock::Primitive(instruction);

@@ -36,8 +36,8 @@ struct QxShaderInfo {
     bool modifiesP = false;
     bool isAmbient = false;  // a light without `illuminate` and `solar`
 
-    /// Sets the names, types and lengths of the variables, one per parameter; they have no values
-    /// yet. The object must outlive them.
+    /// Sets the names, types, details and lengths of the variables, one per parameter; they have no
+    /// values yet. The object must outlive them.
     void Declare(std::vector<QxVar>& variables) const;
 };
 

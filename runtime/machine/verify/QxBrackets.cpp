@@ -1,8 +1,9 @@
 // One walk finds the brackets, then the jumps are checked. A file may nest brackets deeply, so
 // the open brackets are a chain of indexes, not a recursion.
 //
-// The machine keeps a mask for each open condition and a position for each open loop; after a jump
-// into or out of a bracket they would belong to the wrong bracket.
+// The machine keeps a mask for each open condition and the number of the current light for each
+// open loop. After a jump into or out of a bracket they would belong to the wrong bracket. A jump
+// that only leaves loops over lights is accepted, since the machine then removes their numbers.
 //
 //     BEGIN_PARALLEL;  IF_TRUE f;  END_PARALLEL     refused: does not close what was opened last
 //     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      accepted: leaves a loop over lights
@@ -61,8 +62,8 @@ void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
     m_open = bracket.parent;
 }
 
-/// Checks that the start of a loop names its end, and that the end jumps back to right after the
-/// start.
+/// Checks that the start of a loop refers to the instruction after the end, and the end to the
+/// instruction after the start.
 void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const
 {
     const auto& instructions = block.code.instructions;

@@ -6,7 +6,8 @@
 #include "machine/verify/QxUntrustedBlock.h"
 
 /// The brackets of a block: loops over lights, parallel runs and conditions. The constructor takes
-/// O(n) for n instructions, plus the number of loops that jumps leave; queries take constant time.
+/// O(n log n) for n instructions, plus the loops over lights around each jump, up to the one that
+/// contains its target; queries take constant time.
 class QxBrackets {
 public:
     /// One pair of brackets, or the whole block with the default values.
@@ -22,10 +23,11 @@ public:
     /// Throws `QxRefused` if brackets do not nest, or are nested more deeply than
     /// `QxVerifier::k_deepestNesting`; if the start and the end of a loop over lights do not refer
     /// to each other; or if a jump enters a bracket, or leaves one that is not a loop over lights.
-    /// The targets of jumps must be starts of instructions, which the reader ensures.
+    /// The target of a jump must be the start of an instruction or the end of the block, which the
+    /// reader ensures.
     explicit QxBrackets(const QxUntrustedBlock& block);
 
-    /// True if an instruction is in a parallel run; the end of a bracket counts as inside, its
+    /// True if an instruction is in a parallel run; the end of a parallel run counts as inside, its
     /// start does not.
     [[nodiscard]] bool InParallel(std::size_t index) const
     {
@@ -46,5 +48,5 @@ private:
 
     std::vector<Bracket> m_brackets;    // the first is the whole block
     std::vector<std::size_t> m_around;  // bracket of each instruction, and of the block's end
-    std::size_t m_open = 0;             // innermost open bracket
+    std::size_t m_open = 0;             // number of the innermost open bracket
 };

@@ -1,5 +1,6 @@
 // Checks each instruction separately against its layout: every operand has a type that its letter
-// allows, constants are not written, and details are valid where the instruction is.
+// allows, constants other than integers are not written, and details are valid where the
+// instruction is.
 //
 // The kernels rely on this: a float where three are read would be a read past the end, and a
 // varying value written to a uniform variable a write past the end.
@@ -22,7 +23,7 @@ constexpr unsigned char k_triple = 2;
 constexpr unsigned char k_matrix = 4;
 constexpr unsigned char k_string = 8;
 constexpr unsigned char k_flag = 16;
-constexpr unsigned char k_integer = 32;  // only literals
+constexpr unsigned char k_integer = 32;  // only constants
 constexpr unsigned char k_any = k_float | k_triple | k_matrix | k_string;
 
 unsigned char ShapeOf(SqxType type)

@@ -5,8 +5,8 @@
 #include "machine/verify/QxBrackets.h"
 #include "machine/verify/QxUntrustedBlock.h"
 
-/// The facts about a variable that decide whether it may be an operand. There is one object for
-/// each variable of a shader, in order, and all blocks share them.
+/// Facts about a variable for the checks of its uses as an operand. The verifier makes one object
+/// for each variable of a shader, in order, for all blocks.
 struct QxOperandFacts {
     explicit QxOperandFacts(const SqxVariable& variable);
 
@@ -17,9 +17,9 @@ struct QxOperandFacts {
     bool constant = false;
 };
 
-/// Checks that each operand of an instruction has the required type and detail. QxVerifier.h states
-/// the rules under "Operands" and "Detail"; `SqxLayout::types` specifies the types for each
-/// instruction.
+/// Checks that each operand of an instruction has the required type and detail, and that
+/// whole-grid instructions are outside parallel brackets. QxVerifier.h states the rules;
+/// `SqxLayout::types` specifies the types for each instruction.
 class QxOperandCheck {
 public:
     /// `facts` are those of all variables of the shader, `brackets` those of the block. All must
@@ -32,8 +32,8 @@ public:
     {
     }
 
-    /// Throws `QxRefused` for the first invalid operand; the message is stored in the block. O(n)
-    /// for n operands.
+    /// Throws `QxRefused` for the first instruction that is invalid, after storing the message in
+    /// the verifier. O(n) for n operands.
     void Run();
 
 private:

@@ -15,10 +15,11 @@ public:
     /// `facts` are those of all variables of the shader. Both must outlive this object.
     QxReferenceCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts);
 
-    /// Throws `QxRefused` for the first use that may precede a binding, for a reference that is
-    /// bound to two arrays, and if jumps are too tangled to follow. Operands must have been
-    /// checked. O(n) for n operands, plus a few times one bit for each pair of a jump target and a
-    /// far reference, that is, one that is not always bound in the straight-line code of its use.
+    /// Throws `QxRefused` for the first use that some path reaches without a binding, for a
+    /// reference that is bound to two arrays, and if jumps are too tangled to follow. Operands must
+    /// have been checked. O(n log n) for n operands, plus, for each of at most 17 walks, one bit
+    /// for each pair of a jump and a far reference, that is, one that is not always bound in the
+    /// straight-line code of its use.
     void Run();
 
 private:

@@ -5,13 +5,13 @@
 #include "sqx/SqxCursor.h"
 #include "sqx/SqxShader.h"
 
-/// Thrown if a shader is rejected; the message is stored in the block. Caught by the verifier.
+/// Thrown if a shader is rejected. `QxVerifier` catches it, and already contains the message.
 class QxRefused {};
 
 /// A block of code to verify, and what messages about it need. The objects that it refers to must
 /// outlive it.
 struct QxUntrustedBlock {
-    /// Main, and the initializers that run once per shader or at each point, see `QxVerifier`.
+    /// Main, and the initializers that run once per instance or at each point, see `QxVerifier`.
     enum class Kind { Main, OnceInitializer, PointInitializer };
 
     /// Stores the message and throws `QxRefused`. `fault` continues the sentence after the name of
@@ -27,5 +27,5 @@ struct QxUntrustedBlock {
     const SqxBlock& code;
     Kind kind;
     std::string section;
-    std::string& message;  // receives the reason
+    std::string& message;  // of the verifier; receives the reason
 };

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Returns the size in bytes of one element in the machine; for a string, at least this size.
+/// Returns the size in bytes of one element in the machine; for a string, an upper bound.
 std::size_t BytesOf(SqxType type)
 {
     switch (type) {
@@ -77,7 +77,8 @@ void QxVerifier::Refuse(int line, const std::string& section, const std::string&
     throw QxRefused();
 }
 
-/// Two predefined variables of the same name would share their memory.
+/// Two predefined variables of the same name would share their memory, and a host finds parameters
+/// by name.
 void QxVerifier::VerifyNames(const SqxShader& shader)
 {
     std::unordered_set<std::string_view> predefined;
