@@ -54,7 +54,8 @@ std::optional<Hit> Geometry::Intersect(const Ray& ray) const
     }
 }
 
-/// The derivatives are the solution of dP = dPdu ds + dPdv dt along two edges.
+/// The derivatives are the solution of dP = dPdu ds + dPdv dt along two edges. If s and t do not
+/// determine it, they are the edges themselves.
 void Geometry::FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const
 {
     Vertex at;

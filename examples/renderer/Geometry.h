@@ -22,7 +22,7 @@ struct Ray {
     float far = k_endless;
     // Hits near the origin on the surface that the ray starts on are rounding errors. Hits on other
     // objects may be at any distance, for example where a wall meets a mirror.
-    unsigned int start = k_noObject;  // the object that the ray starts on
+    unsigned int start = k_noObject;  // the object that the ray starts on, or has passed last
     float bias = 0;                   // hits on the object `start` before this distance are ignored
 };
 
@@ -39,11 +39,12 @@ struct Hit {
 struct Vertex {
     QxVector3 P;
     QxVector3 N;
-    float s;  // to the right
-    float t;  // down
+    float s;  // place in a texture, to the right
+    float t;  // and down
 };
 
-/// Triangles in world space. Their corners are counterclockwise around the normal.
+/// Triangles in world space. Their `Ng` is the cross product of the edges from the first corner to
+/// the second and to the third.
 struct Mesh {
     std::vector<Vertex> vertices;
     std::vector<std::array<unsigned int, 3>> triangles;
@@ -61,7 +62,7 @@ public:
     Geometry();
     /// Adds the triangles of the next object.
     void Add(Mesh mesh);
-    /// Must be called after the last `Add`. Throws `std::runtime_error`.
+    /// Must be called after the last `Add`. Throws `std::runtime_error` if Embree reports an error.
     void Commit();
     /// Returns the first hit that the ray does not ignore; nothing if there is none.
     [[nodiscard]] std::optional<Hit> Intersect(const Ray& ray) const;
@@ -74,7 +75,7 @@ private:
         void operator()(RTCScene scene) const { rtcReleaseScene(scene); }
     };
 
-    std::vector<Mesh> m_meshes;  // Embree keeps pointers to their vertices
+    std::vector<Mesh> m_meshes;  // Embree keeps pointers to their vertices and triangles
     std::unique_ptr<RTCDeviceTy, Release> m_device;
     std::unique_ptr<RTCSceneTy, Release> m_scene;
 };

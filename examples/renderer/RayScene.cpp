@@ -3,12 +3,12 @@
 //
 //     rays     hits     grid of B     Each row of the grid has the rays of a row of the picture, so
 //     . . .    A A A                  that derivatives lead to the pixel's neighbours. Where a ray
-//     . . .    A B B    B B           of the row hit another object, the grid repeats the point
-//     . . .    A A B    b B           next to it (b), and the result is dropped.
+//     . . .    A B B    B B           of the row hit another object, the grid repeats a point
+//     . . .    A A B    b B           nearby (b), and the result is dropped.
 //
 // Rays that pass a transparent surface continue as a second layer, and so on.
 //
-// If a shader traces a ray, the same functions follow this single ray, one level deeper; the
+// If a shader calls `trace`, the same functions follow this single ray, one level deeper; the
 // library allows an instance to be run while it is running.
 
 #include "RayScene.h"
@@ -51,8 +51,8 @@ QxRGBColor SkyAt(const World& world, const QxVector3& way)
                         : world.sky;
 }
 
-/// Returns a direction in the hemisphere around `axis`. `rise` is the squared sine of the angle to
-/// the axis, `turn` the rotation around it, in turns.
+/// Returns a direction in the hemisphere around `axis`, which has unit length. `rise` is the
+/// squared sine of the angle to the axis, `turn` the rotation around it, in turns.
 QxVector3 DirectionAround(const QxVector3& axis, float rise, float turn)
 {
     const QxVector3 other = std::abs(axis.x) < 0.5F ? QxVector3{1, 0, 0} : QxVector3{0, 1, 0};
@@ -63,7 +63,8 @@ QxVector3 DirectionAround(const QxVector3& axis, float rise, float turn)
     return x * (sine * std::cos(angle)) + y * (sine * std::sin(angle)) + axis * std::sqrt(1 - rise);
 }
 
-/// The smallest rectangle in a layout of paths that contains all hits of one object.
+/// The smallest rectangle in a layout of paths that contains all paths whose next hit is on one
+/// object. There must be such a path.
 struct Part {
     Part(const QxGrid& layout, const std::vector<Path>& paths, unsigned int object)
         : layoutColumns(layout.columns)
@@ -139,8 +140,8 @@ std::span<const Path> RayScene::Follow(Level& level, const QxGrid& layout,
     return level.paths;
 }
 
-/// Finds the next hit of each path. A path without a hit gets the color of the sky and ends.
-/// Returns true if there is any hit.
+/// Finds the next hit of each path that still transmits light. A path without a hit gets the color
+/// of the sky and ends. Returns true if there is any hit.
 bool RayScene::FindHits(std::vector<Path>& paths) const
 {
     bool found = false;
@@ -169,7 +170,7 @@ void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int obje
     std::size_t nearest = 0;  // path whose point is repeated in gaps
     for (std::size_t point = 0; point < level.grid.Size(); ++point) {
         // A gap at the start of a row repeats the row's first hit, or if there is none, the last
-        // hit of the rows before.
+        // hit of the rows before. Any other gap repeats the point before it.
         const std::size_t end = point % part.columns == 0 ? point + part.columns : point + 1;
         for (std::size_t other = point; other < end; ++other)
             if (level.paths[part.PathOf(other)].Hits(object)) {
@@ -223,7 +224,8 @@ Ray RayScene::RayOf(const QxRayQuery& query, const QxVector3& direction)
     return ray;
 }
 
-/// Returns black for rays that are nested deeper than the limit, or that have no direction.
+/// Returns black and no hit for rays that are nested deeper than `rayLevels`, or that have no
+/// direction.
 QxRGBColor RayScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;
@@ -243,7 +245,9 @@ float RayScene::RayHit(const QxRayQuery& query)
     return hit ? hit->distance : -1;
 }
 
-/// Multiplies the transparencies of all objects between the two positions.
+/// Multiplies the transparencies of the objects between the two positions, up to `k_mostLayers`
+/// hits. An object is transparent as its `shadow` says; if the shader that asks is nested deeper
+/// than `rayLevels`, each object blocks all light.
 QxRGBColor RayScene::Transmission(const QxRayQuery& query)
 {
     const QxVector3 way = query.direction - query.position;
@@ -274,7 +278,8 @@ QxRGBColor RayScene::OpacityAt(const Path& path)
     return level.grid.Hidden().Oi[0];
 }
 
-/// Averages over random positions between the four corners, one in each cell of a square raster.
+/// Averages the transmission to random positions between the four corners, one in each cell of a
+/// square raster.
 QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
 {
     if (query.sourceCount != 4)
@@ -299,7 +304,7 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
 }
 
 /// Chooses directions with a density proportional to the cosine of the angle to the axis, so that
-/// all rays have the same weight.
+/// all rays have the same weight. They only test for a hit; nothing is shaded.
 float RayScene::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
     constexpr float k_golden = 0.61803399F;  // golden ratio: spreads the rotations evenly

@@ -9,7 +9,7 @@
 
 /// A ray and the result of following it.
 struct Path {
-    Ray ray;                         // starts after the transparent surfaces passed so far
+    Ray ray;                         // ignores the transparent surfaces passed so far
     std::optional<Hit> hit = {};     // the next hit, until it is shaded
     QxRGBColor through = {1, 1, 1};  // product of the transparencies passed so far
     QxRGBColor color = {0, 0, 0};    // sum of the light so far
@@ -18,18 +18,19 @@ struct Path {
     [[nodiscard]] bool Hits(unsigned int object) const { return hit && hit->object == object; }
 };
 
-/// The scene of one thread: instances of all shaders, and answers that trace rays. An answer shades
-/// what its rays hit with the same instances, nested in the run that asks.
+/// The scene of one thread: instances of the shaders of all objects and lights, and answers that
+/// trace rays. An answer that needs the color or opacity of what its rays hit shades it with the
+/// same instances, nested in the run that asks.
 class RayScene : public TextureScene {
 public:
     /// The world must outlive the scene.
     explicit RayScene(const World& world);
 
-    /// Restarts the random numbers; all later ones depend only on `seed`.
+    /// Restarts the random numbers; the sequence that follows depends only on `seed`.
     void SetSeed(unsigned int seed) { m_random = QxRandomStream(seed); }
     /// Follows camera rays, one for each point of the layout. Hits on one object are shaded as one
     /// grid, so neighbouring rays should hit neighbouring points. The paths are valid until the
-    /// next call.
+    /// next call. Throws what a shader throws.
     std::span<const Path> Follow(const QxGrid& layout, std::span<const Ray> rays)
     {
         return Follow(LevelAt(0), layout, rays);
@@ -38,7 +39,8 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float RayHit(const QxRayQuery& query) override;
     QxRGBColor Transmission(const QxRayQuery& query) override;
-    /// Traces the shadow of an area light that is given by four corners. There are no shadow maps.
+    /// Traces the shadow of an area light that is given by four corners. Any other shadow is none,
+    /// since there are no shadow maps.
     QxRGBColor Shadow(const QxPointsQuery& query) override;
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     bool IsShadowRay() override { return LevelAt(OuterGrids()).isShadowRay; }

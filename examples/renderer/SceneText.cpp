@@ -1,5 +1,5 @@
-// Each line of a scene is a statement: a word, names, and words "key=value". A statement removes
-// the words that it knows from the line; any that are left are reported.
+// Each line of a scene is a statement: a word, names, and words "key=value"; or it is empty. A
+// statement removes the words that it knows from the line. If words are left, one is reported.
 
 #include "SceneText.h"
 
@@ -60,7 +60,8 @@ public:
 
     [[nodiscard]] const std::string& Statement() const { return m_statement; }
 
-    /// Returns the next word without a key. `what` is for the error.
+    /// Removes and returns the next word without a key. Throws if there is none; `what` is for the
+    /// error.
     [[nodiscard]] std::string TakeName(const char* what)
     {
         std::string name;
@@ -75,7 +76,8 @@ public:
         return node.empty() ? otherwise : node.mapped();
     }
 
-    /// Reads three numbers, or one for all three.
+    /// Removes a key and reads three numbers, or one for all three. `otherwise` is the text if the
+    /// line does not have the key.
     template <class Triple = QxVector3>
     [[nodiscard]] Triple TakeTriple(const std::string& key, const std::string& otherwise)
     {
@@ -87,7 +89,9 @@ public:
         return {numbers[0], numbers[1], numbers[2]};
     }
 
-    /// Sets `value` to a number in the range, if the line has the key.
+    /// Removes a key and sets `value` to its number, which must be in the range. Drops the fraction
+    /// if `Number` is an integer. Leaves `value` unchanged if the line does not have the key, or
+    /// there is nothing after it.
     template <class Number>
     void TakeNumber(const std::string& key, int least, int most, Number& value)
     {
@@ -102,7 +106,7 @@ public:
         value = static_cast<Number>(numbers[0]);
     }
 
-    /// Reads a transform: scales, then rotates around x, y and z by degrees, then translates.
+    /// Reads a transform: scales, then rotates around x, then y, then z by degrees, then moves.
     [[nodiscard]] QxMatrix44 TakePlace()
     {
         const auto turn = TakeTriple("turn", "0");
@@ -116,7 +120,7 @@ public:
         return QxScale(place, scale);
     }
 
-    /// Returns all remaining words with keys.
+    /// Removes and returns all remaining words with keys.
     [[nodiscard]] std::map<std::string, std::string> TakeRest() { return std::move(m_values); }
 
     /// Throws if any word is left.
@@ -201,7 +205,8 @@ private:
             throw Error("There are two shaders " + Quoted(name));
     }
 
-    /// Sets a parameter. A text that ends with ".png" names a picture, which is read.
+    /// Sets a parameter. If it is a string, a text that ends with ".png" names a picture, which is
+    /// read.
     void SetParameter(ShaderSetting& setting, const std::string& name, const std::string& text)
     {
         const QxParameterHandle handle = setting.shader->Handle(name);
@@ -269,7 +274,8 @@ private:
         return texture.get();
     }
 
-    /// Returns the path of a file in the folder of the scene, or else in that of the shaders.
+    /// Returns the path of a file in the folder of the scene if it exists there, or else in that of
+    /// the shaders.
     [[nodiscard]] std::filesystem::path FindFile(const std::string& name) const
     {
         return std::filesystem::exists(m_folder / name) ? m_folder / name : m_shaderFolder / name;

@@ -1,4 +1,4 @@
-// A sphere is shaded as one grid over its parameters, for the displacement shader. The grid has one
+// A sphere is one grid over its parameters, which a displacement shader can shade. The grid has one
 // extra column on each side, since derivatives are less exact at the border of a grid, which would
 // make the seam visible. Its rows end half a step before the poles, where u has no direction.
 
@@ -16,8 +16,8 @@
 
 namespace {
 
-/// Adds the triangles of a polygon. Its vertices are those of the mesh from `first` on. Vertices
-/// without a normal get that of the first triangle.
+/// Adds the triangles of a polygon. Its vertices are those of the mesh from `first` on. If they
+/// have no normal, they get that of the polygon's first triangle, not of unit length.
 void AddPolygon(Mesh& mesh, std::size_t first)
 {
     std::vector<Vertex>& vertices = mesh.vertices;

@@ -24,5 +24,6 @@ private:
     const Textures& m_textures;
 };
 
-/// Returns the query for the part of a map of the surroundings between four directions.
+/// Returns the query for the part of a map of the surroundings between four directions, with widths
+/// of 1 and all other options 0.
 [[nodiscard]] QxTextureQuery QueryAround(const QxVector3 (&directions)[4]);

@@ -6,21 +6,21 @@
 #include "Geometry.h"
 #include "TextureScene.h"
 
-/// A shader with values for its parameters. Any number of instances share it.
+/// A shader with values for its parameters, which any number of instances share.
 struct ShaderSetting {
     std::shared_ptr<const QxShader> shader;
     QxParameterSet values = QxParameterSet(shader);
 
-    /// Creates an instance whose "shader" and "object" spaces are at `toWorld`. This object and
-    /// `spaces` must outlive it.
+    /// Creates an instance that uses `values`, with `toWorld` as its "shader" and "object" spaces.
+    /// This object and `spaces` must outlive it.
     [[nodiscard]] std::unique_ptr<QxShaderInstance> NewInstance(QxHostSpaces& spaces,
                                                                 const QxMatrix44& toWorld) const;
 };
 
-/// How an object blocks light.
+/// How an object blocks light on its way to a lit point; for `occlusion` each object is opaque.
 enum class ShadowKind {
     Opaque,  // blocks all light, whatever its shader computes
-    Shader,  // runs its shader, whose opacity counts
+    Shader,  // runs its surface shader, and blocks as much light as its `Oi` says
     None,    // blocks no light
 };
 
@@ -43,13 +43,13 @@ struct World {
     unsigned int width = 320;
     unsigned int height = 240;
     unsigned int samples = 2;    // along each edge of a pixel
-    unsigned int rayLevels = 6;  // maximum depth of rays, such as between two mirrors
+    unsigned int rayLevels = 6;  // maximum depth of `trace`, such as between two mirrors
     QxMatrix44 camera = QxMatrix44::Identity();  // to world space; looks along z, and y is up
     float cameraAngle = 45;                      // across the shorter edge of the picture, degrees
     QxRGBColor sky = {0, 0, 0};  // of rays that hit nothing; multiplied by the map, if there is one
     const SqxTexture* skyMap = nullptr;  // one of `textures`, or null
     Textures textures;
-    std::vector<PlacedObject> objects;  // in the order of `geometry`
+    std::vector<PlacedObject> objects;  // numbered as in `geometry`
     std::vector<PlacedLight> lights;
     Geometry geometry;
 };

@@ -21,7 +21,8 @@ namespace {
 
 constexpr unsigned int k_tileEdge = 16;  // pixels
 
-/// Returns the ray through a sample. Columns and rows of samples start in the upper left corner.
+/// Returns the ray through the center of a sample. Columns and rows of samples start in the upper
+/// left corner.
 Ray CameraRay(const World& world, unsigned int column, unsigned int row)
 {
     const auto width = static_cast<float>(world.width * world.samples);

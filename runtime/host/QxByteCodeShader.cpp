@@ -1,5 +1,5 @@
-// Adapts a program of the machine to `QxShader`: the interface is copied once, and runs are
-// forwarded.
+// Adapts a program of the machine to `QxShader`: copies its interface once, and forwards the calls
+// of a run to a `QxMachineRun`.
 //
 // Tested by tests/host/HostTest.cpp, where most tests run with byte-code and with shared objects.
 

@@ -3,13 +3,13 @@
 #include "host/QxShader.h"
 #include "machine/run/QxMachineProgram.h"
 
-/// A shader in byte-code. All runs share one translated program, and each has its own machine. Runs
+/// A shader in byte-code. All runs share one translated program, and each has separate memory. Runs
 /// count their steps and can be stopped.
 class QxByteCodeShader : public QxShader {
 public:
-    /// As `QxShader::Read`; `kernels` selects a kernel set, for tests that compare them. The bytes
-    /// are not needed after the call. Throws `QxHostError`, which says what is wrong with the file
-    /// or its shadeop libraries.
+    /// As `QxShader::Read`; `kernels` selects the instruction set of the kernels, for tests that
+    /// compare them. The bytes are not needed after the call. Throws `QxHostError`, which says what
+    /// is wrong with the file or its shadeop libraries, or that the processor cannot run `kernels`.
     QxByteCodeShader(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders,
                      QxKernelChoice kernels = QxKernelChoice::Best);

@@ -1,5 +1,5 @@
-// Each override specifies which function of the host is called, and which answer the shader gets
-// after an error.
+// Each override calls a function of the host. Those that return a value also determine the value
+// that the shader gets after an error.
 //
 // Tested by tests/host/HostFilesTest.cpp.
 
@@ -172,7 +172,7 @@ float QxErrorHolder::Depth(const QxVector3& position)
     return Ask<float, const QxVector3&>(&QxShaderSupport::Depth, 0, position);
 }
 
-/// The neutral answer is random too: a shader may loop until a number meets its condition.
+/// Numbers after an error are random too: a shader may loop until a number meets its condition.
 float QxErrorHolder::Random()
 {
     return m_error ? QxShaderSupport::Random() : Ask(&QxShaderSupport::Random, 0.0F);

@@ -10,10 +10,13 @@
 /// throws until the shader has returned. The shader frees its locals only when it returns, so an
 /// exception that passed through it would leak them.
 ///
-/// After an error the shader gets neutral answers. A shader that keeps asking may never return, so
-/// after very many more questions the error is thrown through it. Questions about files and rays
-/// for one point are forwarded as questions for a grid, so that a host needs to override only one
-/// of the two forms.
+/// After an error the host gets no more questions. A question that returns a value then returns a
+/// neutral one, or the next random number; a question that fills arrays leaves them unchanged. A
+/// shader that keeps asking may never return, so after very many more questions the error is thrown
+/// through it; look-ups of files and random numbers do not count.
+///
+/// Questions about files and rays for one point are forwarded as questions for a grid, so that a
+/// host needs to override only one of the two forms.
 class QxErrorHolder : public QxShaderSupport {
 public:
     /// `answers` and `files` must outlive the object. `firstDraw` is the initial value of the count
@@ -25,7 +28,8 @@ public:
         m_draws.Start(firstDraw);
     }
 
-    /// Throws the stored error, if there is one. Must be called when the shader has returned.
+    /// Throws the stored error, if there is one, and forgets it. Must be called when the shader has
+    /// returned.
     void Release()
     {
         if (m_error)
@@ -70,7 +74,7 @@ public:
     void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
                                  QxVector3* openDirections, float* occlusions) override;
     float RandomNumber(unsigned int point, unsigned int draw) override;
-    /// Counts the calls for each point, and asks the host for the random number of that count.
+    /// Counts the calls for each point, and returns the random number of that count.
     float NextRandomNumber(unsigned int point) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
 

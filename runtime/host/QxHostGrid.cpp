@@ -1,6 +1,8 @@
-// One table for each type of value describes the predefined variables: the name, the member through
-// which shaders access it, whether the grid has one value or one for each point, and the initial
-// value. Storage, look-up by name and access by shaders are loops over the rows of these tables.
+// One table for each type of value describes the predefined variables: the name, the member of
+// `QxHiddenVariables` through which shaders access the variable, whether the grid has one value or
+// one for each point, and the initial value. Storage, look-up by name and the pointers for shaders
+// are loops over the rows of these tables. `FillSquare` sets other initial values where they depend
+// on the place of a point.
 //
 // `E` has no such member: shaders read it from the context.
 //
@@ -19,7 +21,7 @@ namespace {
 template <class Value>
 struct Row {
     std::string_view name;
-    Value* QxHiddenVariables::*member;  // null: shaders read it from the context
+    Value* QxHiddenVariables::*member;  // null for `E`
     bool uniform;
     Value initial;
 };
@@ -101,7 +103,8 @@ void Load(Triple& value, const float* numbers)
     value = {numbers[0], numbers[1], numbers[2]};
 }
 
-/// Assigns `source`, which must have one value or as many as `target`. Throws `QxHostError`.
+/// Assigns `source`, which must have one value or as many as `target`; otherwise throws
+/// `QxHostError`.
 template <class Value>
 void Assign(std::vector<Value>& target, const QxHostValue& source, std::string_view name)
 {
@@ -129,7 +132,8 @@ QxHostValue ToHostValue(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
-/// Number of the bit of the first row in the table of a type; the bits of its other rows follow.
+/// Number of the bit in `QxHostPoints::Names` for the first row in the table of a type; the bits of
+/// its other rows follow.
 template <class Value>
 constexpr int k_firstBit = 0;
 template <>
@@ -225,7 +229,7 @@ void QxHostGrid::Allocate()
         std::get<Store<Value>>(m_values).emplace_back(row.uniform ? 1 : Size(), row.initial);
 }
 
-/// Reserves memory first, so that the resizing that follows cannot fail half-way.
+/// Reserves memory, so that the resizing that follows cannot fail half-way.
 template <class Value>
 void QxHostGrid::ReserveAll(std::size_t points)
 {

@@ -1,5 +1,6 @@
-// The list of lights of a scene, in the order in which they were added. When a grid begins, it
-// selects the lights that light its object, so the list cannot change while a grid is shaded.
+// The list of lights of a scene, in the order in which they were added. When a grid begins, the
+// scene stores pointers to the lights that light the object of the grid, so the list must not
+// change while a grid is shaded.
 //
 // Tested by tests/host/HostSceneTest.cpp.
 

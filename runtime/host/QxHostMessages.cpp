@@ -1,5 +1,6 @@
-// Answers to messages: first from the instance that the message is for, which belongs to the object
-// or to a light or shades the grid, then from the values that the host has set.
+// Answers to messages: first from the instance that the message is for, then from the values that
+// the host has set. The instance is one of the object, that of a light, or the one that shades the
+// grid.
 //
 // After a grid has asked for light, a nested grid may run the same light shader again and so
 // replace the values of its parameters. In this case the light shader runs once more for the outer

@@ -3,11 +3,12 @@
 //
 // An ambient light shader that neither reads `Ps` nor draws random numbers is uniform: it runs once
 // per grid, at one point, when a shader first asks for ambient light. Whether it draws numbers is
-// known only after that run; if it does, the result is dropped and the light runs for each point.
+// known only after that run; if it does, the result is dropped, and in this and all later grids the
+// light runs for each point.
 //
 // An answer to a shader may shade another grid. The state of each grid is a level of a stack, and
 // answers use the top level. Levels are kept when their grids end, so that following rays allocates
-// nothing once each depth has been reached.
+// no level once each depth has been reached.
 //
 // Tested by tests/host/HostSceneTest.cpp and tests/host/RecursionTest.cpp.
 
@@ -67,8 +68,9 @@ void QxHostScene::ChooseLights(SceneLevel& level)
     level.runs.assign(level.lights.size(), 0);
 }
 
-/// Returns the level of the grid that is being shaded. A host may also ask while no grid is being
-/// shaded: it then gets a level with the current object and run number.
+/// Returns the level of the innermost grid that is being shaded. A host may also call answers while
+/// no grid is being shaded: then returns the first level, with the object and the run number that
+/// the next grid would have.
 QxHostScene::SceneLevel& QxHostScene::CurrentLevel()
 {
     if (m_levels.empty())
@@ -121,7 +123,7 @@ public:
     LightScope(const LightScope&) = delete;
     LightScope& operator=(const LightScope&) = delete;
 
-    /// Returns the grid, with the given layout.
+    /// Returns the grid, created or reset if it does not have the given layout.
     [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout)
     {
         if (!m_grid)
@@ -141,8 +143,8 @@ private:
     const bool m_wasInAmbient;
 };
 
-/// Runs a light shader for `positions`. Called within the `LightScope` of the light. In the shader,
-/// `P` is the origin of its "shader" space.
+/// Runs a light shader on `grid` for `positions`, which may be the `Ps` of the grid. Called within
+/// the `LightScope` of the light. In the shader, `P` is the origin of its "shader" space.
 void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                            const QxVector3* positions)
 {
@@ -184,7 +186,7 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
     }
 }
 
-/// Runs a light shader for the points of a surface, and stores its result with `L` reversed.
+/// Runs a light shader for the points that ask for light, and stores its result with `L` reversed.
 void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
                                       const QxVector3* positions, unsigned int points,
                                       const QxLightInput& result)
@@ -202,7 +204,8 @@ void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
     level.runs[number] = light.shader->m_runs;
 }
 
-/// Runs a light shader again, at the points at which the last light shader of the level has run.
+/// Runs a light shader again, at the points at which the last non-ambient light shader of the level
+/// has run.
 void QxHostScene::RunLightAgain(SceneLevel& level, unsigned int number)
 {
     const SceneLight& light = *level.lights[number];
@@ -211,7 +214,8 @@ void QxHostScene::RunLightAgain(SceneLevel& level, unsigned int number)
     level.runs[number] = light.shader->m_runs;
 }
 
-/// Runs an ambient light shader at one position and returns its light.
+/// Runs an ambient light shader at one position and returns its light. `level.hasDrawn` then shows
+/// whether the run has drawn random numbers for the point.
 QxRGBColor QxHostScene::RunAmbientLight(SceneLevel& level, const SceneLight& light,
                                         const QxVector3& position)
 {
@@ -223,7 +227,8 @@ QxRGBColor QxHostScene::RunAmbientLight(SceneLevel& level, const SceneLight& lig
 }
 
 /// Returns the sum of all uniform ambient lights, which is computed once per grid, at the first
-/// call. While an ambient light shader is running, returns only the lights without a shader.
+/// call. This also finds the lights that draw random numbers and so are not uniform. While an
+/// ambient light shader is running, returns only the sum of the lights without a shader.
 QxRGBColor QxHostScene::UniformAmbient(SceneLevel& level)
 {
     if (level.uniformAmbient && !level.inAmbient)

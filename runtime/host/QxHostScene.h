@@ -13,12 +13,12 @@
 
 class QxShaderInstance;
 
-/// Identifies a light of a scene; never reused.
+/// Identifies a light of one scene, which does not reuse it after the light was removed.
 enum class QxLightHandle : std::uint32_t {};
 
-/// Describes the object that a grid is part of: the instances that receive messages from the
-/// shaders of the object, each null if there is none, and the categories of the object, by which
-/// lights can be limited to objects.
+/// Describes the object that a grid is part of: the instances that receive messages while the grid
+/// is shaded, each null if there is none, and the categories of the object, by which lights can be
+/// limited to objects.
 struct QxHostObject {
     QxShaderInstance* surface = nullptr;
     QxShaderInstance* displacement = nullptr;
@@ -28,19 +28,20 @@ struct QxHostObject {
     std::vector<std::string> categories;
 };
 
-/// What the shaders of a host share: coordinate spaces, lights, and answers to their questions.
-/// Questions that this class does not answer get the neutral answers of `QxShaderSupport`. A host
-/// derives a class from this one and overrides the questions that it can answer.
+/// What the shaders of a host share: coordinate spaces, lights, and answers to their questions,
+/// which are the virtual functions of `QxShaderSupport`. Questions that this class does not answer
+/// get the neutral answers of `QxShaderSupport`. A host derives a class from this one and overrides
+/// the questions that it can answer.
 ///
 /// A scene is used by one thread at a time, since it stores the state of the grids that are being
 /// shaded and runs light shaders on its own grids. Each thread needs its own scene.
 ///
 /// An answer, that is an override of a question, may shade further grids with the same scene and
 /// the same instances, for example where a ray hits. Each nested grid has its own level of state.
-/// Levels are kept and reused, so nesting allocates nothing once each depth has been reached.
+/// Levels are kept and reused, so a nested grid allocates none once its depth has been reached.
 class QxHostScene : public QxShaderSupport {
 public:
-    /// The default limit of `SetRayLevelLimit`.
+    /// The limit until `SetRayLevelLimit` is called.
     static constexpr unsigned int k_rayLevelLimit = 32;
 
     /// Limits the nesting of grids: at most `limit` grids may be in progress when an answer begins
@@ -54,12 +55,13 @@ public:
     /// denotes the current space.
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
 
-    // Lights. Positions and directions are in the current space. Each function that adds, changes
-    // or removes a light throws `QxHostError` while a grid is being shaded.
+    // Lights. Positions and directions are in the current space. Each function that adds a light
+    // returns its handle. Each function that adds, changes or removes a light throws `QxHostError`
+    // while a grid is being shaded.
 
     /// Adds light that is the same at all points and has no direction. Ambient lights add up.
     QxLightHandle AddAmbientLight(const QxRGBColor& color);
-    /// Adds a light at a position, which does not fall off with distance.
+    /// Adds a light at a position. It is equally bright at all distances.
     QxLightHandle AddPointLight(const QxVector3& position, const QxRGBColor& color);
     /// Adds a light with parallel rays along `direction`, from the light to the scene. The
     /// direction may have any length.
@@ -68,7 +70,7 @@ public:
     /// as a light. A shader without `illuminate` and `solar` is an ambient light. Throws
     /// `QxHostError` if the shader is not a light.
     QxLightHandle AddLight(QxShaderInstance& light);
-    /// Removes a light. Throws `QxHostError` if it has been removed before. O(n).
+    /// Removes a light. Throws `QxHostError` if the scene does not have it any more. O(n).
     void RemoveLight(QxLightHandle light);
     /// Switches a light off or on. New lights are on. Throws like `RemoveLight`. O(n).
     void SwitchLight(QxLightHandle light, bool on);
@@ -78,8 +80,8 @@ public:
     /// Returns the number of lights, except ambient ones, that light the current grid. If no grid
     /// is being shaded, returns how many would light an object without categories.
     [[nodiscard]] unsigned int LightCount() const;
-    /// Returns the light whose shader is running, so that an answer can see which light asks;
-    /// nothing if no light shader is running.
+    /// Returns the light whose shader is running for the current grid, so that an answer can see
+    /// which light asks; nothing if no light shader is running for it.
     [[nodiscard]] std::optional<QxLightHandle> RunningLight() const;
 
     /// Sets the object of all grids that begin from now on; null for an unknown object. The object
@@ -102,7 +104,7 @@ public:
     /// shader that asks for a type that does not fit, see `QxFitsType`, or for another number of
     /// array elements gets no answer.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
-    /// Removes an answer. No effect if there is none.
+    /// Removes an answer that `SetAnswer` has set. No effect if there is none.
     void ClearAnswer(QxMessage message, const std::string& name);
     /// Sets the answer to `textureinfo` for one texture. It takes precedence over an answer of
     /// `SetAnswer`, which is for all textures.
@@ -113,20 +115,20 @@ public:
 
     /// Discards all results of `FindFile`, for example after a texture was replaced, so that
     /// instances call `FindFile` again in their next run with the scene. Otherwise they keep each
-    /// result, including null.
+    /// result, including null, as long as they run with this scene only.
     void ForgetFiles() { m_files = QxNextVersion(); }
     /// For instances: a number that differs for each scene and changes with each `ForgetFiles`.
     [[nodiscard]] unsigned long FilesVersion() const { return m_files; }
 
     /// Marks points as being shaded as long as this object exists: light shaders get the same eye
     /// and time, and those that are not ambient run on a grid of the same layout if they are asked
-    /// for light at as many points. `QxShaderInstance::Run` creates one if it is
-    /// called with a scene; a host that shades in another way must create one itself. These objects
-    /// must be destroyed in reverse order of creation.
+    /// for light at as many points. `QxShaderInstance::Run` creates one of these objects if it is
+    /// called with a scene; a host that shades in another way must create one itself. They must be
+    /// destroyed in reverse order of creation.
     class GridScope {
     public:
         /// `shader`: the instance that shades, if there is one. Throws `QxHostError` if grids are
-        /// nested deeper than the limit.
+        /// nested deeper than the limit of `SetRayLevelLimit`.
         GridScope(QxHostScene& scene, const QxHostPoints& points,
                   QxShaderInstance* shader = nullptr);
         ~GridScope();
@@ -137,39 +139,46 @@ public:
         QxHostScene& m_scene;
     };
 
-    // Answers, see `QxShaderSupport`. If an answer has to run a light shader, it throws what that
-    // run throws, such as `QxHostError`.
+    // Answers, see `QxShaderSupport`. If an answer has to run a light shader, or to compute the
+    // parameters of an instance, it throws what this throws, such as `QxHostError`.
 
-    /// Fills the values of at most `count` lights: those that light the object of the grid, except
-    /// ambient ones, in the order in which they were added.
+    /// Fills the values of the first `count` lights, or of fewer if there are not so many: those
+    /// that light the object of the grid, except ambient ones, in the order in which they were
+    /// added.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
-    /// Returns the sum of the ambient lights at a position. An ambient light shader that asks for
-    /// ambient light gets only the sum of the ambient lights that have no shader.
+    /// Returns the sum of the ambient lights that light the object of the grid, at a position. An
+    /// ambient light shader that asks for ambient light gets only the sum of those that have no
+    /// shader.
     QxRGBColor Ambient(const QxVector3& position) override;
+    // The same for a numbered point, and for many points.
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
     void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                          QxRGBColor* results) override;
     /// Returns how many outer grids the current grid is nested in; 0 if no grid is being shaded.
     float RayLevel() override { return m_depth > 1 ? static_cast<float>(m_depth - 1) : 0; }
-    /// Stores the answer in `value` and returns true, or returns false if there is none. First
-    /// answers the instance in `QxHostObject` that receives the message, with a parameter of that
-    /// name. If the object has no surface, displacement or atmosphere, the instance that shades the
-    /// grid answers instead if it has that type. Answers that the host has set come last.
+    /// Stores the answer in `value` and returns true, or returns false if there is none. A message
+    /// to a shader of the object is answered first by this instance (see `QxHostObject`), with its
+    /// parameter of that name. If the object has no instance for a message to its surface,
+    /// displacement or atmosphere, the instance that shades the grid answers if it has that type.
+    /// Answers that the host has set come last.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
-    /// Answers with the value of a parameter of the light shader in its run for this grid; without
-    /// a shader or such a parameter, answers like `Message` with `QxMessage::LightSource`.
+    /// Answers with the value of a parameter of the light's shader in its run for this grid. If
+    /// there is no light of that number, or it has no shader or no such parameter, or no light
+    /// shader has run yet, answers like `Message` with `QxMessage::LightSource`.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
     /// Returns the number that `SetRandomSeed` describes, or that of an overridden `Random`. A
-    /// default value that is computed once for several runs gets a number that does not depend on
-    /// the run. An ambient light shader runs at one point at a time and gets the numbers of the
-    /// point that it lights. An override of this function gets point 0 in all runs of such a light,
-    /// which then draws the same numbers at all points.
+    /// default value that is computed once for several runs gets a number that depends only on the
+    /// seed, the point and how many numbers have been drawn for it. An ambient light shader runs at
+    /// one point at a time and gets the numbers of the point that it lights. An override of this
+    /// function gets point 0 in all runs of such a light, which then draws the same numbers at all
+    /// points.
     float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
-    // Not named Light and Level, since classes that hosts derive from this one may use these names.
+    // These are not named Light and Level, since classes that hosts derive from this one may use
+    // these names.
     struct SceneLight {
         enum class Kind { Ambient, Point, Distant, Shader, AmbientShader };
 
@@ -213,7 +222,7 @@ private:
         std::optional<QxRGBColor> uniformAmbient;  // sum of the uniform ambient lights
         const SceneLight* running = nullptr;
         bool inAmbient = false;         // an ambient light shader is running
-        bool hasDrawn = false;          // the last run of an ambient light shader drew a number
+        bool hasDrawn = false;          // the last run of an ambient light drew for its point
         unsigned int ambientPoint = 0;  // number of the point whose ambient light is computed
     };
 
@@ -233,7 +242,7 @@ private:
                              unsigned int points, const QxLightInput& result);
     void RunLightAgain(SceneLevel& level, unsigned int number);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
-    /// Returns the position of an answer, or where it would be inserted.
+    /// Returns the position of an answer in `m_answers`, or where it would be inserted.
     [[nodiscard]] std::size_t PlaceOfAnswer(QxMessage message, const std::string& name) const;
     [[nodiscard]] bool HasAnswer(std::size_t place, QxMessage message,
                                  const std::string& name) const;

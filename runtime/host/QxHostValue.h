@@ -7,23 +7,24 @@
 
 #include "QxShading.h"
 
-/// A typed value that a host passes by name, with one or more elements.
+/// A typed value of a parameter, a predefined variable or an answer, with any number of elements.
 ///
-/// The elements are those of an array, or one for each shading point. An array with a value for
-/// each point stores all points of its first element, then all points of the second, and so on.
-/// Matrices are stored row by row.
+/// A value for all points has one element, or those of an array. A value for each point has one
+/// element per point; for an array it stores all points of the first array element, then all points
+/// of the second, and so on. Matrices are stored row by row.
 struct QxHostValue {
     QxValueType type;
-    std::vector<float> numbers;  // 1, 3 or 16 for each element; empty for strings
-    std::vector<std::string> texts;
+    std::vector<float> numbers;      // 1, 3 or 16 for each element; empty for strings
+    std::vector<std::string> texts;  // one for each element of strings; else empty
 
     /// Any number of elements, one after the other. Throws `QxHostError` if the type is a string,
     /// or if the numbers do not form whole elements of the type.
     QxHostValue(QxValueType itsType, std::vector<float> itsNumbers);
-    /// A string, or an array of strings.
+    /// Any number of strings.
     QxHostValue(std::vector<std::string> itsTexts);
 
-    // One element, or an array of floats.
+    // One element, or any number of floats. A `QxVector3` is stored as a point, which fits vectors
+    // and normals too.
 
     QxHostValue(float number) : QxHostValue(QxValueType::Float, {number}) {}
     QxHostValue(double number) : QxHostValue(static_cast<float>(number)) {}
@@ -48,6 +49,6 @@ struct QxHostValue {
 [[nodiscard]] const char* QxTypeName(QxValueType type);
 /// Returns the type with this name, or nothing if `name` is not a type.
 [[nodiscard]] std::optional<QxValueType> QxTypeNamed(std::string_view name);
-/// True if the types are equal, or both are a point, vector or normal. No other types fit each
+/// True if the types are equal, or each is a point, vector or normal. No other types fit each
 /// other: an array of three floats is not a color.
 [[nodiscard]] bool QxFitsType(QxValueType type, QxValueType wanted);

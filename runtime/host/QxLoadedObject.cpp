@@ -1,13 +1,13 @@
 // The calls in the order that a shared object requires: load, register, version, interrogate, then
-// any number of calls of initialize and evaluate by instances, and destroy when its last user
-// releases it.
+// any number of calls of initialize and evaluate, and destroy when its last user releases it.
 //
 // A shared object has one copy of its descriptions, variables and shadeops for the whole process;
 // instances use separate variables. Interrogate looks the spaces of the shader up in a registry and
 // allocates a list of their frames. It is called once, with a registry without spaces of the host,
 // to get their names; each instance then looks these names up in its own registry.
 //
-// Tested by tests/host/HostFilesTest.cpp; tests/host/fakes are shared objects, but not shaders.
+// Tested by tests/host/HostFilesTest.cpp, also with shared objects that must be refused
+// (tests/host/fakes).
 
 #include "host/QxLoadedObject.h"
 
@@ -42,7 +42,8 @@ OpenLibrary Load(const std::string& path, const SqxElfFile& file)
     return library;
 }
 
-/// Searches folders for files, and records the name of each file that was searched for.
+/// Searches folders for files that can be read, and records the name of each file that was searched
+/// for, found or not.
 class ShadeopFolders : public QxSearchPath {
 public:
     explicit ShadeopFolders(const std::vector<std::string>& folders) : m_folders(folders) {}

@@ -15,25 +15,28 @@
 /// instance of this class.
 class QxLoadedObject {
 public:
+    /// A handle of the system's loader, with the function that closes it.
     using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
 
-    /// A counted reference; the last one unloads the file.
+    /// A counted reference; the file is unloaded when the last one is destroyed.
     using Use = std::unique_ptr<const QxLoadedObject, void (*)(const QxLoadedObject*)>;
     /// Loads the file, or shares it if it is loaded. May be called in any thread. Throws
     /// `QxHostError` if the file is not a library for this machine or cannot be loaded, if it lacks
     /// an entry point of shaders, if its interface has another major or a later minor version, if a
-    /// shadeop library is missing or lacks a function that the shader calls, or if the system did
-    /// not unload the file after its last use.
+    /// shadeop library is missing, is not a library, or lacks a function that the shader needs, or
+    /// if the system did not unload the file after its last use (noticed only if the shader has
+    /// parameters).
     [[nodiscard]] static Use Acquire(const std::string& path,
                                      const std::vector<std::string>& shadeopFolders);
 
-    /// For `Acquire`: finds the entry points. Throws `QxHostError` if one is missing.
+    /// For `Acquire`: reads the facts and finds the entry points. Throws `QxHostError` if an entry
+    /// point is missing.
     QxLoadedObject(std::string path, OpenLibrary library, const SqxElfFile& file);
     ~QxLoadedObject();
     QxLoadedObject(const QxLoadedObject&) = delete;
     QxLoadedObject& operator=(const QxLoadedObject&) = delete;
 
-    // The entry points, as generated C++ declares them.
+    // The types of entry points, as generated C++ declares them.
     using Initialize = void (*)(const QxShadingContext&, QxVar*, const QxFrame3D**);
     using EvaluateSurface = void (*)(unsigned int, unsigned int, const QxShadingContext&,
                                      const QxSurfaceHidden&, QxVar*, unsigned int, QxLightInput*);
@@ -44,11 +47,11 @@ public:
     using EvaluateLight = void (*)(unsigned int, unsigned int, const QxShadingContext&,
                                    const QxLightHidden&, QxVar*, bool);
 
-    SqxObjectFacts facts;  // from the section that the compiler wrote
+    SqxObjectFacts facts;  // from the section that the compiler wrote; may be absent or damaged
 
     // The interface, from one call of the entry point QxInterrogate. It returns the type and the
-    // pointers, whose data belong to the shader. The names are those of the spaces and of the files
-    // that it looks up in the registry and the search path of the call.
+    // pointers, whose data belong to the shader. `spaceNames` are the names that it looks up in the
+    // space registry of the call, `shadeopLibraries` those that it looks up in the search path.
     QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
     const QxVar* variables = nullptr;
     const unsigned char* needsObjectSpace = nullptr;  // by parameter
@@ -59,10 +62,10 @@ public:
     std::vector<std::string> shadeopLibraries;
 
     Initialize initialize = nullptr;
-    void* evaluate = nullptr;  // an `Evaluate...`, by the shader's type
+    void* evaluate = nullptr;  // an `EvaluateLight` or the like; a volume has that of surfaces
     int (*useRayTracing)() = nullptr;
     int (*modifyPoint)() = nullptr;
-    bool hasLightStatement = false;  // false also if an older compiler did not record it
+    bool hasLightStatement = false;  // `illuminate` or `solar`; older compilers do not record it
 
 private:
     using Interrogate = void (*)(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,

@@ -17,9 +17,10 @@ class QxParameterSet {
 public:
     struct Setting {
         QxHostValue value;
-        bool forEachPoint;
+        bool forEachPoint;  // `value` has a value for each point, in place of one for all
     };
 
+    /// All parameters have their default values. The set keeps the shader alive.
     explicit QxParameterSet(std::shared_ptr<const QxShader> shader)
         : m_shader(std::move(shader)),
           m_settings(m_shader->Parameters().size())

@@ -1,5 +1,6 @@
 // The exported data is a list of texts, four for each shadeop, see docs/generated-code.md. It is
-// not trusted: each text must end within the data, and an incomplete group at the end is ignored.
+// not trusted: a last text that does not end within the data is ignored, and so is a last group of
+// less than four texts.
 //
 // Tested by tests/shadeops.
 

@@ -1,8 +1,9 @@
-// The first bytes decide the kind of a file: a shared object begins with the magic number of ELF,
-// and anything else is passed to the reader of byte-code, which reports why it is invalid.
+// The first bytes decide the kind of a file: a shared object begins with the magic number of ELF.
+// Anything else is passed to the reader of byte-code, which reports what is wrong with it, except a
+// source, which has its own report.
 //
-// Default values are computed with every space equal to the current space, so that they are not
-// transformed and come out as the source gives them.
+// `Defaults` computes with every space equal to the current space, so that points and matrices are
+// not transformed and have the values that the source specifies.
 //
 // Tested by tests/host/HostTest.cpp and tests/host/HostFilesTest.cpp.
 

@@ -16,11 +16,11 @@
 /// A shader with values for its parameters and its own spaces, which shades grids.
 ///
 /// An instance is used by one thread at a time; instances of one shader may run in several threads.
-/// An answer may run an instance that is running already, for example where a ray hits the same
-/// surface again. An instance must not be destroyed while it runs.
+/// An answer of the scene may run an instance that is running already, for example where a ray hits
+/// the same surface again. An instance must not be destroyed while it runs.
 class QxShaderInstance {
 public:
-    /// The limit of nested runs of an instance for a host without a `QxHostScene`.
+    /// The limit of nested runs of an instance, for the `Run` that takes a `QxShaderSupport`.
     static constexpr unsigned int k_depthLimit = 100;
 
     /// All parameters have their default values. The names of spaces in the shader are looked up in
@@ -34,16 +34,17 @@ public:
     [[nodiscard]] const QxHostSpaces& Spaces() const { return m_spaces; }
 
     /// Sets a parameter for later runs, to one value for all points; an array, to the values of all
-    /// its elements. Removes the buffer of an input parameter. Throws `QxHostError` for an unknown
-    /// parameter, and for a wrong type or number of elements.
+    /// its elements. Removes the buffer of an input parameter. While a parameter set is used, see
+    /// `Use`, runs do not read the value. Throws `QxHostError` for an unknown parameter, and for a
+    /// wrong type or number of elements.
     void Set(QxParameterHandle parameter, const QxHostValue& value);
     void Set(const std::string& name, const QxHostValue& value)
     {
         Set(m_shader->Handle(name), value);
     }
-    /// Sets a varying parameter to a value for each point, in the layout of `QxHostValue`. Throws
-    /// like `Set`, and for a uniform parameter. The number of values is compared with the grid when
-    /// the shader runs.
+    /// As `Set`, with a value for each point, in the layout of `QxHostValue`. Throws `QxHostError`
+    /// for an unknown or uniform parameter or a wrong type. The number of values is compared with
+    /// the grid when the shader runs.
     void SetForEachPoint(QxParameterHandle parameter, const QxHostValue& values);
     void SetForEachPoint(const std::string& name, const QxHostValue& values)
     {
@@ -66,18 +67,21 @@ public:
     /// `QxHostError` for an unknown parameter.
     void ClearBuffer(QxParameterHandle parameter);
     void ClearBuffer(const std::string& name) { ClearBuffer(m_shader->Handle(name)); }
-    /// Returns a parameter to its default value and removes its buffer. Throws `QxHostError` for an
-    /// unknown parameter.
+    /// Discards the value that was set, so that the parameter has its default value again, and
+    /// removes its buffer. A parameter set that is used stays unchanged. Throws `QxHostError` for
+    /// an unknown parameter.
     void Reset(QxParameterHandle parameter);
     void Reset(const std::string& name) { Reset(m_shader->Handle(name)); }
-    /// Makes later runs use the values of `set`, or of this instance again if `set` is null. An
-    /// input parameter with a buffer keeps it. The set must outlive its use. Switching between up
-    /// to four sets for grids of one size costs nothing, since the instance keeps memory for each.
-    /// Throws `QxHostError` if the set belongs to another shader.
+    /// Makes later runs use the values of `set`, or of this instance again if `set` is null.
+    /// Buffers stay: an input parameter with a buffer does not get the value of the set. The set
+    /// must outlive its use. Switching between up to four unchanged sets for grids of one size
+    /// copies no values of input parameters, since the instance keeps memory for each set. Throws
+    /// `QxHostError` if the set belongs to another `QxShader`.
     void Use(const QxParameterSet* set);
 
     /// Limits the steps of a run, 10 million by default; a run of more steps throws `QxHostError`.
-    /// No effect on a shared object.
+    /// A step is an instruction that a loop repeats, for the whole grid. Work on texts and lists
+    /// has the same limit, for the mean of all points. No effect on a shared object.
     void SetStepLimit(std::size_t limit);
     /// Limits the memory of a run, in bytes; 4 GiB by default, or 2 GiB if pointers have 32 bits. A
     /// run whose parameters or whose variables need more throws `QxHostError` before it allocates
@@ -100,28 +104,31 @@ public:
 
     /// Returns a copy of a parameter after the last run: one value if it is uniform, else one for
     /// each point, in the layout of `QxHostValue`. While the instance is running, the last run is
-    /// the last one nested directly in the current run. Before the first such run all values are 0
-    /// or "". Throws `QxHostError` for an unknown parameter.
+    /// the last one nested directly in the current run. Before the first such run, returns zeros or
+    /// empty texts for one point. Throws `QxHostError` for an unknown parameter.
     [[nodiscard]] QxHostValue Get(QxParameterHandle parameter);
     [[nodiscard]] QxHostValue Get(const std::string& name) { return Get(m_shader->Handle(name)); }
-    /// Answers a message with the value of a parameter in the current run or, if none is running,
-    /// in the last one. Before the first run, and after a change of values, buffers or spaces,
-    /// answers with the initial value, for which `support` and `eye` are used. Returns false if
-    /// there is no parameter of that name, type and number of elements, or if its number of points
-    /// is neither 1 nor that of `value`. Throws `QxHostError` if no default value can be computed.
+    /// Answers a message with the value of a parameter in the current run of the instance or, if it
+    /// is not running, in its last run. Before the first run, and if values, buffers or spaces have
+    /// changed since the last one, answers with the initial value at one point, for which `support`
+    /// and `eye` are used. Returns false if there is no parameter of that name with a fitting type
+    /// and that number of elements, or if its number of points is neither 1 nor that of `value`.
+    /// Throws `QxHostError` if initial values cannot be computed, or if the buffer or the values
+    /// for each point of any parameter do not fit one point, and any exception that an answer
+    /// throws.
     bool Answer(const char* name, const QxMessageValue& value, QxShaderSupport& support,
                 const QxVector3& eye);
 
 private:
-    friend class QxHostScene;  // runs lights at its own levels
+    friend class QxHostScene;  // runs lights without a level for each, and counts their runs
 
     struct LightValues {
         std::vector<QxVector3> L;
         std::vector<QxRGBColor> Cl;
         std::vector<QxRGBColor> Ol;
     };
-    /// The memory of a run. Each nested run has its own workspace. If a few grid sizes or parameter
-    /// sets alternate, each of these has its own workspace, too.
+    /// The memory of a run. Each nested run has its own workspace. If up to four grid sizes or
+    /// parameter sets alternate, each of these has its own workspace, too.
     struct Workspace {
         explicit Workspace(const QxShader& shader);
 
@@ -130,9 +137,9 @@ private:
         std::vector<std::size_t> buffered;  // parameters that are stored in buffers
         std::vector<LightValues> lights;
         std::vector<QxLightInput> lightInputs;
-        std::size_t points = 0;     // for which variables are prepared; 0: not prepared
-        unsigned long changes = 0;  // `m_changes` at that time
-        unsigned long values = 0;   // version of the parameter set at that time
+        std::size_t points = 0;     // number for which `variables` are prepared; 0: not prepared
+        unsigned long changes = 0;  // `m_changes` when they were prepared
+        unsigned long values = 0;   // version of the parameter set when they were prepared
         unsigned long files = 0;    // version of the file handles; 0: valid for one run only
         unsigned long lastUse = 0;
         bool busy = false;
@@ -175,6 +182,6 @@ private:
     std::vector<std::unique_ptr<Workspace>> m_workspaces;
     std::vector<Workspace*> m_running;  // outermost first
     std::vector<Workspace*> m_last;     // workspace of the last run at each depth
-    unsigned int m_depth = 0;           // number of runs at the moment
-    unsigned long m_runs = 0;           // counts all runs
+    unsigned int m_depth = 0;           // number of runs in progress
+    unsigned long m_runs = 0;           // counts runs, and computations of initial values
 };

@@ -5,12 +5,13 @@
 //                        set, computes the default values of all others, and runs the shader
 //
 // Memory and values are kept from one run to the next, since most grids of a picture have the same
-// size. They are rebuilt only for another number of points, or after a value or space was changed.
-// Only outputs get their initial values before each run, since the last run has overwritten them.
+// size. They are rebuilt only for another number of points, or after a value, a buffer or a space
+// was changed. Otherwise only outputs get their initial values before a run, since the last run has
+// overwritten them; if one of these is a default value, all default values are computed again.
 //
 // All of this is stored in a workspace. A nested run uses a workspace that no other run is using.
-// If grids of a few sizes alternate, each size has its own workspace, so that runs allocate memory
-// only for the first grid of each size.
+// If grids of up to four sizes alternate, each size has its own workspace, so that runs allocate
+// memory only for the first grid of each size.
 //
 // Tested by tests/host/HostTest.cpp; tests/host/life watches the memory.
 
@@ -25,7 +26,8 @@ namespace {
 
 using Parameter = QxShader::Parameter;
 
-/// Calls `use` with a pointer to the elements of a value: floats, or pointers to texts.
+/// Calls `use` with a pointer to the elements of a value: floats, or pointers to texts. The
+/// pointers are valid only during the call.
 template <class Use>
 void WithElements(const QxHostValue& value, const Use& use)
 {
@@ -48,7 +50,8 @@ QxShaderInstance::Workspace::Workspace(const QxShader& shader)
     shader.Declare(variables);
 }
 
-/// Marks a workspace as in use for as long as the object exists.
+/// Makes a workspace that of the innermost run as long as the object exists, and then that of the
+/// last run at this depth.
 class QxShaderInstance::WorkspaceScope {
 public:
     WorkspaceScope(QxShaderInstance& instance, Workspace& workspace)
@@ -76,8 +79,8 @@ private:
     Workspace& m_workspace;
 };
 
-/// Keeps the results of the last runs for `Get` as long as the object exists, also if an exception
-/// is thrown.
+/// Protects the results of the last run: after this object `Get` returns the same as before it,
+/// although another run has taken place, also if an exception is thrown.
 class QxShaderInstance::LastRunsScope {
 public:
     explicit LastRunsScope(QxShaderInstance& instance)
@@ -135,7 +138,8 @@ QxShaderInstance::Workspace& QxShaderInstance::NewWorkspace()
     return *m_workspaces.back();
 }
 
-/// True if nothing has changed since the workspace was prepared, so only outputs must be reset.
+/// True if the workspace is prepared, and no value, buffer or space has changed since then, so only
+/// outputs must be reset.
 bool QxShaderInstance::IsCurrent(const Workspace& workspace) const
 {
     return workspace.points != 0 && workspace.changes == m_changes &&
@@ -143,7 +147,9 @@ bool QxShaderInstance::IsCurrent(const Workspace& workspace) const
 }
 
 /// Returns a free workspace that has current values for that many points. If there is none, returns
-/// a new workspace or reuses a free one, preferably without current values and unused for longest.
+/// a free one without current values, or else a new one if less than four are free, or else the
+/// least recently used one. Throws `QxHostError` if the values would need more memory than the
+/// limit.
 QxShaderInstance::Workspace& QxShaderInstance::ChooseWorkspace(std::size_t points)
 {
     constexpr unsigned int k_spare = 4;

@@ -1,7 +1,9 @@
 // Runs a shader in a shared object, and collects its interface from two sources: its entry points,
-// and the section of facts that the compiler has written into the file.
+// and the section of facts that the compiler has written into the file. Without valid facts, as in
+// objects of older compilers, the shader itself is run to find a part of the interface.
 //
-// Tested by tests/host/HostFilesTest.cpp; tests/host/fakes are shared objects, but not shaders.
+// Tested by tests/host/HostFilesTest.cpp, also with shared objects that must be refused
+// (tests/host/fakes).
 
 #include "host/QxShaderObject.h"
 
@@ -25,7 +27,8 @@ public:
 
 }  // namespace
 
-// A shared object keeps no state between calls, so runs in several threads need no lock.
+// Initializing and evaluating change no data of the shared object, so runs in several threads need
+// no lock.
 class QxShaderObject::Run : public QxShaderRun {
 public:
     explicit Run(const QxLoadedObject& object) : m_object(object) {}
@@ -121,8 +124,10 @@ void QxShaderObject::ReadInterface()
                        !m_object->hasLightStatement && (isKnown || ClearsDirection());
 }
 
-/// Compares the facts with what the entry points return, and throws if they differ: in an edited
-/// file the facts may belong to another shader, and values would be stored in the wrong places.
+/// Adds what only the facts contain: exact types, the spaces of default values, and which default
+/// values depend on the point. Throws `QxHostError` if the facts describe other parameters than the
+/// entry points: in an edited file they may belong to another shader, and values would be stored in
+/// the wrong places.
 void QxShaderObject::ReadFacts()
 {
     const SqxShader& shader = m_object->facts.Shader();
@@ -145,8 +150,8 @@ void QxShaderObject::ReadFacts()
             m_perPoint.insert(initializer.parameter);
 }
 
-/// True if a run sets `L` to zero. A light without `illuminate` and `solar` does so; all others
-/// leave `L` unchanged or set it to a direction.
+/// True if a run at one point sets `L` to zero. A light without `illuminate` and `solar` does so;
+/// with them it sets `L` to a direction, unless the run skips these statements.
 bool QxShaderObject::ClearsDirection() const
 {
     SilentSupport support;
@@ -165,7 +170,8 @@ bool QxShaderObject::ClearsDirection() const
     return probe.Values<QxVector3>("L")[0] == QxVector3{0, 0, 0};
 }
 
-/// Computing the default values also stores the spaces in which the source specifies them.
+/// Sets the spaces of the default values: `QxInitialize` stores in each variable the space in which
+/// the source specifies its default value.
 void QxShaderObject::ReadDefaultSpaces()
 {
     std::vector<QxVar> variables(m_info.parameters.size());

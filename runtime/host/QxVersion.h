@@ -1,5 +1,6 @@
 #pragma once
 
-/// Returns a number that no earlier call in this process returned; never 0. All versions come from
-/// here, so two objects with the same version are copies. May be called in any thread.
+/// Returns a number that no earlier call in this process returned; never 0. The versions of
+/// parameter sets and of the file handles of scenes come from here, so two sets with the same
+/// version have the same values. May be called in any thread.
 [[nodiscard]] unsigned long QxNextVersion();

@@ -12,6 +12,6 @@ struct SqxLineMarker {
     bool returns = false;  // an included file has ended, and `file` continues
 };
 
-/// Reads a line marker. Returns nothing for any other line, and for a marker whose name is not a
-/// file, such as `<built-in>`.
+/// Reads a line marker: any line that starts with `#` and contains a text in quotes. Returns
+/// nothing for other lines, and for a marker whose name starts with `<`, such as `<built-in>`.
 [[nodiscard]] std::optional<SqxLineMarker> SqxReadLineMarker(std::string_view line);

@@ -1,6 +1,6 @@
 // Line markers contain the path of the file that was found, not the paths that were searched before
-// it. But the path starts with the searched folder, so the rest is the name in the source:
-// with -Ia -Ib, in c/d.sl,
+// it. But if a folder of `-I` contains the file, the path starts with this folder, and the rest is
+// the name in the source: with -Ia -Ib, in c/d.sl, the file of the marker
 //
 //     # 1 "b/noise.h" 1
 //
@@ -24,13 +24,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The kinds of entries in the text. A null character ends each, since paths may have line breaks.
+// The start of each kind of entry in the text. A null character ends each entry, since paths may
+// have line breaks.
 constexpr std::string_view k_missing = "missing ";
 constexpr std::string_view k_folder = "folder ";
 constexpr std::string_view k_library = "library ";
 
 /// Returns the name of a file relative to a folder, given the path that the preprocessor joins from
-/// both; empty if it is not in the folder.
+/// both; empty if the path does not start with the folder.
 [[nodiscard]] std::string NameBelow(const fs::path& folder, const std::string& file)
 {
     std::string start = folder.string();

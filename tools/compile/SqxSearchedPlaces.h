@@ -12,16 +12,18 @@ class SqxSearchedPlaces {
 public:
     using Folders = std::vector<std::filesystem::path>;
 
-    /// Adds the paths that were searched before each header of a preprocessed text was found, as
-    /// its line markers imply. `folders` are those of `-I`, in order; relative ones refer to the
-    /// working directory.
+    /// Adds the paths at which a preprocessor may have looked without success before it found each
+    /// header of a preprocessed text, as its line markers imply: only for headers in `folders`, and
+    /// only paths at which there is no file now. `folders` are those of `-I`, in order; relative
+    /// ones refer to the working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
     /// Adds a path at which a header was not found. A file that has appeared there meanwhile counts
     /// as new.
     void AddMissing(const std::filesystem::path& header);
     /// Adds the folders that were searched for shadeop libraries, and all libraries in them.
     /// `taken` are the libraries that the shader calls, and `folders` are in the order of the
-    /// search, which ended at the last folder that contains one of `taken`.
+    /// search, which ended at the last folder that contains one of `taken`. If none does, adds
+    /// nothing.
     void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
 
     /// Paths at which a header was not found.
@@ -30,7 +32,7 @@ public:
     /// the compile.
     [[nodiscard]] bool HasNewFiles() const;
 
-    // Conversion to the text of a file, so that a later run can check.
+    // Conversion to the text of a file and back, so that a later run can call `HasNewFiles`.
     [[nodiscard]] std::string Text() const;
     [[nodiscard]] static SqxSearchedPlaces Read(std::istream& text);
 

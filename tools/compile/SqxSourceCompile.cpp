@@ -2,8 +2,8 @@
 // user wrote them. All output goes to the folder of the compile:
 //
 //     sqxview                              sqxmake --compile WORK ... -- a.sl
-//     RunApart: starts                 ->  RunForAnother, which writes WORK/a.sqx,
-//               and reads afterwards   <-  WORK/messages, WORK/files, WORK/searched
+//     RunApart: starts                 ->  RunForAnother, which writes WORK/SHADER.sqx,
+//               and reads afterwards   <-  WORK/files, WORK/searched and prints to WORK/messages
 //
 // Tested by tests/make/run.sh and tests/sqxview.
 
@@ -49,7 +49,7 @@ void WriteFile(const fs::path& path, const std::string& text)
         throw SqxCompileError("Cannot write '" + path.string() + "'");
 }
 
-/// Returns the files that the line markers of a preprocessed text name.
+/// Returns the files that the line markers of a preprocessed text name and that exist.
 [[nodiscard]] std::set<std::string> FilesOfMarkers(const std::string& preprocessed)
 {
     std::set<std::string> files;
@@ -62,7 +62,8 @@ void WriteFile(const fs::path& path, const std::string& text)
     return files;
 }
 
-/// Makes paths absolute, since builds may read them from another folder.
+/// Returns the shadeop libraries that the shader calls, with absolute paths, since builds may read
+/// the paths in another working directory.
 [[nodiscard]] std::set<std::string> Libraries(const QxCompileResult& result)
 {
     std::set<std::string> libraries;
@@ -76,7 +77,7 @@ void WriteFile(const fs::path& path, const std::string& text)
     return {line.m_compile.folders.begin(), line.m_compile.folders.end()};
 }
 
-/// Returns the folders for shadeop libraries: first the working directory.
+/// Returns the folders for shadeop libraries: the working directory, and then those of `-I`.
 [[nodiscard]] SqxSearchedPlaces::Folders LibraryFolders(const SlcCommandLine& line)
 {
     SqxSearchedPlaces::Folders folders = {fs::current_path()};

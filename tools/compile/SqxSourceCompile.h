@@ -12,7 +12,8 @@
 struct QxCompileResult;
 struct SlcCommandLine;
 
-/// Thrown if a compile cannot run, for a reason that is not in the source. The text says why.
+/// Thrown if a compile cannot run or its results cannot be written or found, for a reason that is
+/// not in the source. The text says why.
 class SqxCompileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -33,22 +34,25 @@ public:
     /// and for the C++ compiler of `--dso`. Returns true if there is an output. Throws
     /// `SqxCompileError` for an invalid option.
     [[nodiscard]] bool Run();
-    /// As `Run`, in a separate process, so that this one survives a crash. `isOver` is called every
-    /// millisecond; when it returns true, the process and all that it started are ended. Throws
-    /// `SqxCompileError` if `sqxmake` cannot be started.
+    /// As `Run`, in a separate process, so that this one survives a crash; `Messages` then reports
+    /// an invalid option. `isOver` is called every millisecond; when it returns true, the process
+    /// and all that it started are ended. Throws `SqxCompileError` if `sqxmake` cannot be started.
     [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
     /// Does the work of `RunApart` in the separate process: as `Run`, but also writes the results
-    /// to the folder and prints the messages.
+    /// to the folder and prints the messages. Throws `SqxCompileError` also if the results cannot
+    /// be written.
     [[nodiscard]] bool RunForAnother();
 
     // After the run.
 
-    /// The reports of the compiler, with advice at all warning levels, folded by `SqxFoldReports`.
+    /// The reports of the compiler, with advice at all warning levels, and the output of the
+    /// commands that it ran, folded by `SqxFoldReports`.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
-    /// Returns the compiled shader. Throws `SqxCompileError` if there is none.
+    /// Returns the path of the compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
-    /// The source and all files that it includes, as the preprocessor names them, and the shadeop
-    /// libraries that it calls. If preprocessing failed, the files before the error.
+    /// The source and all files that it includes, as the preprocessor names them, and the absolute
+    /// paths of the shadeop libraries that it calls. After an error, those that were found before
+    /// it. Empty if the process of `RunApart` was ended or crashed.
     [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
     /// The paths that were searched before these files were found.
     [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }

@@ -1,3 +1,5 @@
+// A rule names files as words:
+//
 //     matte.sqx: matte.sl include/noise.h
 //
 // `$` is doubled. A backslash escapes a blank. Backslashes before a blank, and backslashes that end
@@ -5,8 +7,9 @@
 //
 //     a b -> a\ b        a\ b -> a\\\ b        a\b -> a\b
 //
-// Make reads backslashes before a `#` and a `:` in the same way as before a blank. Ninja reads all
-// of these except the last as they are. In a target, make takes an unescaped `%` for a pattern.
+// A backslash also escapes a `#`, and for make a `:`. Make requires that backslashes before these
+// are doubled too; ninja requires that they are not. In a target, make takes an unescaped `%` for a
+// pattern.
 //
 // Tested by tests/make/run.sh and tests/preprocessor.
 
@@ -19,11 +22,12 @@ namespace {
 
 constexpr std::string_view k_blanks = " \t";
 
-/// Returns the path with a backslash before each character of `special`.
+/// Returns the path with a backslash before each character of `special`, with doubled `$`, and with
+/// doubled backslashes where `reader` requires them.
 std::string Escaped(const std::string& path, std::string_view special, SqxRuleReader reader)
 {
     std::string word;
-    std::size_t backslashes = 0;  // right before the character
+    std::size_t backslashes = 0;  // number of them right before the character
     for (const char c : path) {
         const bool doubles =
             reader == SqxRuleReader::Make || k_blanks.find(c) != std::string_view::npos;
@@ -34,7 +38,7 @@ std::string Escaped(const std::string& path, std::string_view special, SqxRuleRe
         word += c;
         backslashes = c == '\\' ? backslashes + 1 : 0;
     }
-    return word.append(backslashes, '\\');  // a blank or a ':' follows in the rule
+    return word.append(backslashes, '\\');  // a blank, a ':' or the line end follows in the rule
 }
 
 }  // namespace

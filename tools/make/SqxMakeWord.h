@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
-// Rules of makefiles without commands, which list the files that an output depends on.
+// Rules of makefiles. They have no commands, but list the files that an output depends on.
 
-/// The programs that read rules. GNU make reads `\:` as a colon. Ninja and CMake read a plain
-/// colon, and older versions of them do not read `\:`.
+/// The programs that read rules; `Ninja` means ninja or CMake. GNU make reads `\:` as a colon.
+/// Ninja and CMake read a plain colon, and older versions of them do not read `\:`.
 enum class SqxRuleReader { Make, Ninja };
 
 /// Escapes the path of a dependency as a word of a rule. Make and ninja end a name at some

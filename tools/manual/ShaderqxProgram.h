@@ -2,6 +2,6 @@
 
 #include "options/SqxOptionTable.h"
 
-/// Returns the description of the compiler for its manual page and for completion. The texts of its
-/// `--help` are in the compiler.
+/// Returns the description of the compiler for its manual page and for completion. The compiler
+/// itself writes its `--help`, from the same table of options.
 [[nodiscard]] const SqxProgram& ShaderqxProgram();

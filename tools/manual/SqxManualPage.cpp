@@ -1,5 +1,6 @@
-// Manual pages are generated from the tables of `--help`, so that they cannot contradict it; for
-// the compiler only the options are. Pages use the few macros of man(7) that every reader supports.
+// Manual pages are generated from the tables of `--help`, so that they cannot contradict it. Of the
+// compiler's page, only the options are. Pages use only a few macros of man(7), which common
+// readers support.
 //
 // Tested by tests/options and by tests/manual/run.sh: a page has each option that `--help` prints.
 
@@ -15,7 +16,7 @@ namespace {
 constexpr const char* k_date = "2026-11-25";
 
 /// Escapes the characters that have a meaning in man(7): backslashes and dashes, and a dot or a
-/// quote at the start of the text, which may become the start of a line.
+/// single quote at the start of the text, which may become the start of a line.
 [[nodiscard]] std::string Escaped(std::string_view text)
 {
     std::string escaped;
@@ -41,7 +42,7 @@ constexpr const char* k_date = "2026-11-25";
     return text;
 }
 
-/// Breaks the text into lines that fit on a screen.
+/// Escapes the text and breaks it into lines of at most 78 characters, unless a word is longer.
 [[nodiscard]] std::string Wrapped(std::string_view text)
 {
     return SqxWrapped(text, {.width = 78}, Escaped);

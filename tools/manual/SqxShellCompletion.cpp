@@ -1,5 +1,5 @@
-// The texts need only functions that come with the shells: not every system has the library of
-// completion functions for bash.
+// The completion files call only functions that come with the shells: not every system has the
+// library of completion functions for bash.
 //
 // Tested by tests/manual/run.sh, with the shells that are installed.
 
@@ -10,7 +10,8 @@
 
 namespace {
 
-/// Returns the spellings of all options, without the argument that -I and -D have in the same word.
+/// Returns the spellings of all options, separated by blanks, without the argument that -I and -D
+/// have in the same word.
 [[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
 {
     std::string text;
@@ -23,7 +24,7 @@ namespace {
     return text;
 }
 
-/// Returns the options whose value is a folder, with bars between them.
+/// Returns the options whose value, the next word, is a folder, with bars between them.
 [[nodiscard]] std::string FolderOptions(std::span<const SqxOption> options)
 {
     std::string text;
@@ -79,7 +80,8 @@ namespace {
     return words;
 }
 
-/// Returns a line for `_arguments`, such as "*-o[effect]:DIR:_files -/".
+/// Returns a line of the call of `_arguments`, such as '*-o[effect]:DIR:_files -/', which ends with
+/// a backslash.
 [[nodiscard]] std::string ZshOption(std::string_view word, const SqxOption& option)
 {
     const std::string_view glued = GluedOption(word);
@@ -119,7 +121,7 @@ namespace {
     return pattern;
 }
 
-/// Returns what `_arguments` completes for words that are not options.
+/// Returns the argument of `_arguments` for words that are not options: files with these endings.
 [[nodiscard]] std::string ZshFiles(std::string_view endings)
 {
     if (endings.empty())

@@ -1,7 +1,7 @@
 // `--help` prints usage and description, then the options. The effects of the options are in one
 // column, to the right of the longest option.
 //
-// Tested by tests/manual/run.sh, which compares it with the manual pages.
+// Tested by tests/manual/run.sh, which checks that the manual pages contain its options.
 
 #include "options/SqxOptionTable.h"
 

@@ -8,15 +8,16 @@
 // The description of a program is written once, as tables, from which its `--help` (except that of
 // the compiler), manual page and command line completion are generated. All texts are literals.
 
-/// One option of a program: its text on the command line, and its effect. The options of a program
-/// are in the order of its help text.
+/// A row of the table of options: an option, or several options with one text, and their effect.
+/// The rows are in the order of the help text.
 struct SqxOption {
-    std::string_view word;      // "--size", or all spellings: "-o, --output"
-    std::string_view argument;  // such as "DIR"; empty if it has none
-    std::string_view effect;    // one sentence without capital letter and full stop
+    std::string_view word;      // all spellings or options: "--size", "-h, --help", "-w0, -w1, -w2"
+    std::string_view argument;  // such as "DIR"; empty if there is none, or it is part of `word`
+    std::string_view effect;    // a phrase or a sentence, without a full stop at its end
 };
 
-/// A word and its meaning: an environment variable, a file, an exit status, an example.
+/// A word and its meaning: an environment variable, a file, an exit status, or an example, which is
+/// a whole command.
 struct SqxEntry {
     std::string_view word;
     std::string_view meaning;
@@ -40,14 +41,14 @@ struct SqxProgram {
 /// Information that a program prints instead of doing its work.
 enum class SqxInformation { None, Help, Version };
 
-/// Returns the spellings in the `word` of an option: for "-o, --output" both "-o" and "--output",
+/// Returns the spellings in `words`, the `word` of a row: for "-h, --help" both "-h" and "--help",
 /// as parts of the given text.
 [[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
-/// Returns "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
-/// characters.
+/// Returns the text that `--help` prints: the line "Usage: ...", then the description and the
+/// options, wrapped at 100 characters.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);
 
-/// Prints the requested information to standard output. Returns the exit status: 0, or 1 if the
-/// information could not be printed.
+/// Prints the requested information, or nothing for `None`, to standard output. Returns the exit
+/// status: 0, or 1 if the information could not be printed.
 [[nodiscard]] int SqxPrintInformation(const SqxProgram& program, SqxInformation information);

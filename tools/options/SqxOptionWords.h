@@ -9,27 +9,29 @@
 
 #include "options/SqxOptionTable.h"
 
-/// Invalid words on the command line; the text says why. A program prints it and exits with
-/// status 2.
+/// Thrown for invalid words on the command line. The text says why; a program prints it and exits
+/// with status 2.
 class SqxUsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Iterates over the words of a command line, for all programs except the compiler, see
-/// `SqxReadWords`.
+/// Iterates over the words of a command line, for all programs except the compiler. Most of them
+/// call `SqxReadWords`, which runs the iteration.
 ///
 /// A word that begins with '-' is an option, unless it is '-' alone, which means a standard stream.
-/// The word '--' ends the options and is skipped, so that names of files may start with '-'.
+/// The word '--' ends the options and is skipped: later words are not options, so that names of
+/// files may start with '-'.
 class SqxOptionWords {
 public:
     /// `words` are those after the name of the program. They must outlive this object.
     explicit SqxOptionWords(const std::vector<std::string>& words) : m_words(words) {}
 
-    /// Advances to the next word, at first to the first one. Returns false after the last word.
+    /// Advances to the next word, at first to the first one, and past '--'. Returns false after the
+    /// last word.
     [[nodiscard]] bool Next();
 
-    /// The current word. May be called after `Next` has returned true.
+    /// Returns the current word. May be called only after `Next` has returned true.
     [[nodiscard]] const std::string& Word() const { return m_words[m_position]; }
     [[nodiscard]] bool IsOption() const;
 
@@ -56,7 +58,7 @@ private:
 };
 
 /// Reads a whole command line: calls `readOption` for each option, which is then the current word,
-/// and `readFile` for each other word.
+/// and `readFile` for each other word that `readOption` has not taken as the value of an option.
 void SqxReadWords(const std::vector<std::string>& arguments,
                   const std::function<void(SqxOptionWords&)>& readOption,
                   const std::function<void(const std::string&)>& readFile);

@@ -10,6 +10,7 @@ struct SqxLineLimits {
     std::size_t indent = 0;  // of all lines; the caller writes that of the first
 };
 
-/// Breaks a text into lines. `spell` converts each word; null leaves words unchanged.
+/// Returns the text broken into lines, the last without a line break. `spell` converts each word;
+/// null leaves words unchanged.
 [[nodiscard]] std::string SqxWrapped(std::string_view words, const SqxLineLimits& limits,
                                      std::string (*spell)(std::string_view) = nullptr);

@@ -28,7 +28,7 @@ SqxSample* AllocateSamples(std::size_t count)
     if (!memory)
         throw std::bad_alloc();
 #ifdef MADV_HUGEPAGE
-    // Only advice to the system, which falls back to small pages.
+    // Only advice: the system uses small pages if it has no large ones.
     std::size_t size = count * sizeof(SqxSample);
     void* firstPage = memory;
     if (std::align(k_page, k_page, firstPage, size))

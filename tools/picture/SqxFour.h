@@ -8,6 +8,7 @@
 /// instructions of the processor.
 using SqxFour [[gnu::vector_size(16)]] = float;
 
+/// Returns the numbers of the vector, and 0 as the fourth.
 [[nodiscard]] inline SqxFour SqxFourOf(const QxVector3& vector)
 {
     return SqxFour{vector.x, vector.y, vector.z, 0};

@@ -3,12 +3,13 @@
 // vector instructions. Then each sample in the bounds is tested against the four outer edges of its
 // cell at once, and against the diagonal. Only a sample that is inside needs a division.
 //
-// Two cells that share an edge test samples against it with its corners in the same order. They
-// therefore agree on which side of the edge a sample is, and no sample between cells is missed.
+// Two cells of a grid that share an edge test samples against it with its corners in the same
+// order. They therefore agree on which side of the edge a sample is, and no sample between cells is
+// missed.
 //
-// Points whose depth is negative or too small, and points so far away that products of their
-// coordinates might overflow, get NaN for x. No comparison with NaN is true, so triangles with such
-// a corner are not drawn, without a separate test.
+// Points whose depth is negative, too small or infinite, and points so far away in the raster that
+// products of their coordinates might overflow, get NaN for x. No comparison with NaN is true, so
+// triangles with such a corner are not drawn, without a separate test.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 
@@ -47,7 +48,7 @@ float Higher(float a, float b)
 }
 
 /// Returns the coordinate in units of samples, counted from the middle of the first sample, clamped
-/// to the raster so that it fits an int. `place` may be any number or NaN.
+/// to the range from -1 to `count` so that it fits an int. `place` may be any number or NaN.
 float Clamped(float place, float count)
 {
     return Lower(Higher(place - 0.5F, -1), count);
@@ -67,8 +68,8 @@ int Floor(float number)
     return whole - (number < static_cast<float>(whole) ? 1 : 0);
 }
 
-/// Computes the first and the last sample between the corners of each cell, in one dimension and
-/// within `limits`.
+/// Computes the first and the last sample between the corners of each cell of a row, in one
+/// dimension and within `limits`. If there is none, the last one is less than the first.
 void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& limits, float count,
                 int* first, int* last)
 {
@@ -169,8 +170,9 @@ inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
     }
 }
 
-/// Interpolates colors and opacities of the corners. Stores the result unless `sample` already has
-/// a nearer surface.
+/// Interpolates colors and opacities of the corners. `ofB` and `ofC` are the weights of two corners
+/// times the area. Stores the result unless `sample` already has a nearer surface, or an equally
+/// near one of this grid or a grid with a lower number.
 inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const
 {
     const auto [a, b, c, area] = triangle;
@@ -290,7 +292,8 @@ void SqxMesh::FindBounds(std::size_t line, const Rows& rows)
                m_bounds.bottom.data());
 }
 
-/// Empties the bounds of cells that show their inner side, on which their corners turn left.
+/// Empties the bounds of cells whose triangles both show their inner side, on which the corners
+/// turn left.
 void SqxMesh::LeaveOutInner(std::size_t line)
 {
     const std::size_t columns = m_layout.columns;

@@ -38,9 +38,9 @@ public:
 
     /// Returns the rows that contain all samples of the cells.
     [[nodiscard]] Rows Reached() const;
-    /// Draws the part of the mesh in these rows, and replaces samples that are farther away.
-    /// `samples` is the whole raster, row by row. At equal distance the grid with the lower number
-    /// wins, so that the picture does not depend on the order of drawing.
+    /// Draws the part of the mesh in these rows of samples, and replaces samples that are farther
+    /// away. `samples` is the whole raster, row by row. At equal distance the grid with the lower
+    /// number wins, so that the picture does not depend on the order of drawing.
     void Draw(SqxSample* samples, const Rows& rows);
 
 private:

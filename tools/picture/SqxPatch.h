@@ -15,8 +15,9 @@ public:
     /// True if the shape is closed and the patch turns its inner side to the camera at each point:
     /// then other parts of the shape cover the patch. Computes only two columns of points.
     [[nodiscard]] bool IsHidden() const;
-    /// Sets positions, derivatives, normals, `I`, and u, v, s, t of `grid`, which must have the
-    /// layout of the patch.
+    /// Sets the variables of `grid` that depend on the shape and the rectangle: `P`, `dPdu`,
+    /// `dPdv`, `N`, `Ng`, `I`, `u`, `v`, `s`, `t`, `du` and `dv`. The grid must have the layout of
+    /// the patch.
     void Place(QxHostGrid& grid) const;
 
 private:

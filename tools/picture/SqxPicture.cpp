@@ -1,6 +1,6 @@
 // The shape is divided into grids. Each thread repeatedly takes the next grid, shades it, and draws
 // it to a common film. The result does not depend on which thread takes a grid: the random numbers
-// depend only on the number of the grid, and texts of shaders are reported in the order of grids.
+// depend on the number of the grid, and texts of shaders are reported in the order of grids.
 
 #include "picture/SqxPicture.h"
 
@@ -22,7 +22,7 @@ constexpr float k_samplesOfACell = 1.5F;   // along the edge of a cell in the pi
 constexpr unsigned int k_imagerRows = 64;  // rows of the picture per piece
 constexpr auto k_progressStep = std::chrono::milliseconds(100);
 
-/// Checks that there is at most one shader of each type, except lights.
+/// Throws `SqxPictureError` if there is more than one shader of a type other than light.
 void CheckKinds(const SqxPictureSettings& settings)
 {
     std::set<QxShaderInterface::QxType> kinds;
@@ -80,7 +80,7 @@ SqxPatch PatchOf(const SqxShape& shape, const Cut& cut, unsigned int number)
 
 }  // namespace
 
-/// Work that threads share.
+/// Pieces of work that threads share: grids of the shape, or rows of the picture for the imager.
 struct SqxPicture::Pieces {
     using Run = std::function<void(SqxPictureStage&, unsigned int)>;
 
@@ -94,7 +94,7 @@ struct SqxPicture::Pieces {
 
     unsigned int count;
     Run run;
-    bool isWhole;  // the final pass: only its progress and notes are reported
+    bool isWhole;  // part of the final pass: only its progress and notes are reported
 
     std::atomic<unsigned int> next = 0;
     std::atomic<unsigned int> done = 0;
@@ -206,7 +206,8 @@ SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, bool isWhole, const Watch
     return RunPieces(pieces, watch);
 }
 
-/// Starts the threads, which check whether to stop, and reports progress until they end.
+/// Starts the threads, which check whether to stop, and reports progress until they end. Then
+/// throws the error of a piece, if there is one, or reports the notes of all completed pieces.
 SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 {
     // All threads are counted first, since one may end before the next one starts.

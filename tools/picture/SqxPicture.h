@@ -17,12 +17,12 @@ enum class SqxPictureEnd { Whole, Stopped, OutOfTime };
 /// any number of threads.
 class SqxPicture {
 public:
-    /// Throws `SqxPictureError` if the shaders cannot be combined, or `QxHostError` if a value does
-    /// not fit its parameter.
+    /// Throws `SqxPictureError` if there are two shaders of one type other than light, and
+    /// `QxHostError` for a value of an unknown parameter, or one that does not fit its parameter.
     explicit SqxPicture(SqxPictureSettings settings);
 
     /// Creates the film for the whole picture and prepares its memory. May be called before the
-    /// settings have their shaders, for example while these are compiled.
+    /// settings have their shaders, for example while these are compiled. Throws `std::bad_alloc`.
     [[nodiscard]] static std::unique_ptr<SqxFilm> PreparedFilm(const SqxPictureSettings& settings);
     /// Passes a film that was prepared for the same settings; the next rendering uses it.
     void TakeFilm(std::unique_ptr<SqxFilm> film) { m_film = std::move(film); }
@@ -32,28 +32,29 @@ public:
     struct Watch {
         std::stop_token stop;
         std::optional<std::chrono::steady_clock::time_point> deadline;
-        /// If set, coarse pictures are rendered first, then finer and finer ones. Otherwise only
-        /// the whole picture is rendered.
+        /// If set, coarse pictures are rendered first, then finer and finer ones, except those of
+        /// only a few pixels. Otherwise only the whole picture is rendered.
         bool coarseFirst = false;
         /// Called when a picture, coarse or whole, is complete, see `Pixels`.
         std::function<void()> show;
-        /// Called about ten times a second with the share of the whole picture that is complete.
-        /// The share starts at 0 again when an imager begins.
+        /// Called about ten times a second while the whole picture is rendered, with the share of
+        /// it that is complete. The share starts at 0 again when an imager begins.
         std::function<void(float)> progress;
-        /// Called for each text that shaders printed for the whole picture, in the order of its
-        /// pieces.
+        /// Called for each text that shaders printed or reported for the whole picture, in the
+        /// order of its pieces, after these have ended.
         std::function<void(const SqxNote&)> note;
     };
-    /// Renders the picture. Between its pieces, and while byte-code runs, checks whether to stop.
-    /// Throws what a shader throws.
+    /// Renders the picture and returns whether it is whole or why it is not. Between its pieces,
+    /// and while byte-code runs, checks whether to stop. With a deadline, the steps of shaders are
+    /// not limited. Throws what a shader throws, and `std::bad_alloc`.
     SqxPictureEnd Render(const Watch& watch);
 
     [[nodiscard]] const SqxPictureSettings& Settings() const { return m_settings; }
-    /// The last complete picture. If rendering ended before the first one was complete: its
-    /// completed pieces.
+    /// The last complete picture. If rendering was stopped before the first one was complete: its
+    /// completed pieces. Empty if there was no rendering, or if an error ended it before.
     [[nodiscard]] const SqxPixels& Pixels() const { return m_pixels; }
-    /// Returns the picture of `Pixels` over the background, scaled to the size of the whole
-    /// picture: three bytes per pixel, rows from the top.
+    /// Returns the picture of `Pixels`, which must not be empty, over the background and scaled to
+    /// the size of the whole picture: three bytes per pixel, rows from the top.
     [[nodiscard]] std::vector<unsigned char> Bytes(SqxEncoding encoding) const;
 
 private:

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr QxVector3 k_keyPlace = {-1, 1.15F, -1.55F};  // relative to the middle of the shape
+// The place of light shaders, relative to the middle of the shape. The key light is farther away.
+constexpr QxVector3 k_keyPlace = {-1, 1.15F, -1.55F};
 
 /// Returns the color of the sky or the ground in a direction.
 QxRGBColor Surroundings(const QxVector3& direction)
@@ -28,7 +29,7 @@ QxRGBColor Surroundings(const QxVector3& direction)
     return QxMix(horizon, zenith, std::sqrt(height));
 }
 
-/// Returns the frame of a light shader, whose z axis points to the middle of the shape.
+/// Returns the transform from the space of a light shader to world space.
 QxMatrix44 LightToWorld()
 {
     const QxVector3 z = QxNormalize(-k_keyPlace);

@@ -10,21 +10,22 @@ struct SqxNote {
     std::string text;
 };
 
-/// The surroundings of the shape: spaces, lights, and substitutes for the files and for the other
+/// The surroundings of the shape: spaces, lights, textures, and substitutes for the other files and
 /// surfaces that a shader may ask for. Each thread has its own scene.
 class SqxPictureScene : public QxHostScene {
 public:
     /// The settings must outlive the scene.
     SqxPictureScene(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// Adds the lights of the settings.
+    /// Adds these lights, whose positions are relative to the middle of the shape.
     void AddLights(const std::vector<SqxPictureLight>& lights);
     /// Adds a key light at the upper left, a weak light at the right, and weak ambient light.
     void AddDefaultLights();
-    /// Moves the "shader" space of a light to the key light.
+    /// Defines the "shader" space of a light shader: its origin is in the direction of the key
+    /// light, but nearer to the shape, and z points to the middle of the shape.
     static void PlaceLight(QxShaderInstance& light);
 
-    /// Begins a piece of the picture, whose number determines its random numbers.
+    /// Begins a piece of the picture; its random numbers depend on `number`.
     void BeginPiece(unsigned int number) { SetRun(number); }
     /// Returns what shaders have printed and reported since the last call.
     [[nodiscard]] std::vector<SqxNote> TakeNotes();

@@ -31,7 +31,7 @@ struct SqxPictureLight {
     float intensity = 1;
 };
 
-/// Everything that a picture depends on.
+/// Everything that a picture depends on, and the number of threads, which does not change it.
 struct SqxPictureSettings {
     struct Shader {
         std::shared_ptr<const QxShader> shader;

@@ -1,6 +1,7 @@
-// The steps for a grid are displacement, normals of the displaced points, surface, and volume. The
-// imager runs on the finished pixels. If a displacement leaves `N` unchanged, the normals of the
-// displaced surface are computed, as a renderer would do.
+// The steps for a grid are displacement, normals of the displaced points, surface, and volume. A
+// step without a shader is left out, but without a surface shader the shape is plastic. The imager
+// runs on the finished pixels. If a displacement leaves `N` unchanged, the normals of the displaced
+// surface are computed, as a renderer would do.
 //
 // Each thread has its own stage, since an instance shades one grid at a time.
 //

@@ -28,7 +28,9 @@ public:
     SqxShaderBuild& operator=(const SqxShaderBuild&) = delete;
 
     /// Compiles a source and returns the path of the shader, a file that exists as long as this
-    /// object. Throws `SqxPictureError` if the source does not exist or has errors.
+    /// object. Throws `SqxPictureError` if the source does not exist or does not compile; then
+    /// `Messages` says why. Throws another `std::runtime_error` for an option that the compiler
+    /// does not accept, or if its files cannot be created.
     [[nodiscard]] std::string Build(const std::string& source, const SqxBuildOptions& options);
     /// The messages of the compiler in the last build.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }

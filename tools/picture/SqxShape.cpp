@@ -13,14 +13,14 @@
 
 namespace {
 
-constexpr float k_zoom = 3.9F;  // at which the shape fills four fifths of the picture
+constexpr float k_zoom = 3.9F;  // the shape fills about four fifths of the picture's smaller edge
 constexpr float k_pi = 3.14159265F;
-constexpr float k_pole = 1e-4F;  // distance of the first row from the pole, where u has no length
+constexpr float k_pole = 1e-4F;  // from a pole to v = 0 or 1, as a part of the way between poles
 constexpr float k_range = 1 - 2 * k_pole;
 constexpr float k_tubeRadius = 0.36F;  // of a torus whose outer radius is 1
 constexpr float k_turnAroundY = 0.3F;  // radians
 
-/// Returns the rotation around x, which makes the upper pole or the hole visible.
+/// Returns the rotation around x in radians, which makes the upper pole or the hole visible.
 float TurnAroundX(SqxShapeKind kind)
 {
     return kind == SqxShapeKind::Torus ? -0.85F : -0.35F;
@@ -73,8 +73,8 @@ SqxShape::Column SqxShape::ColumnAt(float u) const
     return {sine, -cosine, cosine, sine};
 }
 
-/// v and t grow downward: on a sphere from the upper pole to the lower one. On a torus they start
-/// at the hole and first go over the top.
+/// On a square and a sphere, v and t grow downward, on the sphere from the upper pole to the lower
+/// one. On a torus they start at the hole and first go over the top.
 SqxShape::Row SqxShape::RowAt(float v) const
 {
     if (m_kind == SqxShapeKind::Square)

@@ -16,12 +16,12 @@ public:
 
     /// Returns the transform from the space of the shape to the current space.
     [[nodiscard]] const QxMatrix44& ToCurrent() const { return m_toCurrent; }
-    /// Returns the transform from world space to the current space. Their axes have the same
-    /// directions, and the origin of world space is the middle of the shape.
+    /// Returns the transform from world space to the current space. The axes of both spaces have
+    /// the same directions, and the origin of world space is the middle of the shape.
     [[nodiscard]] static QxMatrix44 WorldToCurrent();
 
-    /// Returns the greatest length of the shape along u or v in the picture, in units of the
-    /// picture's smaller edge.
+    /// Returns the greatest length of the shape along u or v, as large as the picture shows lengths
+    /// at the distance of its middle, in units of the picture's smaller edge.
     [[nodiscard]] float LengthAlongU() const;
     [[nodiscard]] float LengthAlongV() const;
 
@@ -38,7 +38,7 @@ public:
     };
     /// The values that all points with the same `v` share.
     struct Row {
-        float radius;  // distance from the axis
+        float radius;  // on a sphere or torus, the distance from the y axis
         float height;
         float radiusByV;  // derivatives by v
         float heightByV;

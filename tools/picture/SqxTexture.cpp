@@ -1,4 +1,5 @@
-// A pyramid of pictures. A look-up blends the two whose pixels are about as large as the patch.
+// A pyramid of pictures. A look-up blends the two whose pixels are about as large as the patch. If
+// the patch is smaller than a pixel of the full size, only that picture is read.
 //
 // L. Williams, "Pyramidal parametrics", 1983. The longer side of the patch, in pixels, determines
 // the level. Unlike there, a side may have an odd number of pixels: each pixel of the next smaller
@@ -83,8 +84,9 @@ float WholeBelow(float value)
     return whole > value ? whole - 1 : whole;
 }
 
-/// `place` is at least -0.5 and at most half a pixel less than `count`, so comparisons replace the
-/// remainder of a division.
+/// Returns the pixels around a coordinate in a line of `count` pixels, which spans 0 to 1 and
+/// repeats. `place` is at least -0.5 and at most half a pixel less than `count`, so comparisons
+/// replace the remainder of a division.
 Between FindBetween(float coordinate, unsigned int count)
 {
     const float place = (coordinate - WholeBelow(coordinate)) * static_cast<float>(count) - 0.5F;

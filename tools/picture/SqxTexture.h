@@ -13,11 +13,12 @@
 class SqxTexture {
 public:
     explicit SqxTexture(SqxImage image);
-    /// Reads a PNG file. Throws `SqxPictureError`.
+    /// Reads a PNG file. Throws `SqxPictureError` if it cannot be read or is too large.
     [[nodiscard]] static std::shared_ptr<const SqxTexture> Read(const std::string& path);
 
-    /// Returns the mean of three channels, from `query.channel` on, over the patch of the query.
-    /// Returns `query.fill` for channels that do not exist and for patches that are not finite.
+    /// Returns an approximate mean of three channels, from `query.channel` on, over the patch of
+    /// the query. Returns `query.fill` for channels that do not exist and for patches that are not
+    /// finite.
     [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
     /// As above for each query of a grid.
     void Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const;

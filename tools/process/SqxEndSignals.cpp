@@ -1,5 +1,5 @@
-// The signals are blocked in all threads, and one thread waits for them. To end this thread, the
-// destructor sends a signal to it alone.
+// The signals are blocked in the thread that creates the object and in all threads created after
+// that, and one of these waits for them. To end it, the destructor sends a signal to it alone.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 

@@ -7,7 +7,8 @@
 /// runs a function in a separate thread, where operations are allowed that a signal handler must
 /// not perform. Then the signal ends the program.
 ///
-/// Create the object before other threads, so that they inherit the blocked signals.
+/// Create the object before other threads, so that they inherit the blocked signals. The function
+/// must not throw.
 class SqxEndSignals {
 public:
     explicit SqxEndSignals(std::function<void()> beforeTheEnd);

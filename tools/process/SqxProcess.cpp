@@ -4,8 +4,8 @@
 // for it forever. So words and environment are completed before the fork. If a call fails, the
 // child exits like a command that was not found.
 //
-// As long as the child may have to be killed, its end is checked without reaping it: after that,
-// its process number may belong to another process.
+// As long as the child may have to be killed, its end is checked without reaping it: once it is
+// reaped, its process number may belong to another process.
 //
 // Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
 
@@ -85,7 +85,8 @@ void EndGroup(pid_t child)
     kill(-child, SIGKILL);
 }
 
-/// Waits until there is something to read, or ends the child if the test returns true.
+/// Waits until there is something to read, or kills the child's process group if the test returns
+/// true.
 void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
 {
     constexpr int k_milliseconds = 10;
@@ -95,7 +96,8 @@ void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
             return EndGroup(child);
 }
 
-/// Passes on lines from the pipe until no process has it open for writing.
+/// Passes on lines from the pipe until no process has it open for writing, and then a last line
+/// without a line break.
 void ReadLines(int pipe, pid_t child, const SqxCommand& command)
 {
     const auto& onLine = command.onLine;
@@ -120,7 +122,7 @@ void ReadLines(int pipe, pid_t child, const SqxCommand& command)
         onLine(text);
 }
 
-/// Waits until the child ends, or ends its process group if the test returns true.
+/// Waits until the child ends, or kills its process group if the test returns true.
 void WaitWatching(pid_t child, const std::function<bool()>& isOver)
 {
     siginfo_t end = {};

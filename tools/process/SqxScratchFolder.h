@@ -13,7 +13,7 @@ public:
     SqxScratchFolder& operator=(const SqxScratchFolder&) = delete;
 
     [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
-    /// Removes the folder before the object is destroyed.
+    /// Removes the folder and its contents, before the object is destroyed. Ignores errors.
     void Remove() const;
 
 private:

@@ -1,8 +1,7 @@
 // What a writer of shaders must know beyond the one-line meaning of a function: units, ranges,
 // spaces, border cases, which arguments must be normalized, and defaults of optional arguments.
 //
-// Tested by the examples in SqxBuiltInExamples.cpp: they cover each statement that an example can
-// check.
+// Tested in part by the examples in SqxBuiltInExamples.cpp.
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include <span>
 #include <string_view>
 
-/// A call of a built-in function and its result, for the reference page. A test runs all of them as
-/// byte-code and as shared objects.
+/// A call of a built-in function and its result, for the reference page. A test runs all examples
+/// as byte-code and as shared objects.
 ///
 /// The examples run at the middle point of the host's square of 5 by 5 points, where s, t, u and v
 /// are 0.5, P and I are (0, 0, 1), and N and Ng are (0, 0, -1). The scene has a white point light

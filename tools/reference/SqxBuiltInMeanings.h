@@ -10,8 +10,8 @@ struct SqxBuiltInMeaning {
     std::string_view meaning;
 };
 
-/// Returns the units, ranges, requirements and border cases of a function as Markdown; empty if
-/// there is nothing to add to its meaning.
+/// Returns the units, ranges, requirements, defaults and border cases of a function as Markdown;
+/// empty if there is nothing to add to its meaning.
 [[nodiscard]] std::string_view SqxBuiltInDetails(std::string_view function);
 
 /// Returns what a predefined variable contains; empty for an unknown one.

@@ -1,4 +1,4 @@
-// Most functions become a single macro, for one point or for uniform data:
+// A function that is called only for one point or for uniform data becomes a single macro:
 //
 //     @forms(128) float mod(float a, float b), QxMod
 //     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))
@@ -8,8 +8,8 @@
 //     @forms(44) color (color left, float right), (left) + QxNumber(right)
 //     #define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
 //
-// A function object, and a function with a result that may be called for the whole grid, gets the
-// macros of all four forms.
+// A function object, and a function with a result that may be called for the whole grid, gets one
+// macro for each of four forms. `FormMacros` lists them.
 //
 // Tested by tests/reference/run.sh, which fails if the header in the tree is out of date.
 
@@ -38,8 +38,8 @@ bool IsPoint(SqxCardType type)
            type == SqxCardType::AnyVector;
 }
 
-/// Returns the argument of a call, with a conversion if necessary: constants are doubles in
-/// generated C++, and a number may stand for a point.
+/// Returns the argument of a call. Floats and points that are read are converted: constants are
+/// doubles in generated C++, and a number may stand for a point.
 std::string Argument(const SqxCard& card, const SqxParameter& parameter)
 {
     const std::string name(card.Text(parameter.name));

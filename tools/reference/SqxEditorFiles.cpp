@@ -1,5 +1,5 @@
-// The words come from the compiler's tables. The syntax of literals and comments is written here
-// and follows the scanner.
+// The words come from the compiler's tables. The syntax of literals, comments and preprocessor
+// lines is written here and follows the scanner and the preprocessor.
 //
 // Tested by tests/reference/run.sh, which fails if files in the tree are out of date.
 

@@ -3,7 +3,7 @@
 #include <string>
 
 // Keywords, types, predefined variables and functions come from the compiler's tables, so that
-// editors color exactly what the compiler knows.
+// editors know the same words as the compiler.
 
 /// Returns the syntax file for Vim.
 [[nodiscard]] std::string SqxVimSyntax();

@@ -1,5 +1,6 @@
-// The arguments of a macro come from the cards of its primitive. If several functions of the
-// language share the primitive, their types are listed as alternatives, such as "point or color".
+// The result and the arguments of a macro come from the cards of its primitive. If several
+// functions or overloads of the language share the primitive, their types are listed as
+// alternatives, such as "point or color".
 
 #include "reference/SqxMacroTables.h"
 
@@ -10,7 +11,8 @@
 
 namespace {
 
-/// Returns the type in generated C++, which has one type for points, vectors and normals.
+/// Returns the word of the tables for a type: one for points, vectors and normals, which have the
+/// same type in generated C++, and "-" for no result.
 std::string_view TypeName(SqxCardType type)
 {
     switch (type) {
@@ -37,7 +39,7 @@ std::string_view Word(const SqxCard& card, const SqxParameter& parameter)
     return isNamed ? card.Text(parameter.name) : TypeName(parameter.type);
 }
 
-/// The types of one argument in several cards, each listed once.
+/// The types of one argument or of the result in several cards, each listed once.
 class Alternatives {
 public:
     void Add(std::string_view type, bool isOutput)

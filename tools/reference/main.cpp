@@ -1,5 +1,5 @@
-// Generates documents, editor files and the names of generated C++ from the compiler's tables, so
-// that each fact is written only once.
+// Generates the tables of documents, editor files and the names of generated C++ from the
+// compiler's tables, so that each fact is written only once.
 
 #include <fstream>
 #include <iostream>

@@ -81,7 +81,8 @@ private:
     bool m_usesLightsAtP = false;
 };
 
-/// In a file that ends early, uses that were found are facts, and all others are unknown.
+/// If the reader did not reach the end of the file, uses that were found are facts, and all others
+/// are unknown.
 std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
 {
     if (!seen && shader.reached < SqxSection::Main)
@@ -89,8 +90,8 @@ std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
     return seen;
 }
 
-/// True for the results of a shader. The renderer uses them, so that they may be listed although no
-/// instruction names them.
+/// True for a variable with a result of the shader. The renderer uses it, so that the file may list
+/// it although no instruction names it.
 bool IsResult(const SqxShader& shader, const std::string& name)
 {
     constexpr int k_light = 3;
@@ -100,8 +101,9 @@ bool IsResult(const SqxShader& shader, const std::string& name)
     return std::ranges::find(results, name) != results.end();
 }
 
-/// Adds uses that the compiler lists but no instruction shows. These are reads, such as that of
-/// `Ng` by `faceforward`.
+/// Returns how the shader uses predefined variable `i`. Adds reads that no instruction shows: of
+/// `P` for lights, and of variables, except results, that a complete file lists but no instruction
+/// names, such as `Ng` for `faceforward`.
 Facts::Predefined PredefinedFacts(const SqxShader& shader, const CodeFacts& code, std::size_t i)
 {
     const std::string& name = shader.variables[i].name;
@@ -134,7 +136,7 @@ bool CallsShadeops(const SqxBlock& block)
     });
 }
 
-/// True if the computed value depends on a parameter in the set.
+/// True if an instruction of the initializer reads a parameter in the set, or if its result is one.
 bool NamesOneOf(const SqxShader& shader, const SqxInitializer& initializer,
                 const std::set<std::size_t>& parameters)
 {
@@ -156,13 +158,15 @@ bool NamesOneOf(const SqxShader& shader, const SqxInitializer& initializer,
 /// Whether default values that call shadeops are computed.
 enum class Shadeops { Called, LeftOut };
 
-/// Returns the shader without its main block, with those initializers whose values can be computed.
+/// Returns the shader without its main block, with those initializers whose values can be computed:
+/// they are complete and do not depend on unknown values, and call shadeops only if `shadeops`
+/// allows it.
 SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
 {
     SqxShader only = shader;
     only.main = SqxBlock();
     only.initializers.clear();
-    // The values of parameters without an initializer are unknown, too.
+    // At first, the values of parameters without an initializer are unknown.
     std::set<std::size_t> unknown;
     for (std::size_t i = 0; i < shader.parameterCount; ++i)
         unknown.insert(i);

@@ -1,5 +1,6 @@
-// All bytes are read once, since standard input can be read only once. The system loads shared
-// objects by a path, so one from standard input is copied to an unnamed file in memory.
+// The bytes are read in the constructor, since standard input can be read only once. The system
+// loads a shared object by its path, so one from standard input is copied to an unnamed file in
+// memory.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.
 
@@ -18,7 +19,8 @@
 
 namespace {
 
-/// Returns the descriptor of an unnamed file in memory with these bytes.
+/// Returns the descriptor of a new unnamed file in memory with these bytes. Throws `QxHostError` if
+/// the system refuses it.
 [[nodiscard]] int CopyInMemory(const std::string& bytes)
 {
     const int copy = memfd_create("shader", MFD_CLOEXEC);

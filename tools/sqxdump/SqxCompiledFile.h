@@ -6,9 +6,9 @@
 /// bytes are checked here.
 class SqxCompiledFile {
 public:
-    /// `file` is a path, or "-" for standard input, which is read to its end. Throws `QxHostError`
-    /// with the system's reason if it cannot be read. A file that is too large for a shader is read
-    /// only until `SqxReader` would refuse it.
+    /// `file` is a path, or "-" for standard input. Reads all bytes, but at most just over 64 MiB:
+    /// `SqxReader` refuses larger files. Throws `QxHostError` with the system's reason if the file
+    /// cannot be read.
     explicit SqxCompiledFile(const std::string& file);
     ~SqxCompiledFile();
     SqxCompiledFile(const SqxCompiledFile&) = delete;
@@ -19,7 +19,7 @@ public:
     /// Returns the shader's name, which is that of its file; empty for standard input.
     [[nodiscard]] std::string ShaderName() const;
     /// Returns the path of the file, or of a copy of standard input that exists as long as this
-    /// object. Throws `QxHostError` if there is no memory for the copy.
+    /// object. Throws `QxHostError` with the system's reason if the copy cannot be made.
     [[nodiscard]] std::string PathToLoad();
 
 private:

@@ -15,12 +15,13 @@ struct SqxDumpOptions {
     std::string section;                  // section of the code to print; empty: all
     std::vector<std::string> parameters;  // names to list; empty: all
     std::vector<std::string> shadeopFolders;
-    bool load = false;  // load shared objects that contain no facts
+    bool load = false;  // load shared objects that contain no facts, and libraries of shadeops
     SqxInformation information = SqxInformation::None;
 };
 
-/// The name, usage and options of the program.
+/// The description of the program, for its help, manual page and completion.
 [[nodiscard]] const SqxProgram& SqxDumpProgram();
 
-/// Reads `arguments`, the words after the name of the program. Throws `SqxUsageError`.
+/// Reads `arguments`, the words after the name of the program. Throws `SqxUsageError` for an
+/// unknown option, an option without its value, no file, or a section together with a listing.
 [[nodiscard]] SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments);

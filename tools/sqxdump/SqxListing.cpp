@@ -1,6 +1,7 @@
 // The text and the JSON object are written from the same facts, so that they cannot contradict each
-// other. Facts that a file does not contain are listed as unknown. A zero in a loaded shared object
-// is listed as ambiguous: such an object has it also for values that depend on the shading point.
+// other. Facts that a file does not contain are listed as unknown. A default value of zero in a
+// loaded shared object is listed as ambiguous: such an object also has zero in place of values that
+// depend on the shading point.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -128,8 +129,8 @@ std::string Joined(const std::vector<std::string>& words)
     return text.empty() ? "none" : text;
 }
 
-/// Returns the names of the variables for which the fact is true, and then those for which it is
-/// unknown.
+/// Returns the names of the variables for which the fact is true, and then, each with a "?", those
+/// for which it is unknown; "none" if there are neither.
 std::string NamesWith(const std::vector<Facts::Predefined>& variables,
                       std::optional<bool> Facts::Predefined::*fact)
 {

@@ -17,9 +17,9 @@ struct SqxListed {
 [[nodiscard]] std::string SqxListingText(const SqxListed& listed,
                                          const std::vector<std::string>& wanted);
 
-/// Returns a JSON object with all facts, in one line, see docs/listing.md. If `wanted` is not
-/// empty, the object has only these parameters. Throws `SqxUsageError` in a build without
-/// nlohmann-json.
+/// Returns a JSON object with all facts except `defaultsFault`, in one line, see docs/listing.md.
+/// If `wanted` is not empty, its list of parameters contains only these. Throws `SqxUsageError` in
+/// a build without nlohmann-json.
 [[nodiscard]] std::string SqxListingJson(const SqxListed& listed,
                                          const std::vector<std::string>& wanted);
 

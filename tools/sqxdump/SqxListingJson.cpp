@@ -27,7 +27,7 @@ SqxOrderedJson Flag(std::optional<bool> flag)
     return flag ? SqxOrderedJson(*flag) : SqxOrderedJson();
 }
 
-/// Writes a text for infinities and NaN, which JSON lacks.
+/// Returns a number, but a text for infinities and NaN, which JSON lacks.
 SqxOrderedJson Number(float number)
 {
     return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson(SqxNumberText(number));

@@ -22,7 +22,8 @@ bool Report(const std::string& file, std::string_view fault)
     return false;
 }
 
-/// Prints one file. Returns false after an error, as do the functions below.
+/// Prints the code of one file. Like all functions here that return `bool`, reports errors itself
+/// and then returns false.
 bool PrintCode(const std::string& file, const SqxCompiledFile& compiled,
                const SqxDumpOptions& options)
 {

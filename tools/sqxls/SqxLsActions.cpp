@@ -45,7 +45,8 @@ constexpr Replacement k_replacements[] = {
     {"write '=' to assign", "==", "="},
 };
 
-/// Returns the text between `before` and `after`; empty if they are not found.
+/// Returns the text between the first `before` and the next `after`; empty if one of them is
+/// missing.
 std::string QuotedBetween(const std::string& text, std::string_view before, std::string_view after)
 {
     const std::size_t begin = text.find(before);
@@ -69,7 +70,7 @@ std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offse
 }
 
 /// Returns the character that is missing according to the report; empty if the report names none or
-/// several.
+/// alternatives.
 std::string MissingSign(const QxCompileReport& report)
 {
     if (report.text.starts_with("';' expected"))
@@ -120,7 +121,8 @@ std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan
     return std::nullopt;
 }
 
-/// Turns `if (x = 1)` into a comparison. The report is at the token after the parentheses.
+/// Replaces the first '=' in the parentheses of a condition, such as `if (x = 1)`, by '=='. The
+/// report is at the token after the parentheses.
 std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan& place,
                                  const std::vector<SqxLsToken>& tokens)
 {
@@ -135,8 +137,8 @@ std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan&
     return std::nullopt;
 }
 
-/// Returns the index of the first token with that name in the reported line; the number of tokens
-/// if there is none.
+/// Returns the index of the first token in the reported line whose text is `name`; the number of
+/// tokens if there is none.
 std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
                        const std::vector<SqxLsToken>& tokens)
 {
@@ -146,8 +148,8 @@ std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, con
     return tokens.size();
 }
 
-/// True if the declaration of a variable, given by the index of its token, declares no further
-/// variable after it. The callers check the tokens before the variable.
+/// True if the declaration of the variable at the index `variable` declares no further variable
+/// after it. The callers check the tokens before the variable.
 bool IsDeclaredAlone(const std::vector<SqxLsToken>& tokens,
                      const std::vector<std::size_t>& partners, std::size_t variable)
 {
@@ -167,7 +169,8 @@ bool IsPredefined(std::string_view name)
     return false;
 }
 
-/// Declares a uniform variable varying if it is initialized with a varying value.
+/// Replaces `uniform` by `varying` in the declaration of a single variable whose initializer is
+/// varying.
 std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& text,
                               const std::vector<SqxLsToken>& tokens)
 {
@@ -181,8 +184,8 @@ std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& te
     return Fix{"Declare '" + name + "' varying", tokens[variable - 2].span, "varying"};
 }
 
-/// Declares the variable as a number, since most variables are numbers; the user can change the
-/// type.
+/// Declares an undefined variable as a float before the statement that uses it. Most variables are
+/// floats, and the user can change the type.
 std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText& text,
                                   const std::vector<SqxLsToken>& tokens)
 {
@@ -221,7 +224,7 @@ SqxJson ActionOf(const SqxLsText& text, const std::string& uri, const Fix& fix, 
     return {{"title", fix.title}, {"kind", kind}, {"edit", {{"changes", std::move(changes)}}}};
 }
 
-/// Returns those diagnostics in the request that have the range, which is that of a report.
+/// Returns the diagnostics in the request whose range equals `range`, the range of a report.
 SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
 {
     SqxJson list = SqxJson::array();
@@ -233,7 +236,8 @@ SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
     return list;
 }
 
-/// Adds actions that declare locals in the range with the detail that the compiler has derived.
+/// Adds actions that insert the detail that the compiler has derived into declarations in the
+/// range, if they declare a single local.
 void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLsSpan& range,
                 const std::vector<SqxLsToken>& tokens, SqxJson& actions)
 {

@@ -2,6 +2,7 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/codeAction`: returns edits that fix problems that the compiler reports in a range,
-/// and edits that add the derived detail to declarations of locals.
+/// `textDocument/codeAction`: returns edits for a range: fixes of problems that the compiler
+/// reports there, if a single fix is likely, and, for a source that compiles, additions of the
+/// derived detail to declarations of locals.
 [[nodiscard]] SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// Writes at most three decimals: a color picker cannot distinguish more.
+/// Returns the number with at most three decimals: a color picker cannot distinguish more.
 std::string NumberText(double number)
 {
     const long thousandths = std::lround(number * 1000);
@@ -49,7 +49,7 @@ struct Written {
     std::size_t end = 0;  // index after its last token; 0 if it is not such a color
 };
 
-/// Reads the tokens after `color`.
+/// Reads a color from the tokens after the word `color`; `at` is the index of the first of them.
 Written ReadColor(const std::vector<SqxLsToken>& tokens, std::size_t at)
 {
     const auto is = [&](std::string_view text) {

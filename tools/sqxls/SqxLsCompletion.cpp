@@ -1,5 +1,5 @@
-// An item gets its documentation only when the editor selects it, since there are several hundred
-// items.
+// An item gets its documentation only when the editor asks to resolve it, since a list may have
+// more than a hundred items.
 //
 // Tested by tests/sqxls/SqxLsCompletionTest.cpp.
 
@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 enum ItemKind { Function = 3, Variable = 6, Keyword = 14, Value = 12, File = 17, Constant = 21 };
 
-/// The rank of an item in the list.
+/// The rank of an item in the list: the first character of the text by which editors sort it.
 enum class Rank : char { Fits = '0', InScope = '1', Predefined = '2', BuiltIn = '3', Word = '4' };
 
 class Items {
@@ -67,7 +67,8 @@ private:
     SqxJson m_items = SqxJson::array();
 };
 
-/// Returns the types that are expected at the place, if a call or an assignment surrounds it.
+/// Returns the types that are expected at the place: as the argument of the innermost call around
+/// it or, outside calls, as the value of an assignment. Empty if neither is known.
 std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext& context)
 {
     std::set<std::string> types;
@@ -99,7 +100,8 @@ std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext&
     return types;
 }
 
-/// Adds names that appear to be declared before the place, if the compiler found no shader.
+/// Adds names that appear to be declared before the place: words after a keyword. Used if the
+/// compiler found no shader.
 void AddDeclared(const SqxLsCursor& cursor, Items& items)
 {
     const auto tokens =
@@ -156,7 +158,8 @@ void AddTexts(const SqxLsCursor& cursor, const SqxLsContext& context, Items& ite
 }
 
 /// Adds the files and folders that an include directive could name: those in the source's folder
-/// and in the folders that the options name for included files.
+/// and in the folders that the options name for included files, without compiled shaders and the
+/// source itself. Stops after `k_most` entries.
 void AddFiles(const SqxLsWorkspace& workspace, const SqxLsCursor& cursor,
               const SqxLsContext& context, Items& items)
 {

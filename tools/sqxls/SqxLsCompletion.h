@@ -2,9 +2,10 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/completion`: returns the names that are visible at a place, first those of the
-/// expected type, and the keywords; in a string or a directive, the possible words or files.
+/// `textDocument/completion`: returns the names that can be used at a place, ranked with those of
+/// the expected type first, and the keywords. In a string or a directive, returns the possible
+/// words or files; in a comment, an empty list.
 [[nodiscard]] SqxJson SqxLsCompletion(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `completionItem/resolve`: returns the chosen item; if it is a built-in function or a predefined
-/// variable, with its documentation.
+/// `completionItem/resolve`: returns the given item; if it has the name of a built-in function, a
+/// predefined variable or `PI`, with its documentation.
 [[nodiscard]] SqxJson SqxLsResolveCompletion(SqxLsWorkspace& workspace, const SqxJson& item);

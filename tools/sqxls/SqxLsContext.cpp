@@ -48,7 +48,8 @@ struct Open {
     std::size_t begin = 0;  // of the name
 };
 
-/// Derives the surrounding calls and assignments from the tokens before the word.
+/// Derives the call, the assignment and the light loop around the word from the `count` tokens
+/// before it.
 void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsContext& context)
 {
     std::vector<Open> open;

@@ -17,13 +17,14 @@ struct SqxLsContext {
     };
 
     Kind kind = Kind::Code;
-    SqxLsSpan typed;   // the part of the word, string or file name before the place
-    std::string call;  // name of the innermost open call; empty if there is none
-    std::size_t argument = 0;
-    std::size_t callBegin = 0;  // offset of the name `call`
-    std::string before;         // token before the word
-    bool isInLightLoop = false;
-    std::string target;  // name that the current statement assigns to; empty if none
+    SqxLsSpan typed;  // the part of the word, string or file name before the place
+    // Not set for `Directive` and `Include`:
+    std::string call;  // word before the innermost open "(" that has one; empty if there is none
+    std::size_t argument = 0;    // number of the argument of `call`, from 0
+    std::size_t callBegin = 0;   // offset of `call`
+    std::string before;          // token before the word
+    bool isInLightLoop = false;  // in the body of `illuminance`
+    std::string target;          // variable that the statement assigns to; empty if not known
 };
 
 /// Returns the context at an offset. Scans the text before it.

@@ -12,7 +12,8 @@ namespace {
 
 enum class Severity { Error = 1, Warning = 2 };
 
-/// The compiler prints this where it resumes after an error; it is not an error itself.
+/// The compiler reports this where it resumes after an error; it is not an error itself. It is
+/// added to the error before it, if the editor shows related information.
 constexpr std::string_view k_resumes = "Compilation resumes here";
 
 SqxLsSpan SpanOf(const QxCompileReport& report, const SqxLsText& text)

@@ -11,11 +11,11 @@
 struct SqxLsReportPlace {
     std::string path;
     SqxLsSpan span;
-    bool isExact = true;  // false if the compile has not read the file
+    bool isExact = true;  // false if the compile has not read the file, or none is named
 };
 
-/// Returns the place of a report; the first line of the source if the compile has not read the file
-/// that the report names.
+/// Returns the place of a report; the first line of the source if the report names no file, or a
+/// file that the compile has not read.
 [[nodiscard]] SqxLsReportPlace SqxLsPlaceOf(const QxCompileReport& report,
                                             const SqxLsAnalysis& analysis);
 
@@ -28,8 +28,10 @@ struct SqxLsReportPlace {
 /// one included file.
 class SqxLsPublisher {
 public:
-    /// Replaces the diagnostics from the compile of the source `owner`, a URI. Returns one message
-    /// for the source, if it is open, and for each file that has such diagnostics or has had them.
+    /// Replaces the diagnostics from the compile of the source `owner`, a URI. Returns the messages
+    /// for the editor, one per file: for the source, if it is open, and for each file in which that
+    /// compile reports something or did so last time. A message contains the diagnostics of its
+    /// file from all compiles.
     [[nodiscard]] std::vector<SqxJson> Publish(const SqxLsWorkspace& workspace,
                                                const std::string& owner,
                                                std::map<std::string, SqxJson> diagnostics);
@@ -37,5 +39,5 @@ public:
 private:
     [[nodiscard]] SqxJson MessageOf(const SqxLsWorkspace& workspace, const std::string& path) const;
 
-    std::map<std::string, std::map<std::string, SqxJson>> m_shown;  // by owner and path
+    std::map<std::string, std::map<std::string, SqxJson>> m_shown;  // by owner, then by path
 };

@@ -39,11 +39,11 @@ void AddBrackets(const std::vector<SqxLsToken>& tokens, Folds& folds)
 {
     const auto partners = SqxLsPartnersOf(tokens);
     for (std::size_t i = 0; i < tokens.size(); ++i)
-        if (partners[i] > i)  // the closing line stays visible
+        if (partners[i] > i)  // a line that begins with the closing bracket stays visible
             folds.Add(tokens[i].span.begin, tokens[partners[i] - 1].span.end, nullptr);
 }
 
-/// Adds one fold for comments on consecutive lines.
+/// Adds one fold for each group of comments on consecutive lines.
 void AddComments(const SqxLsText& text, const std::vector<SqxLsToken>& tokens, Folds& folds)
 {
     for (std::size_t i = 0; i < tokens.size(); ++i) {

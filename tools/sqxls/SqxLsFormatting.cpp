@@ -42,7 +42,8 @@ SqxJson SqxLsFormatRange(SqxLsWorkspace& workspace, const SqxJson& params)
 {
     const SqxLsText& text = *workspace.DocumentOf(params).text;
     SqxLsSpan range = SqxLsReadRange(SqxLsMember(params, "range"), text);
-    // Extends the range to the whole gap before its first line, which one edit replaces.
+    // Extends the range to all blanks and line breaks before its first line, since one edit
+    // replaces them together.
     const std::size_t lineBreak =
         range.begin == 0 ? std::string::npos : text.Bytes().rfind('\n', range.begin - 1);
     const std::size_t line = lineBreak == std::string::npos ? 0 : lineBreak;

@@ -4,6 +4,6 @@
 
 /// `textDocument/formatting`: returns the edits that format the document.
 [[nodiscard]] SqxJson SqxLsFormat(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `textDocument/rangeFormatting`: returns only the edits within the range and in the gap before
-/// its first line.
+/// `textDocument/rangeFormatting`: returns only those edits that lie in the range, which is
+/// extended to the start of its first line and the blanks and line breaks before that.
 [[nodiscard]] SqxJson SqxLsFormatRange(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -14,7 +14,7 @@ public:
 
     struct Content {
         std::string text;
-        std::string fault;  // why there is no text: no header, no length, or too long
+        std::string fault;  // why there is no text: no header, no length, or too long; else empty
     };
 
     /// Appends the next bytes of the stream.
@@ -23,12 +23,12 @@ public:
     /// A message that is too long is skipped without being stored.
     [[nodiscard]] std::optional<Content> Next();
 
-    /// Returns a message with its header.
+    /// Returns the message with this content: its header and the content.
     [[nodiscard]] static std::string Framed(std::string_view content);
 
 private:
-    /// Reads a header, once it is complete, into `m_length`. Returns a fault if the header is
-    /// invalid or states a length that is too large, otherwise nothing.
+    /// Once a header is complete, removes it and sets `m_length`. Returns a fault if the header is
+    /// invalid or too long, or states a length that is too large; otherwise nothing.
     [[nodiscard]] std::optional<Content> ReadHeader();
 
     std::string m_bytes;

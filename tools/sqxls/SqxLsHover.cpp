@@ -51,7 +51,8 @@ std::string Sentence(std::string_view phrase)
     return text + ".";
 }
 
-/// Describes the derived detail of a variable or function; empty if the declaration states it.
+/// Describes the derived detail of a variable or function; empty if the declaration states the
+/// detail, or if none was derived.
 std::string DetailText(const QxIndexedName& name, const QxIndexedUse& use)
 {
     const std::string here = SqxLsDetailWord(use.detail);

@@ -1,5 +1,5 @@
-// Messages wait only while an earlier one is being handled. So the queue is short, and a linear
-// search for a cancelled request is fast enough.
+// Messages wait only while the server handles an earlier one or compiles a source. So the queue is
+// short, and a linear search for a cancelled request is fast enough.
 //
 // Tested by tests/sqxls/SqxLsProgramTest.cpp.
 

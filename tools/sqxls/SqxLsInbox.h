@@ -19,10 +19,11 @@ public:
         bool isCancelled = false;
     };
 
-    /// Parses and queues a message. `$/cancelRequest` is not queued; it marks the request that it
-    /// names, if that request still waits.
+    /// Parses and queues a message; one that cannot be read is queued with its fault.
+    /// `$/cancelRequest` is not queued; it marks the request that it names, if that request still
+    /// waits.
     void Add(const SqxLsFraming::Content& content);
-    /// Closes the queue after the last message.
+    /// Closes the queue. Called after the last message has been added.
     void Close();
 
     /// Waits for the next message and returns it. Returns nothing once the queue is closed and

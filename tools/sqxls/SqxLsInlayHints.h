@@ -2,7 +2,7 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/inlayHint`: returns the derived detail of locals that are declared without one,
-/// and the names of formals at the arguments of calls to functions of the source, in the range and
-/// as far as the settings allow.
+/// `textDocument/inlayHint`: returns hints in a range: the derived detail of locals that are
+/// declared without one, and, in calls of functions of the source, the name of the formal before an
+/// argument that is not that name itself. The settings can turn off each of the two.
 [[nodiscard]] SqxJson SqxLsInlayHints(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -1,4 +1,4 @@
-// Messages come from another program, so no member or type is assumed to be valid.
+// Messages come from another program, so no member is assumed to exist or to have the right type.
 
 #include "sqxls/SqxLsJson.h"
 

@@ -20,7 +20,8 @@ enum class SqxLsErrorCode {
     RequestCancelled = -32800,
 };
 
-/// Thrown to refuse a message. The answer to a request contains the code and the text.
+/// Thrown to refuse a message. The answer to a request contains the code and the text; for a
+/// notification, which has no answer, the text is logged.
 class SqxLsError : public std::runtime_error {
 public:
     SqxLsError(SqxLsErrorCode code, const std::string& text)
@@ -34,7 +35,7 @@ private:
     SqxLsErrorCode m_code;
 };
 
-/// Returns the member at a path such as "textDocument/uri"; null if any part of the path is
+/// Returns the member at a path such as "textDocument/uri"; JSON's null if any part of the path is
 /// missing.
 [[nodiscard]] const SqxJson& SqxLsMember(const SqxJson& object, std::string_view path);
 /// Returns the member at a path as a string. Throws `SqxLsError` if it is not a string.
@@ -47,5 +48,7 @@ private:
 /// Reads a range as a range of bytes of `text`. Throws `SqxLsError` if `json` is not a valid range.
 [[nodiscard]] SqxLsSpan SqxLsReadRange(const SqxJson& json, const SqxLsText& text);
 
+/// Returns a position in the form of the protocol.
 [[nodiscard]] SqxJson SqxLsWritePosition(const SqxLsPosition& position);
+/// Returns a range of bytes of `text` in the form of the protocol.
 [[nodiscard]] SqxJson SqxLsWriteRange(const SqxLsText& text, const SqxLsSpan& span);

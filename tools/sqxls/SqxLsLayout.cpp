@@ -1,19 +1,19 @@
-// One walk over the tokens. A gap between two tokens of one line is replaced by as many blanks as
-// `SqxLsSpacing` returns. A gap with line breaks is replaced by one or two of them and the
-// indentation of the next line:
+// The layout is made in one walk over the tokens. A gap between two tokens of one line is replaced
+// by as many blanks as `SqxLsSpacing` returns. A gap with line breaks is replaced by one or two of
+// them and the indentation of the next line:
 //
 //     surface a(float Kd = 1;         column after the open parenthesis
 //               float Ks = 1)
 //     {
 //         if (s > 0.5)                indentation of the block
 //             Ci = Cs *               one level more after a head such as `if (...)`
-//                  Kd;                column after the assignment sign
+//                  Kd;                column of the assigned value
 //         return Kd +
 //             Ks;                     one level more in other statements
 //     }
 //
 // The layout after `#else` and `#elif` starts from the same state as after `#if`, so that braces in
-// both branches count once.
+// all branches count once.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 
@@ -30,11 +30,11 @@ using Kind = SqxLsToken::Kind;
 struct Bracket {
     std::size_t column = 0;  // of its contents
     bool isBlock = false;
-    std::size_t outer = 0;  // indentation of the line with the brace
+    std::size_t outer = 0;  // indentation of the closing brace
 };
 
 struct State {
-    std::vector<Bracket> open;
+    std::vector<Bracket> open;        // from the outermost to the innermost
     std::size_t heads = 0;            // nested heads whose statement comes next
     bool isInStatement = false;       // the statement has begun
     std::size_t value = 0;            // column of the assigned value; 0 outside an assignment
@@ -73,7 +73,7 @@ public:
 private:
     void PlaceToken(std::size_t i);
     [[nodiscard]] std::size_t IndentOf(std::size_t i) const;
-    /// True if a line break follows the token.
+    /// True if there is a line break between the token and the next one.
     [[nodiscard]] bool EndsLine(std::size_t i) const;
     [[nodiscard]] std::size_t BlockIndent() const;
     [[nodiscard]] std::string Blanks(std::size_t columns) const;
@@ -138,7 +138,7 @@ std::size_t Layout::IndentOf(std::size_t i) const
     return BlockIndent() + (m_state.heads + (goesOn ? 1 : 0)) * m_indent.width;
 }
 
-/// Replaces the gap before a token.
+/// Replaces the gap before a token; if it is a comment, also indents its other lines.
 void Layout::PlaceToken(std::size_t i)
 {
     const SqxLsToken& token = m_tokens[i];
@@ -185,7 +185,7 @@ void Layout::MoveComment(const SqxLsToken& comment)
         if (now.find('\t') == std::string_view::npos && !m_indent.usesTabs) {
             column = std::max(column + first, before) - before;
             Replace({at + 1, text}, std::string(column, ' '));
-        }  // a line with tabs stays: only the editor knows their width
+        }  // with tabs, the line stays: only the editor knows their width
         m_column = column + std::min(bytes.find('\n', text), comment.span.end) - text;
     }
 }

@@ -26,7 +26,7 @@ constexpr std::string_view k_refused = "Invalid charcacter";
 /// The part of the source that the compiler reads as code instead of a string, or the reverse.
 struct Misread {
     SqxLsSpan text;
-    std::size_t quote = 0;  // offset of the quote that begins it
+    std::size_t quote = 0;  // offset of the quote that is taken as unclosed
     std::size_t next = 0;   // offset of the next token, where the parser may report an error
 };
 

@@ -6,7 +6,8 @@
 #include "compiler/QxCompiler.h"
 #include "sqxls/SqxLsText.h"
 
-/// Replaces the reports that an unclosed string causes in the text by a single one, at the quote
-/// that is most likely unclosed. `path` is the path of the text, as `SqxLsNormalPath` returns it.
+/// If the text contains an unclosed string, replaces the reports that it causes in the text by a
+/// single one, at the quote that is most likely unclosed. `path` is the path of the text, as
+/// `SqxLsNormalPath` returns it.
 void SqxLsKeepOneOfOpenString(std::vector<QxCompileReport>& reports, const std::string& path,
                               const SqxLsText& text);

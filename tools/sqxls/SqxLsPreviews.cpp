@@ -23,7 +23,7 @@ std::string ProgramNamed(const std::string& name)
 
 }  // namespace
 
-/// A program, and the thread that waits for it.
+/// A program, and the thread that runs it and reads its output. The destructor ends the program.
 class SqxLsPreviews::Running {
 public:
     explicit Running(std::vector<std::string> words)
@@ -38,7 +38,8 @@ public:
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
 
-    /// Waits for the address; empty if the program has ended or prints none in time.
+    /// Waits for the address of the page and returns it; empty if the program has ended, or prints
+    /// none within 5 seconds.
     [[nodiscard]] std::string Address()
     {
         std::unique_lock lock(m_mutex);

@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// The name, usage and options of the program.
+/// Returns the description of the program for `--help`, its manual page and completion.
 [[nodiscard]] const SqxProgram& SqxLsProgram();

@@ -52,7 +52,7 @@ void CheckWord(const std::string& word)
             Refuse("'" + word + "' is a word of the language");
 }
 
-/// Returns the offsets of the name in each file, by the number of the file.
+/// Returns the offsets of all uses of the name at the cursor, by the number of the file.
 std::map<int, std::set<std::size_t>> PlacesOf(const SqxLsCursor& cursor)
 {
     std::map<int, std::set<std::size_t>> places;
@@ -71,7 +71,8 @@ std::string Renamed(const SqxLsText& text, const std::set<std::size_t>& places, 
     return renamed.Bytes();
 }
 
-/// Describes a place in the files of a cursor; names the file unless it is that of the cursor.
+/// Returns a text such as " in line 3 of 'a.h'"; without the file, if it is the document. Empty for
+/// a place in no file.
 std::string PlaceText(const SqxLsCursor& cursor, const QxSourcePlace& place)
 {
     if (place.file < 0)
@@ -81,12 +82,13 @@ std::string PlaceText(const SqxLsCursor& cursor, const QxSourcePlace& place)
            (place.file == cursor.file ? "" : " of '" + path + "'");
 }
 
-/// Refuses the new name if any name in the renamed source refers to a different definition.
+/// Refuses the new name unless the names used in the renamed source are in the same lines as before
+/// and refer to the same definitions.
 void CompareMeanings(const SqxLsCursor& cursor, const QxSourceIndex& after, const std::string& word)
 {
     const QxSourceIndex& before = *cursor.index;
-    std::map<int, int> nameBefore;  // by the number in `after`
-    std::map<int, int> nameAfter;
+    std::map<int, int> nameBefore;  // by the number of the name in `after`
+    std::map<int, int> nameAfter;   // by the number of the name in `before`
     const std::size_t count = std::min(before.uses.size(), after.uses.size());
     for (std::size_t i = 0; i < count; ++i) {
         const int old = before.uses[i].name;

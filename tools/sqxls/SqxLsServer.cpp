@@ -1,6 +1,7 @@
 // The protocol requires the order `initialize`, work, `shutdown`, `exit`. All requests except
-// `initialize` and `shutdown` are in the table of SqxLsMethods.cpp; this file handles the other
-// messages, which change the state of the server.
+// `initialize` and `shutdown` are in the table of SqxLsMethods.cpp, and SqxLsInbox handles
+// `$/cancelRequest`. This file handles the other messages, which change the state of the server,
+// and ignores unknown notifications.
 //
 // Tested by tests/sqxls.
 
@@ -24,7 +25,7 @@ bool IsId(const SqxJson& id)
     return id.is_string() || id.is_number_integer();
 }
 
-/// Returns the settings, which clients send in a section or as the whole object.
+/// Returns the settings of this server, which clients send as a section of an object or alone.
 const SqxJson& SectionOf(const SqxJson& settings)
 {
     const SqxJson& section = SqxLsMember(settings, k_section);
@@ -238,7 +239,7 @@ bool SqxLsServer::Settle()
     for (auto& [uri, document] : m_workspace.Documents()) {
         if (document.isPublished)
             continue;
-        document.isPublished = true;  // also if the compile fails, since it would fail again
+        document.isPublished = true;  // also if the compile throws, since it would throw again
         try {
             PublishOf(document);
         } catch (const std::exception& error) {

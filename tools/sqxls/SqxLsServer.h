@@ -11,18 +11,20 @@
 #include "sqxls/SqxLsWorkspace.h"
 
 /// Implements the Language Server Protocol 3.17: handles messages one after the other, and sends
-/// answers and diagnostics. Errors in a message are answered by an error of the protocol, or logged
-/// if the message expects no answer. No message except `exit` ends the server.
+/// answers, diagnostics and requests of the server to the editor. A faulty request or an unreadable
+/// message is answered by an error of the protocol; an error in a notification is logged. No
+/// message except `exit` ends the server.
 class SqxLsServer {
 public:
     using Send = std::function<void(const SqxJson& message)>;
 
+    /// `send` sends a message to the editor.
     explicit SqxLsServer(Send send);
 
     /// Handles one message.
     void Receive(const SqxLsInbox::Message& message);
-    /// Publishes the diagnostics of one document whose diagnostics may have changed; returns false
-    /// if there is no such document. Called while no message waits.
+    /// Publishes the diagnostics of one document whose diagnostics may have changed, compiling it
+    /// if necessary; returns false if there is no such document. Called while no message waits.
     bool Settle();
     /// Returns the exit status once the editor has sent `exit`: 0 if `shutdown` came before it,
     /// otherwise 1. Returns nothing before that.
@@ -44,8 +46,8 @@ private:
     void AskForConfiguration();
     /// Sends a request to the editor, without parameters if `params` is null.
     void Ask(const char* method, SqxJson params);
-    /// Asks an editor that supports it to request hints and semantic tokens again. Editors do so
-    /// by themselves only for a document that they have changed.
+    /// Asks the editor to request inlay hints and semantic tokens again, each only if it supports
+    /// that. Editors do so by themselves only for a document that they have changed.
     void RefreshViews();
     void PublishOf(SqxLsDocument& document);
     void SendError(const SqxJson& id, SqxLsErrorCode code, const std::string& text);
@@ -58,5 +60,5 @@ private:
     SqxLsPublisher m_publisher;
     std::string m_root;         // folder that relative paths of settings refer to
     int m_lastId = 0;           // of our own requests
-    int m_configurationId = 0;  // of our open request for the settings; 0 if there is none
+    int m_configurationId = 0;  // of our unanswered request for the settings; 0 if none
 };

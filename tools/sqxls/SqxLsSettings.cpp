@@ -26,7 +26,8 @@ std::vector<std::string> TextsOf(const SqxJson& json)
     return texts;
 }
 
-/// Makes the folder of -I absolute, so that the option is valid in any working directory.
+/// Returns the option. Makes the folder of -I, which is relative to `folder`, absolute, so that the
+/// option is valid in any working directory.
 std::string WithWholePath(const std::string& option, const fs::path& folder)
 {
     if (!option.starts_with("-I") || option.size() == 2)
@@ -50,8 +51,8 @@ std::vector<std::string> LinesOf(const fs::path& path)
     return lines;
 }
 
-/// Returns the nearest folder, from that of the source upwards, for which `isWanted` is true; empty
-/// if there is none.
+/// Returns the nearest folder, from that of the source upwards but without the root, for which
+/// `isWanted` is true; empty if there is none.
 fs::path NearestFolder(const fs::path& source, const std::function<bool(const fs::path&)>& isWanted)
 {
     for (fs::path folder = source.parent_path(); folder.has_relative_path();
@@ -67,7 +68,8 @@ bool Exists(const fs::path& path)
     return fs::exists(path, ignored);
 }
 
-/// Appends options; the folders that they name are relative to `folder`.
+/// Appends options; the folders that they name are relative to `folder`. Joins -I or -D with its
+/// value if that is a separate word.
 void AddOptions(const std::vector<std::string>& words, const fs::path& folder,
                 std::vector<std::string>& options)
 {

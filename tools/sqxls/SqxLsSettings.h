@@ -16,13 +16,14 @@ struct SqxLsSettings {
     bool showsArguments = true;        // inlay hints with the names of formals
 };
 
-/// Reads settings. Members that are missing or have another type keep their defaults. Relative
-/// folders refer to `folder`.
+/// Reads settings. Members that are missing, empty or have another type keep their defaults.
+/// Relative folders refer to `folder`.
 [[nodiscard]] SqxLsSettings SqxLsReadSettings(const SqxJson& json, const std::string& folder);
 
-/// Returns the options for compiling a source. They come from three places, of which later ones
-/// override earlier ones: the last run of `sqxmake`, if the source is one of its sources; the
-/// nearest `compile_flags.txt` in the folder of the source or above; the settings. Reads a few
-/// small files.
+/// Returns the options for compiling a source, without optimization and with advice. The other
+/// options come from three places, in this order: the last run of `sqxmake`, if the source is one
+/// of its sources; the nearest `compile_flags.txt` in the folder of the source or above; the
+/// settings. A later option overrides an earlier one, but folders for included files add up; the
+/// earlier ones are searched first. Reads a few small files.
 [[nodiscard]] QxCompileOptions SqxLsOptionsFor(const std::string& path,
                                                const SqxLsSettings& settings);

@@ -62,7 +62,7 @@ SqxJson ParametersOf(const QxIndexedName& function)
 }
 
 /// Returns the number in the index of the overload that the compiler has chosen for the call; -1 if
-/// it has not checked the call.
+/// it has chosen none.
 int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
 {
     const SqxLsPlace name = cursor.text->PlaceOf(callBegin);
@@ -73,8 +73,8 @@ int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
     return -1;
 }
 
-/// Returns the index of the overload that the compiler has chosen; if there is none, of the first
-/// overload with enough parameters; otherwise 0.
+/// Returns the position in `overloads` of the overload that the compiler has chosen; if there is
+/// none, that of the first overload with enough parameters; otherwise 0.
 std::size_t ActiveOf(const SqxLsCursor& cursor, const SqxLsContext& context,
                      const Overloads& overloads)
 {

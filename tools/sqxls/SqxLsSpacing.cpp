@@ -1,5 +1,6 @@
-// Where blanks are a matter of taste, the source's choice between none and one stays: around '.',
-// between a keyword such as a type, or the name of a space, and the parenthesis after it, and
+// Where blanks are a matter of taste, the source's choice between none and one stays: after '.';
+// before '.', if a word or a closing bracket precedes it; between a keyword that begins no
+// statement, such as a type, or a string, which names a space, and the parenthesis after it; and
 // between a unary sign and another sign. Before a comment, blanks are added but never removed.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
@@ -15,7 +16,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// Keywords of statements: a blank separates them from a parenthesis, and a sign after them is
+/// Keywords of statements: a blank separates them from a parenthesis, and '+' or '-' after them is
 /// unary.
 constexpr std::string_view k_statements[] = {"if",         "else",  "for",      "while",
                                              "return",     "break", "continue", "illuminance",

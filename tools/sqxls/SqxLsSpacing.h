@@ -14,7 +14,7 @@ public:
     /// Returns the number of blanks that belong after token `i`; `now` is their present number.
     /// Another token must follow.
     [[nodiscard]] std::size_t After(std::size_t i, std::size_t now) const;
-    /// True if a brace encloses values, not statements.
+    /// True if token `i` is a brace that encloses values, not statements.
     [[nodiscard]] bool IsListBrace(std::size_t i) const { return m_isListBrace[i]; }
 
 private:

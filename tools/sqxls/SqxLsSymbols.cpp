@@ -90,7 +90,8 @@ bool IsShaderWord(const SqxLsToken& token)
     });
 }
 
-/// Calls `visit(token, kind)` for the name of each shader and function that the text defines.
+/// Calls `visit(token, kind)` for the name of each shader and function that the text seems to
+/// define: a word before parentheses and a block.
 template <class Visit>
 void ForEachDefinition(const SqxLsText& text, Visit visit)
 {
@@ -108,7 +109,8 @@ void ForEachDefinition(const SqxLsText& text, Visit visit)
     }
 }
 
-/// Returns the sources in the folders of the workspace, and all open files.
+/// Returns the paths of all open files, and of the sources in the folders of the workspace, except
+/// in hidden folders. Two limits keep the search of large folders short.
 std::set<std::string> SourcesOf(SqxLsWorkspace& workspace)
 {
     constexpr std::size_t k_most = 5000;

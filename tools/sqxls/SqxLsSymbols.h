@@ -2,10 +2,11 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/documentSymbol`: returns shaders and functions with their parameters and locals,
-/// and macros.
+/// `textDocument/documentSymbol`: returns the shaders and functions of the document, with their
+/// parameters and locals, and its macros.
 [[nodiscard]] SqxJson SqxLsDocumentSymbols(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `workspace/symbol`: returns the shaders and functions that match a query, in the sources in the
-/// folders of the workspace and in all open files. Scans the tokens of all files each time.
+/// `workspace/symbol`: returns the shaders and functions whose names contain the letters of a query
+/// in its order, from all open files and the sources in the folders of the workspace, up to 5000
+/// files. Scans the tokens of all these files each time.
 [[nodiscard]] SqxJson SqxLsWorkspaceSymbols(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -32,7 +32,7 @@ struct SqxLsSpan {
 /// bytes: a byte that is not part of a UTF-8 character counts as one unit, like the replacement
 /// character that an editor shows for that byte.
 ///
-/// Conversions cost a search in the table of lines and a walk over one line.
+/// Conversions cost at most a search in the table of lines and a walk over one line.
 class SqxLsText {
 public:
     explicit SqxLsText(std::string bytes = {});
@@ -40,8 +40,8 @@ public:
     [[nodiscard]] const std::string& Bytes() const { return m_bytes; }
     [[nodiscard]] std::string_view Part(const SqxLsSpan& span) const;
 
-    // A position after the end of a line or of the text is moved back to that end, as the protocol
-    // requires.
+    // Arguments after the end of their line or of the text are moved back to that end, as the
+    // protocol requires for positions.
     [[nodiscard]] std::size_t OffsetOf(const SqxLsPosition& position) const;
     [[nodiscard]] std::size_t OffsetOf(const SqxLsPlace& place) const;
     [[nodiscard]] SqxLsPosition PositionOf(std::size_t offset) const;

@@ -1,6 +1,6 @@
 // Features that work on the source as it is written, such as formatting and folding, need comments
 // and unexpanded macros. The compiler's scanner discards comments, so these features use a separate
-// one. A byte that begins no token becomes a `Broken` token; a source with it is not formatted.
+// scanner. A byte that begins no token becomes a `Broken` token; a source with it is not formatted.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 

@@ -24,7 +24,8 @@ struct SqxLsToken {
     std::string_view text;  // a part of the source
 };
 
-/// Returns the tokens of a source, which must outlive them. Only blanks are between tokens. O(n).
+/// Returns the tokens of a source, which must outlive them. Only blanks and line breaks are between
+/// tokens. O(n).
 [[nodiscard]] std::vector<SqxLsToken> SqxLsTokensOf(std::string_view source);
 
 /// Returns for each bracket the index of its partner; for any other token, and for a bracket

@@ -1,5 +1,4 @@
-// The words that have a meaning in strings and directives. The compiler's tables do not contain
-// their meanings.
+// The words are listed here since the compiler's tables do not contain their meanings.
 //
 // Tested by tests/sqxls/SqxLsCompletionTest.cpp.
 

@@ -9,11 +9,11 @@ struct SqxLsWord {
     std::string_view meaning;
 };
 
-/// Names of coordinate systems.
+/// Names of the predefined coordinate systems.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsSpaces();
 /// Names of color spaces.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsColorSpaces();
 /// Named arguments of `texture`, `environment` and `shadow`.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsTextureArguments();
-/// Words of directives, after a '#'.
+/// Words of preprocessor directives, after a '#'.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsDirectives();

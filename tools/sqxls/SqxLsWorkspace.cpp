@@ -1,6 +1,6 @@
 // A change only marks documents as stale: the changed one, and those whose last compile has read
-// the changed file or has looked for it. They are compiled when the next request needs them or when
-// no message waits, so that a burst of changes costs one compile.
+// the changed file or has looked for it in vain. They are compiled when the next request needs them
+// or when no message waits, so that a burst of changes costs one compile.
 //
 // Tested by tests/sqxls/SqxLsDocumentsTest.cpp.
 

@@ -37,7 +37,8 @@ void ReadInput(SqxLsInbox& inbox)
     inbox.Close();
 }
 
-/// Writes a message. Ends the program if the client has stopped reading: there is no other client.
+/// Writes a message. Ends the program if that fails, usually since the client has stopped reading:
+/// there is no other client.
 void WriteOutput(const SqxJson& message)
 {
     const std::string text =

@@ -1,10 +1,10 @@
-// A source is compiled in a separate folder. Before the result is moved to the output folder, the
-// owner of the output is checked and the result is compared with the file there. So the output
-// folder contains only complete shaders even if a step fails:
+// A source is compiled in a separate folder, and only a finished result is moved to the output
+// folder, so that a failed compile leaves no incomplete shader there:
 //
 //     compile in work/ID;  claim the output's name;  compare;  rename into place;  write the stamp
 //
-// An output whose contents did not change keeps its time, so that files which depend on it are not
+// The result is not moved if another source owns an output of that name, or if it equals the file
+// in the output folder. That file then keeps its time, so that files which depend on it are not
 // rebuilt. The stamp is written last, since ninja takes it as proof of success.
 //
 // Tested by tests/make/run.sh.
@@ -57,9 +57,10 @@ private:
     /// had errors, and takes a failed step for a failure of the build itself.
     [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
 
-    /// Writes the names of the files that were read. In a build, names that ninja would misread are
-    /// written to the state instead, for `MarkStale` of the next build. Other build systems compile
-    /// such a source each time, since they find no file with the misread name.
+    /// Writes the names of the files that were read. In a build, names that a version of ninja may
+    /// misread are written to the state instead, for `MarkStale` of the next build. Another build
+    /// system that misreads such a name compiles the source each time, since it finds no file of
+    /// that name. Outside a build of `sqxmake`, throws `SqxMakeError` for a line break in a name.
     void WriteDependencies() const
     {
         std::vector<std::string> files;
@@ -101,8 +102,9 @@ private:
             throw SqxMakeError("Cannot work in '" + m_work.string() + "': " + failed.message());
     }
 
-    /// Moves the output into place, and writes the dependencies and the stamp. If the output
-    /// belongs to another source, adds a report and returns false instead.
+    /// Moves the output into place, unless an equal file is there, and writes the dependencies, the
+    /// searched paths and the stamp. Removes the previous output of the source if that has another
+    /// name. If the output belongs to another source, adds a report and returns false instead.
     [[nodiscard]] bool TakeOutput(std::string& reports) const
     {
         const fs::path compiled = m_compile.Output();
@@ -132,8 +134,10 @@ private:
         return true;
     }
 
-    /// Discards the output and records the reports. In a build, the same reports are not printed
-    /// again for an unchanged source.
+    /// Discards the stamp and the output of an earlier compile, and records and prints the reports.
+    /// In a build, recorded reports are not printed again for an unchanged source, and steps that
+    /// start later compile nothing if the build stops at errors. Returns the exit status: 0 in a
+    /// build, otherwise 1.
     [[nodiscard]] int Refuse(const std::string& reports) const
     {
         m_state.Discard(m_options.stamp, m_options.outputFolder);

@@ -44,9 +44,9 @@ private:
     SqxFileLock m_lock;
 };
 
-/// Discards stamps whose output was removed: ninja compares only times and would not compile their
-/// sources again. Discards outputs whose source was removed, since they no longer belong to the
-/// library.
+/// Discards stamps whose output was removed: ninja checks only the stamps, so it would not compile
+/// their sources again. Discards outputs whose source was removed, since they no longer belong to
+/// the library.
 void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
 {
     for (const auto& entry : fs::directory_iterator(state.Folder() / "stamps")) {
@@ -56,9 +56,9 @@ void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
     }
 }
 
-/// If files have appeared at paths that the last compile of a source searched, or files that ninja
-/// cannot name have changed, makes the stamp older than the source, so that ninja compiles the
-/// source again.
+/// Makes the stamp of a source older than the source, so that ninja compiles it again, for two
+/// reasons that ninja does not see: new files where the last successful compile searched for
+/// headers or shadeop libraries, and changed files that it read and that ninja cannot name.
 void MarkStale(const SqxMakeState& state, const SourceList& sources)
 {
     for (const auto& [source, folder] : sources) {

@@ -1,6 +1,6 @@
-// Options of the compiler are passed on unchanged. Those that would leave a library incomplete are
-// refused: `-E` and `-c` stop halfway, and `-d` writes to another folder. Each shader depends on
-// the options, so it is compiled again when they change.
+// Those options of the compiler that affect the shader or the reports are passed on unchanged. The
+// others are refused, among them `-E` and `-c`, which stop halfway, and `-d`, which writes to
+// another folder. Each shader depends on the options, so it is compiled again when they change.
 //
 // Tested by tests/make/run.sh.
 
@@ -61,7 +61,7 @@ constexpr SqxEntry k_examples[] = {
     {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders", "builds shared objects, eight at a time, and continues after errors"},
 };
 
-// Options that are passed to the compiler unchanged.
+// Options that are passed to the compiler unchanged, in addition to `-I` and `-D`.
 constexpr std::string_view k_compilerWords[] = {
     "-O0", "-O1", "-O2", "-O", "-O3", "-w", "-w0", "-w1", "-w2", "--strict",
     "--dso", "--int", "--use-shadeops", "--dont-use-shadeops", "--no-array-check",

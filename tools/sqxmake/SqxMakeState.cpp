@@ -1,19 +1,20 @@
-// The state is a folder of small files, one for each fact, so that parallel steps seldom write to
-// the same file:
+// The state is a folder of small files, so that parallel steps seldom write to the same file:
 //
 //     stamps/ID      source and output of the last successful compile; ninja compares its time
 //     owners/OUTPUT  source of an output, so that two shaders with the same name are noticed
-//     failed/ID      reports of the last compile, if it had errors
+//     failed/ID      reports of the last compile, if it failed
 //     searched/ID    paths that the last successful compile searched, see `SqxSearchedPlaces`
 //     unnamed/ID     files that were read and that ninja cannot name, if there are any
-//     work/ID        folder in which a source is compiled
-//     options        folder and options of the last build
-//     stopped        exists while the steps of a build must do nothing
+//     work/ID        folder in which a source is being compiled
+//     options        working directory and compiler options of the last build
+//     stopped        exists while the steps of a build must compile nothing
+//
+// The folder also contains the locks, the file for ninja and the files that ninja writes.
 //
 // A null character ends each text in `unnamed` and `options`, since texts may contain line breaks.
 //
-// The owner of an output is read and written under a lock: if two sources claim the output at the
-// same time, only one of them gets it.
+// `Claim` reads and writes the owner of an output under a lock: if two sources claim the output at
+// the same time, only one of them gets it.
 //
 // Tested by tests/make/run.sh.
 

@@ -1,13 +1,13 @@
-// The file contains one rule, and one statement per source:
+// After some variables, the file contains one rule, and one statement per source:
 //
 //     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | sqxmake
 //
 // The output is a stamp, since the name of the `.sqx` file is that of the shader, which only the
-// compiler knows. Environment variables are written to a response file: ninja compares its content
-// like a command, but does not print it.
+// compiler knows. The environment variables that change compiled shaders are written to a response
+// file: ninja compares its content like a command, but does not print it.
 //
-// Ninja's values cannot contain line breaks. If an option does, the command takes the line breaks
-// from variables of the shell:
+// Ninja's values cannot contain line breaks. If an option contains one, the command takes it from a
+// variable of the shell, `n` or `r`:
 //
 //     n=$(printf '\nx'); n=${n%x}; ... exec sqxmake ... '-DA=1'"$n"'2'
 //
@@ -60,7 +60,8 @@ const std::string k_setLineBreaks = "n=$(printf '\\nx'); n=${n%x}; r=$(printf '\
     return word;
 }
 
-/// Returns the environment variables that change compiled shaders.
+/// Returns the environment variables that change compiled shaders and are set, with their values,
+/// in one line.
 [[nodiscard]] std::string EnvironmentText()
 {
     std::string text = "environment:";  // ninja requires that a response file is not empty

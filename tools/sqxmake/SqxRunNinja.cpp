@@ -98,6 +98,6 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
 
 bool SqxWasInterrupted(int status)
 {
-    // Ninja returns the second value since version 1.13, before that the first.
+    // Since version 1.13 ninja returns 128 + SIGINT, before that 2.
     return status == 2 || status == 128 + SIGINT;
 }

@@ -1,6 +1,7 @@
-// A shader is declared outside all braces, as `surface NAME(`. If the compiler might find another
-// name, none is returned; the build then notices shaders with the same name only after compiling
-// them.
+// A shader is declared outside all braces, as `surface NAME(`. If preprocessing might change the
+// name or the number of declarations, no name is returned; the build then notices shaders with the
+// same name only after compiling them. Names that macros of included files or of `-D` would change
+// are recognized only by a convention.
 //
 // Tested by tests/make/run.sh.
 

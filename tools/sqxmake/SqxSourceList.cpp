@@ -1,6 +1,6 @@
-// Folders are searched recursively and the sources are sorted, so that a library is compiled in the
-// same order everywhere. Files and folders whose names start with a dot are skipped, since version
-// control and editors keep copies there. A source that is named twice is listed once.
+// Folders are searched recursively and the sources are sorted, so that a library is listed in the
+// same order everywhere. The search skips files and folders whose names start with a dot, since
+// version control and editors keep copies there. A source that is named twice is listed once.
 //
 // Tested by tests/make/run.sh.
 
@@ -62,7 +62,8 @@ public:
     }
 
 private:
-    /// Returns the folder to mirror; "." for a named file that is not below the working directory.
+    /// Returns the folder of the file `whole`, an absolute path, relative to `root`, for the output
+    /// folder to mirror; "." if the file is not below `root`.
     [[nodiscard]] static fs::path FolderBelow(const fs::path& whole, const fs::path& root)
     {
         const fs::path from = (fs::absolute(root) / "").lexically_normal();

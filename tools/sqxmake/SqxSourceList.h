@@ -14,7 +14,7 @@ struct SqxSource {
 };
 
 /// Returns the sources that `inputs` name, each once, ordered by absolute path: files, and all
-/// `.sl` files in folders and their subfolders, except names that start with a dot. Throws
-/// `SqxMakeError` for an input that is missing or cannot be read, a file that is not a source, a
-/// path with a line break, or a folder without sources.
+/// `.sl` files in folders and their subfolders, without the files and subfolders whose names start
+/// with a dot. Throws `SqxMakeError` for an input that does not exist, a file whose name does not
+/// end with `.sl`, a path with a line break, or a folder that cannot be read or has no sources.
 [[nodiscard]] std::vector<SqxSource> SqxListSources(const std::vector<std::string>& inputs);

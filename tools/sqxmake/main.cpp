@@ -1,4 +1,4 @@
-// Compiles the changed sources of libraries of shaders.
+// Compiles the changed sources of a library of shaders, or one source for another program.
 
 #include <iostream>
 
@@ -12,7 +12,7 @@ int main(int argc, char** argv)
         const SqxMakeOptions options = SqxReadMakeOptions({argv + 1, argv + argc});
         if (options.information != SqxInformation::None)
             return SqxPrintInformation(SqxMakeProgram(), options.information);
-        // Crash reports are optional, so the build goes on without them.
+        // Crash reports are optional, so the program goes on without them.
         static_cast<void>(QxDebug::InitErrorSignalsHandling());
         QxDebug::EnableRemoval();
         if (!options.compileFolder.empty())

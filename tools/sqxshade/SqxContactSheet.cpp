@@ -11,11 +11,9 @@
 namespace {
 
 constexpr unsigned int k_gap = 6;        // around each picture
-constexpr unsigned int k_textRoom = 11;  // below each picture
+constexpr unsigned int k_textRoom = 11;  // below each picture, for its name
 constexpr unsigned char k_paper = 28;
 constexpr unsigned char k_ink = 200;
-
-// Letters are 5 pixels wide and 8 high.
 
 constexpr unsigned int k_letterWidth = 5;
 constexpr unsigned int k_letterHeight = 8;
@@ -49,7 +47,8 @@ constexpr Letter k_letters[] = {
 };
 // clang-format on
 
-/// Returns the outline of a box for a character that has no letter here.
+/// Returns the letter of a character, for a capital the small letter; the outline of a box for a
+/// character that has no letter here.
 const Letter& LetterFor(char wanted)
 {
     static constexpr Letter k_box = {0, {0x7F, 0x41, 0x41, 0x41, 0x7F}};
@@ -97,7 +96,7 @@ void SqxContactSheet::Place(std::size_t number, const std::vector<unsigned char>
     Write(name, left, top + m_pictureHeight + 2, left + m_pictureWidth);
 }
 
-/// Omits letters that do not fit.
+/// Omits the letters that would extend beyond `right`.
 void SqxContactSheet::Write(const std::string& text, unsigned int left, unsigned int top,
                             unsigned int right)
 {

@@ -10,9 +10,11 @@ public:
     SqxContactSheet(unsigned int pictureWidth, unsigned int pictureHeight, std::size_t count);
 
     /// Copies picture `number`, counted from 0, to its place, and writes its name below it. The
-    /// picture has three bytes per pixel.
+    /// picture has the size that the constructor got, and three bytes per pixel, rows from the top.
     void Place(std::size_t number, const std::vector<unsigned char>& picture,
                const std::string& name);
+
+    // The sheet, in pixels. `Pixels` has the same form as a picture.
 
     [[nodiscard]] unsigned int Width() const { return m_width; }
     [[nodiscard]] unsigned int Height() const { return m_height; }

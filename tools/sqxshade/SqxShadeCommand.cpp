@@ -1,5 +1,5 @@
-// The inverse of reading options. Defaults are omitted, so that a command shows only what is
-// special about a picture.
+// The inverse of reading options. Defaults are omitted, except positions of lights, so that a
+// command shows only what is special about a picture.
 //
 // Tested by tests/sqxshade.
 

@@ -5,11 +5,11 @@
 
 #include "sqxshade/SqxShadeOptions.h"
 
-/// Returns words from which `SqxReadShadeOptions` reads these options, without defaults and without
-/// the output file.
+/// Returns words from which `SqxReadShadeOptions` reads these options, without the output file and,
+/// except for positions of lights, without defaults.
 [[nodiscard]] std::vector<std::string> SqxShadeWords(const SqxShadeOptions& options);
 
-/// Returns these words as a command line for the shell, after the name of the program.
+/// Returns a command line for the shell: "sqxshade" and these words, quoted where necessary.
 [[nodiscard]] std::string SqxShadeCommand(const SqxShadeOptions& options);
 
 // Values as written in options; floats have the fewest digits that read back to the same value.

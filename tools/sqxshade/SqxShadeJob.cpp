@@ -1,6 +1,7 @@
-// The steps are: compile the sources, open the shaders and set their parameters, render the picture
-// or the sheet, and write it. Memory for the picture is prepared while sources are compiled. For a
-// sheet each shader is rendered separately with the same settings.
+// The steps are: compile and open each shader and read the values of its parameters, read the
+// textures, render the picture or the sheet, and write it. Memory for the picture is prepared while
+// sources are compiled. For a sheet each shader is rendered separately with the same settings, and
+// no memory is prepared.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -22,7 +23,8 @@
 
 namespace {
 
-/// Shows the progress of a picture after its first second.
+/// Shows the progress of the picture or the sheet on a terminal, after the first second, and clears
+/// it at the end.
 class Progress {
 public:
     ~Progress()
@@ -49,8 +51,9 @@ private:
     return std::filesystem::path(shader.path).extension() == ".sl";
 }
 
-/// Prepares a film in another thread while this one compiles sources. Returns an invalid future if
-/// there is nothing to compile, or if each shader needs a separate film.
+/// Prepares a film, the memory for the samples of the picture, in another thread while this one
+/// compiles sources. Returns an invalid future if there is nothing to compile, or for a sheet, in
+/// which each shader needs a separate film.
 [[nodiscard]] std::future<std::unique_ptr<SqxFilm>> PrepareFilm(const SqxShadeOptions& options)
 {
     if (options.sheet || std::ranges::none_of(options.shaders, IsSource))
@@ -97,7 +100,8 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     (void)picture.Render(watch);  // nothing stops it
 }
 
-/// Renders one picture of all shaders. `film` is invalid if none was prepared.
+/// Renders one picture with all shaders and returns it as a PNG file. `film` is invalid if none was
+/// prepared.
 std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding,
                               std::future<std::unique_ptr<SqxFilm>> film)
 {

@@ -1,8 +1,9 @@
 // One table holds each option's name, its argument, how it is read and its text in `--help`.
 // Parameters belong to the shader before them, or to the first shader if they come before it.
 //
-// All bounds are checked here, before anything is compiled, so that a picture that would need too
-// much memory is refused at once.
+// The size and the numbers of samples and threads are checked here, before anything is compiled, so
+// that a picture that would need too much memory is refused at once. The number of pictures in a
+// sheet is not limited.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -293,7 +294,7 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
         ReadWords(arguments, options, readMore);
         Complete(options);
     } catch (const SqxPictureError& error) {
-        throw SqxUsageError(error.what());  // a value that is no valid setting
+        throw SqxUsageError(error.what());  // so that callers catch one class
     }
     return options;
 }

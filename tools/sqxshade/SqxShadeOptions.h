@@ -32,15 +32,16 @@ struct SqxShadeOptions {
 using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 
 /// Reads `arguments`, the words after the name of the program. For each option, calls `readMore`
-/// first. Throws `SqxUsageError`.
+/// first, unless it is empty. Throws `SqxUsageError` for an unknown option, a missing or invalid
+/// value, no shader, or a picture that is too large.
 [[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
                                                   const SqxReadMoreOptions& readMore = {});
 
-/// The name, usage and options of the program.
+/// The description of the program, for its help, manual page and completion.
 [[nodiscard]] const SqxProgram& SqxShadeProgram();
 
 /// Returns the numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, whose text names
-/// `what`.
+/// `what`, if the text is not a list of finite numbers.
 [[nodiscard]] std::vector<float> SqxReadNumbers(const std::string& text, const std::string& what);
 
 /// Returns the parts of a text between separators, including empty ones.

@@ -1,6 +1,6 @@
-// The library does not expose its sockets, so they are found among the open files of the process,
-// by the server's port. This is done twenty times a second. A connection is identified by its file
-// descriptor and the client's port, since descriptors are reused.
+// The library of the server does not expose its sockets, so they are found among the open files of
+// the process, by the server's port. This is done twenty times a second. A connection is identified
+// by its file descriptor and the client's port, since descriptors are reused.
 //
 // Tested by tests/sqxview/SqxViewServerTest.cpp.
 
@@ -48,7 +48,8 @@ std::size_t BytesReceived(int file)
     return static_cast<std::size_t>(info.tcpi_bytes_received);
 }
 
-/// True if the headers of a request have arrived but no thread of the server has read them yet.
+/// True if the end of a request's headers has arrived but no thread of the server has read it yet.
+/// Looks only at the first bytes that are not read.
 bool HasUnreadRequest(int file)
 {
     std::array<char, 16384> bytes;
@@ -58,7 +59,9 @@ bool HasUnreadRequest(int file)
                std::string_view::npos;
 }
 
-/// Closes a connection so that reads here and writes by the client fail at once.
+/// Shuts down a connection in both directions, so that no thread of the server waits for more
+/// bytes. When the server then closes the file, the connection is reset and does not wait for the
+/// client.
 void End(int file)
 {
     const linger atOnce = {1, 0};

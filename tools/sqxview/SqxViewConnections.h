@@ -7,7 +7,8 @@
 #include <thread>
 #include <utility>
 
-/// Closes connections to the server of this program if they last too long or send too much.
+/// Closes connections to the server of this program if they last too long, are too long without a
+/// request, or send too much.
 ///
 /// The library of the server limits each wait for bytes, but neither the sum of all waits nor the
 /// size of the headers. Connections without a request, with bytes that trickle in, or with endless
@@ -20,11 +21,12 @@ public:
     static constexpr auto k_longestWithoutRequest = std::chrono::seconds(1);
 
     /// Watches the connections of the server at `port`, in a separate thread, until the object is
-    /// destroyed. Each may last `longest`. Other open files of the program are not touched.
+    /// destroyed. Each may last at most `longest`; the other limits are fixed. Other open files of
+    /// the program are not touched.
     explicit SqxViewConnections(int port, std::chrono::milliseconds longest = k_longest);
 
-    /// Records that the server has received a whole request of the client at `port`. May be called
-    /// in any thread.
+    /// Records that the server has received a whole request from the client at `port`. May be
+    /// called in any thread.
     void HasRequest(int port);
 
 private:

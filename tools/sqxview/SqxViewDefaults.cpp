@@ -1,4 +1,4 @@
-// Default values in other spaces are transformed when a run begins, because only a scene defines
+// Default values in named spaces are transformed when a run begins, because only a scene defines
 // the spaces. So this file starts a run and reads the values from it.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
@@ -14,7 +14,8 @@ namespace {
     return !parameter.space.empty() && parameter.space != "current" && parameter.space != "rgb";
 }
 
-/// Starts a run over one point, which transforms the default values, and stops it at once.
+/// Runs the shader at one point, which first transforms the default values. The run is stopped at
+/// its first stop test; a short run ends before.
 void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
 {
     QxHostGrid grid(1, 1);

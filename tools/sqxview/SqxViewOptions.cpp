@@ -23,7 +23,8 @@ void RefuseOption(const SqxOptionWords& words)
             words.RefuseWord();
 }
 
-/// Reads an option that only this program has; returns false if the word is not one.
+/// Reads an option that only this program has; returns false for any other word. Throws
+/// `SqxUsageError` for a refused option of sqxshade.
 bool ReadOwnOption(SqxOptionWords& words, SqxViewOptions& options)
 {
     RefuseOption(words);

@@ -10,6 +10,6 @@ struct SqxViewPageFile {
     std::string_view text;
 };
 
-/// Returns all files of the folder `page`. The build writes their texts into the source of this
-/// function, so they are valid as long as the program runs.
+/// Returns the HTML, CSS and JavaScript files of the folder `page`. The build writes their texts
+/// into the source of this function, so they are valid as long as the program runs.
 [[nodiscard]] std::span<const SqxViewPageFile> SqxViewPageFiles();

@@ -2,5 +2,6 @@
 
 #include "options/SqxOptionTable.h"
 
-/// The name, usage and options of the program, for `--help` and its manual page.
+/// Returns the description of the program for its `--help`, its manual page and the completion of
+/// its command line.
 [[nodiscard]] const SqxProgram& SqxViewProgram();

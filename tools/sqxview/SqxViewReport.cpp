@@ -1,5 +1,5 @@
-// A report names places as `file:line:`. Each named line is shown with the lines around it; places
-// that are close together share an excerpt.
+// A report names places as `file:line:`. Each named line is collected with the lines around it, and
+// lines that follow each other form one excerpt.
 //
 // Tested by tests/sqxview.
 
@@ -21,7 +21,8 @@ struct Place {
     int line;
 };
 
-/// Returns the place in `file:line: text`. The name of the file may contain colons.
+/// Returns the place in `file:line: text`; nothing if the text has another form. The name of the
+/// file may contain colons.
 std::optional<Place> PlaceOf(const std::string& text)
 {
     for (std::size_t colon = text.find(':'); colon != std::string::npos;
@@ -35,7 +36,8 @@ std::optional<Place> PlaceOf(const std::string& text)
     return std::nullopt;
 }
 
-/// Returns the marked lines of each file. Files are in the order in which the report names them.
+/// Returns each file that the report names, with the numbers of its named lines. Files are in the
+/// order in which the report first names them.
 std::vector<std::pair<std::string, std::set<int>>> PlacesOf(const std::string& report)
 {
     std::vector<std::pair<std::string, std::set<int>>> files;

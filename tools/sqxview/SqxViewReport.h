@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Lines of a source around the places that a report of the compiler names.
+/// Consecutive lines of a file, around one or more places that a report of the compiler names.
 struct SqxViewExcerpt {
     struct Line {
         int number;

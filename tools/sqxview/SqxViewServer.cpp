@@ -2,8 +2,8 @@
 // first: it must address this machine by its own name, and an origin that it names must be this
 // server. The content policy of each answer prevents the page from loading anything from elsewhere.
 //
-// There are many threads, since each page that waits for a new state blocks one. Some threads are
-// always free for requests that end at once.
+// There are many threads, since each page that waits for a new state blocks one. Such pages can
+// block only some of the threads; the others answer all other requests.
 //
 // Tested by tests/sqxview.
 
@@ -26,7 +26,7 @@ using HandlerResponse = httplib::Server::HandlerResponse;
 
 constexpr const char* k_host = "127.0.0.1";
 constexpr std::size_t k_threads = 32;
-constexpr int k_mostWaiting = 16;  // the other threads are free for requests that end at once
+constexpr int k_mostWaiting = 16;  // pages; the other threads answer other requests
 constexpr int k_mostUnaccepted = 256;
 constexpr auto k_patience = std::chrono::seconds(20);  // until a wait for a state ends
 constexpr const char* k_form = "application/x-www-form-urlencoded";
@@ -56,7 +56,7 @@ std::string RefusalOf(const Request& request, int port)
         if (!isOurs)
             return "The origin is not this one";
     }
-    // Only forms of one type are read, and they must state their length.
+    // Only forms of one type are read, and not in chunks, which do not state the whole length.
     if (request.has_header("Transfer-Encoding"))
         return "The request does not state its length";
     if (request.method == "POST" && !request.get_header_value("Content-Type").starts_with(k_form))
@@ -65,7 +65,7 @@ std::string RefusalOf(const Request& request, int port)
 }
 
 /// Returns the parameter `name` of a request; `usual` if it is missing. Throws `SqxPictureError` if
-/// it is not a number.
+/// it is negative, too large or not a whole number.
 unsigned long NumberIn(const Request& request, const char* name, unsigned long usual)
 {
     if (!request.has_param(name))
@@ -87,7 +87,8 @@ void Fail(Response& response, int status, const std::string& text)
     response.set_content(SqxJsonLine(answer), k_json);
 }
 
-/// Returns a handler that calls `handle`, and answers errors with status 400 and their text.
+/// Returns a handler that calls `handle`, and answers a `std::runtime_error` with status 400 and
+/// its text.
 template <typename Do>
 httplib::Server::Handler Guarded(Do handle)
 {

@@ -24,7 +24,7 @@ namespace {
 
 constexpr auto k_lookStep = std::chrono::milliseconds(20);
 
-// Settings that correspond to an option with a value.
+// Settings whose names and values are those of options.
 constexpr std::string_view k_plainSettings[] = {"size", "samples", "background", "color",
                                                 "opacity"};
 constexpr std::string_view k_shapes[] = {"sphere", "square", "torus"};
@@ -45,7 +45,8 @@ template <std::size_t count>
     return result;
 }
 
-/// Returns the options with more words added, checked like a command line.
+/// Returns the options with more words added, checked like a command line. Throws `SqxPictureError`
+/// if one of the words is invalid.
 [[nodiscard]] SqxShadeOptions WithWords(const SqxShadeOptions& shade,
                                         const std::vector<std::string>& more)
 {
@@ -58,7 +59,8 @@ template <std::size_t count>
     }
 }
 
-/// Removes the number at the start of the text and returns it; returns `npos` if there is none.
+/// Removes the number at the start of the text and returns it; returns `npos` if there is none, or
+/// if it is too large.
 [[nodiscard]] std::size_t TakeNumber(std::string_view& text)
 {
     std::size_t number = 0;
@@ -162,7 +164,8 @@ void SqxViewSession::Take(std::size_t number, SqxViewCompiled compiled)
     Repaint();
 }
 
-/// Drops the values that no longer fit a parameter by name, type and length, and reports each.
+/// Drops the values of parameters that do not exist or whose type or length differs from `before`,
+/// and values that cannot be read. Adds a line to the hint of the shader for each.
 void SqxViewSession::KeepFittingValues(std::size_t number, const QxShader& before)
 {
     SqxViewShader& shader = m_state.shaders[number];
@@ -190,7 +193,7 @@ void SqxViewSession::FindDefaults(SqxViewShader& shader)
     try {
         shader.defaults = SqxViewDefaults(shader.good, m_state.shade.picture);
     } catch (const QxHostError&) {
-        // The picture fails with the same error and reports it.
+        // No report here: if the picture fails for the same reason, it reports the error.
         shader.defaults.assign(shader.good->Parameters().size(), std::nullopt);
     }
 }

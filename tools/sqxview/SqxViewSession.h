@@ -16,12 +16,13 @@
 #include "sqxview/SqxViewSource.h"
 #include "sqxview/SqxViewState.h"
 
-/// A setting that a page changes: its name, and its value as on the command line.
+/// A setting that a page changes: its name and its new value, see `SqxViewSession::Change`.
 using SqxViewChange = std::pair<std::string, std::string>;
 
-/// The shaders that are shown: watches and compiles their sources, stores the values of their
-/// parameters and the settings of the picture, and requests pictures. The server reads and changes
-/// all of this for its pages, in several threads at a time; all pages show the same state.
+/// Watches and compiles the sources of the shaders that are shown, stores the values of their
+/// parameters and the settings of the picture, and requests pictures. The server reads the state
+/// and changes values and settings for its pages, in several threads at a time; all pages show the
+/// same state.
 class SqxViewSession {
 public:
     /// Starts to compile the sources. Throws `SqxPictureError` if a texture cannot be read.
@@ -31,17 +32,18 @@ public:
     SqxViewSession(const SqxViewSession&) = delete;
     SqxViewSession& operator=(const SqxViewSession&) = delete;
 
-    /// Waits until the version of the state differs from `version`, or until the time `patience`
-    /// has passed. Returns the state, which is all that a page shows except pictures and code, as
-    /// JSON.
+    /// Waits until the version of the state differs from `version`, until the time `patience` has
+    /// passed, or until `EndWaiting` is called. Returns the state as JSON: all that a page shows,
+    /// except pictures and byte-code.
     [[nodiscard]] std::string State(unsigned long version, std::chrono::milliseconds patience);
-    /// Ends all calls of `State` that wait, and all compiles of `Code`.
+    /// Ends all waits of `State` and all compiles of `Code`, also those of later calls.
     void EndWaiting();
 
     /// Changes settings: "shape", "size", "samples", "background", "color", "opacity", "lights"
-    /// (any number, separated by blanks), "param.N.NAME" for a parameter of shader number N,
-    /// and "reset" with the number of a shader. Throws `SqxPictureError` and changes nothing if one
-    /// of them is invalid.
+    /// (any number, separated by blanks), and "param.N.NAME" for a parameter of shader number N,
+    /// from 0. Values are written as on the command line. "reset" with the number of a shader
+    /// removes the values of its parameters. Then requests a picture. Throws `SqxPictureError` and
+    /// changes nothing if one of the changes is invalid.
     void Change(const std::vector<SqxViewChange>& changes);
 
     /// Returns the last picture, coarse or whole, as PNG; null before the first one.
@@ -49,8 +51,8 @@ public:
     /// Returns a file name for saving the picture, such as "brick.png".
     [[nodiscard]] std::string PictureName() const;
 
-    /// Returns the byte-code of a shader, see `SqxViewCode`. Throws `SqxPictureError` if there is
-    /// no such shader or level.
+    /// Returns the byte-code of a shader, see `SqxViewCode::Level`. Throws `SqxPictureError` if
+    /// there is no such shader or level.
     [[nodiscard]] std::string Code(std::size_t shader, int level);
 
 private:
@@ -66,11 +68,11 @@ private:
     void Changed();
 
     SqxPictureSettings m_settings;         // only its textures are used
-    std::vector<SqxViewSource> m_sources;  // by shader; used only by the thread that compiles
+    std::vector<SqxViewSource> m_sources;  // by shader; other threads use only their paths
     std::vector<std::unique_ptr<SqxViewCode>> m_code;  // by shader
     std::atomic<bool> m_isOver = false;
 
-    std::mutex m_mutex;  // guards the fields below
+    std::mutex m_mutex;  // guards the fields from `m_state` to `m_picture`
     std::condition_variable_any m_changed;
     SqxViewState m_state;
     unsigned long m_paintings = 0;  // counts requests to the painter

@@ -3,6 +3,6 @@
 #include <cstddef>
 #include <string>
 
-/// Shortens a text of more than `most` bytes, between two characters of UTF-8, and appends a line
-/// that says so.
+/// If the text has more than `most` bytes, cuts it to at most `most`, between two characters of
+/// UTF-8, and appends a line that says so. A shorter text stays unchanged.
 void SqxViewShorten(std::string& text, std::size_t most);

@@ -4,9 +4,9 @@
 // as changed if its time is not before the start of the compile. The start is the time of the
 // compile's folder, since the system sets the times of files a little earlier than the clock.
 //
-// All compiles use one temporary folder. If a source has errors, its folder is watched. This may be
-// the system's folder for temporary files, and a new temporary folder for each compile would change
-// it and so cause the next compile.
+// All compiles of a source use one temporary folder. While a source has errors, the folder that
+// contains it is watched. This may be the system's folder for temporary files, and a new temporary
+// folder for each compile would change it and so cause the next compile.
 //
 // Tested by tests/sqxview.
 
@@ -27,7 +27,8 @@ namespace {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Opens the shader of a successful compile and stores it with its listing.
+/// Opens the shader of a successful compile and stores it with its listing. Throws
+/// `std::runtime_error` if it cannot be run, for example without a shadeop library.
 void Open(SqxViewCompiled& compiled, const std::filesystem::path& file, const std::string& name,
           const std::vector<std::string>& folders)
 {
@@ -46,8 +47,8 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 {
 }
 
-/// Watches the files; if the source has errors, also its folder and the folders of shadeop
-/// libraries, since the source may lack a file that is created there later.
+/// Watches the source and the files; if there is no shader, also the folder of the source and those
+/// of shadeop libraries, since a missing file may be created there later.
 void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files,
                              const SqxViewWatch::Time& start)
 {
@@ -61,7 +62,7 @@ void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::stri
     m_watch.Replace(files, start);
 }
 
-/// Returns an empty folder.
+/// Returns an empty folder for a compile, always of the same path.
 std::filesystem::path SqxViewSource::WorkFolder()
 {
     if (!m_scratch)

@@ -14,10 +14,10 @@
 
 /// The result of compiling a source. Copies share the shader, which never changes.
 struct SqxViewCompiled {
-    std::shared_ptr<const QxShader> shader;  // null if the source has errors
+    std::shared_ptr<const QxShader> shader;  // null if the report says why there is none
     std::string report;                      // messages of the compiler, including warnings
-    std::vector<SqxViewExcerpt> excerpts;    // the lines that the report names
-    std::string listing;                     // of the parameters
+    std::vector<SqxViewExcerpt> excerpts;    // lines around the places that the report names
+    std::string listing;                     // of the parameters, as `sqxdump --params` prints it
 };
 
 /// Options for compiling sources.
@@ -26,7 +26,8 @@ struct SqxViewCompileOptions {
     std::vector<std::string> folders;  // searched for shadeop libraries
 };
 
-/// A source, which is watched together with the files that it includes. For use by one thread.
+/// A source, which is watched together with the files that its compile has read. For use by one
+/// thread at a time.
 class SqxViewSource {
 public:
     /// Starts to watch the file but does not compile it yet.
@@ -34,11 +35,13 @@ public:
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
     /// True if the source must be compiled: if no compile is complete yet, if the last one was
-    /// stopped, or if a file has changed since the last one. Checks each file.
+    /// stopped, or if a watched file has changed since the last one began. Asks the file system
+    /// about the files.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
-    /// Compiles the source and watches the files that were read. If the source has errors or the
-    /// compiler cannot be run, the report of the result says so. Returns nothing if the compile was
-    /// stopped, because `isOver` returned true or the files changed meanwhile. Throws
+    /// Compiles the source, and from then on watches the files that were read and the paths where
+    /// headers were searched. If the source has errors, the compiler cannot be run, or the shader
+    /// cannot be opened, the report of the result says so. Returns nothing if the compile was
+    /// stopped, because `isOver` returned true or a watched file changed meanwhile. Throws
     /// `std::runtime_error` if there is no folder for temporary files.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 

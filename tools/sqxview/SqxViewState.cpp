@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Writes null for infinities and NaN, which JSON lacks.
+/// Returns the number, but null for infinities and NaN, which JSON lacks.
 [[nodiscard]] SqxOrderedJson Number(float number)
 {
     return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson();
@@ -78,7 +78,8 @@ namespace {
     return state;
 }
 
-/// Returns an array of all elements, for any type; null if there is no value.
+/// Returns all numbers or texts of the value in one array, so a color gives three numbers; null if
+/// there is no value.
 [[nodiscard]] SqxOrderedJson ValueState(const std::optional<QxHostValue>& value)
 {
     if (!value)

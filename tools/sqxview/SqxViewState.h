@@ -9,7 +9,7 @@
 #include "sqxview/SqxViewPainter.h"
 #include "sqxview/SqxViewSource.h"
 
-/// A shader as pages show it. While its source has errors, the picture shows the last shader that
+/// A shader as pages show it. While its source has errors, the picture shows its last version that
 /// compiled.
 struct SqxViewShader {
     bool isCompiled = false;                           // at least once, even with errors
@@ -21,18 +21,20 @@ struct SqxViewShader {
     unsigned long version = 0;                         // counts compiles
 };
 
-/// Everything that pages show, except pictures and code. The session has one, guarded by its mutex.
+/// Everything that pages show, except byte-code. The session has one state, and guards it by a
+/// mutex.
 struct SqxViewState {
     static constexpr std::size_t k_mostBytes =
         std::size_t{48} * 1024;  // largest change that a page may send
 
     unsigned long version = 1;  // counts changes
-    SqxShadeOptions shade;      // the shaders with their values, and the settings
+    SqxShadeOptions shade;      // the shaders with the set values, and the settings
     std::vector<SqxViewShader> shaders;
     SqxViewPainting painting;
     unsigned long pictureNumber = 0;  // counts pictures, including coarse ones; 0: none yet
     std::chrono::seconds timeLimit = {};
 };
 
-/// Returns the state as JSON, in the form that page/page.js and its modules read.
+/// Returns the state, without the PNG of its picture, as JSON in the form that page/page.js and its
+/// modules read.
 [[nodiscard]] std::string SqxViewStateText(const SqxViewState& state);

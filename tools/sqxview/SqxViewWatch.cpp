@@ -1,6 +1,7 @@
-// A file has changed if its time, size or inode differs: editors either write to a file or replace
-// it. The time is that of the inode, since a renamed file keeps the time of its contents. Checking
-// a few dozen files from time to time costs less than notifications of the system.
+// A file has changed if its time, size or inode differs, or if it now exists or no longer does:
+// editors either write to a file or replace it. The time is that of the inode, since a renamed file
+// keeps the time of its contents. Checking a few dozen files takes so little time that no
+// notifications of the system are needed.
 //
 // Tested by tests/sqxview.
 

@@ -18,7 +18,8 @@ public:
     /// Returns the time of a file or folder; 0 if it does not exist.
     [[nodiscard]] static Time TimeOf(const std::string& path) { return StampOf(path).time; }
 
-    /// True if any path differs from its recorded state. Checks each path.
+    /// True if any path differs from its recorded state, or has none, see `Replace`. Asks the file
+    /// system about each path until one differs.
     [[nodiscard]] bool HasChanged() const;
     /// Records the current state of each path again.
     void Refresh();
@@ -28,8 +29,8 @@ public:
     void Replace(const std::set<std::string>& paths, const Time& start);
 
 private:
-    /// Properties of a file or folder. Whenever it is written or replaced, at least one of them
-    /// changes.
+    /// Properties of a file or folder. If it is written or replaced, at least one of them changes,
+    /// unless it is written twice within one step of the file system's clock.
     struct Stamp {
         bool exists = false;
         Time time = {};
@@ -40,5 +41,5 @@ private:
     };
     [[nodiscard]] static Stamp StampOf(const std::string& path);
 
-    std::map<std::string, std::optional<Stamp>> m_stamps;  // by path; nothing: it counts as changed
+    std::map<std::string, std::optional<Stamp>> m_stamps;  // without a stamp, a path has changed
 };

@@ -27,8 +27,9 @@ sigset_t HoldEndSignals()
     return signals;
 }
 
-/// Makes all threads share one memory pool. By default each thread has its own, and memory use
-/// would grow with threads and edits. Threads rarely allocate, so they seldom wait for the pool.
+/// With glibc, makes all threads share one memory pool. By default glibc gives threads separate
+/// pools, and memory use would grow with threads and edits. Threads rarely allocate, so they seldom
+/// wait for the pool.
 void ShareOnePool()
 {
 #ifdef __GLIBC__
@@ -37,6 +38,7 @@ void ShareOnePool()
 }
 
 /// Starts the browser without waiting for it, since some browsers run until their window is closed.
+/// Prints an error if it cannot be started.
 void OpenBrowser(const std::string& address)
 {
     std::thread([address] {

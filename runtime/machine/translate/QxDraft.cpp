@@ -1,6 +1,6 @@
 // Passes mark the drafts to drop and remove them in one sweep, so that a pass stays linear and
-// jumps are adjusted once. A jump to a dropped draft then leads to the next one that is kept, since
-// the dropped one had no effect there.
+// jumps are adjusted once. A jump to a dropped draft then leads to the next one that is kept: the
+// dropped one had no effect there, or the next one has taken it over.
 
 #include "machine/translate/QxDraft.h"
 
@@ -23,8 +23,8 @@ std::vector<std::uint32_t> QxDraftBlock::Keep(const std::vector<char>& kept)
 
 void QxDraftBlock::MarkWrittenFlags(std::size_t variables)
 {
-    std::vector<std::size_t> lastWrites(variables, 0);  // by variable: index of a draft
-    std::vector<std::size_t> open;                      // conditions
+    std::vector<std::size_t> lastWrites(variables, 0);  // by variable: last draft that writes it
+    std::vector<std::size_t> open;                      // first drafts of open conditions
     for (std::size_t i = 0; i < drafts.size(); ++i) {
         const QxDraft& draft = drafts[i];
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)

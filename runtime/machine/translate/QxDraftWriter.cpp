@@ -1,11 +1,12 @@
-// An instruction of the file becomes one kernel call, or more if it has varying references as
-// operands: the elements are copied to a temporary before the call, and back after it.
+// An instruction with operands in varying references becomes several kernel calls: the elements
+// that it reads are copied to temporaries before its own call, and those that it writes are copied
+// back after it. A text that it only writes is copied too, since its kernel frees the old text.
 //
 //     ADD_FLOAT_FLOAT r x y     r a reference      load t r; add t x y; store r t
 //
 // Then the step is chosen: inside parallel brackets for the current points; outside once, for all
-// points, or for the points of a flag. Last, the loop of the kernel is chosen that is made for this
-// combination of uniform and varying operands.
+// points, or for the points of a flag. Last, the kernels are chosen: a cheap function has one for
+// each combination of uniform and varying arguments.
 //
 // Tested by tests/host/AgreementTest.cpp against shared objects.
 
@@ -124,11 +125,12 @@ void QxDraftWriter::ChooseStep(QxDraft& draft, const SqxLayout& layout, const Qx
         return;
     code.step = QxCodeStep::GridIf;
     code.flag = flag;
-    // A statement clears its flag at other points, and a message call always writes its answer.
+    // A light statement clears its flag at the other points, and a message may write a uniform
+    // variable, so these run even if no point is active.
     code.whole = draft.row->statement || layout.operands.find('m') != std::string_view::npos;
 }
 
-/// Chooses the specialized loop for these operands, if there is one.
+/// Chooses the loops that are specialized for these operands, otherwise the general kernels.
 void QxDraftWriter::ChooseKernels(QxDraft& draft)
 {
     QxCode& code = draft.code;

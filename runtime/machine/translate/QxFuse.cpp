@@ -1,10 +1,10 @@
-// Forwards copies, and fuses products with sums:
+// Forwards copies, and fuses products with sums and differences:
 //
 //     t = f(x);  y = t                    becomes    y = f(x)
 //     t = a * b;  y = t + c               becomes    y = a * b + c
 //     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
 //
-// if `t` and `u` are not live afterwards. Also drops changes of flags that are not read. An
+// if `t` and `u` are not live afterwards. Also drops `f = f and g` if nothing reads `f` then. An
 // instruction on numbers spends most of its time on loads and stores, not on arithmetic, and a
 // temporary costs one of each. Products are rounded as before. The pass walks a block backwards, so
 // that fused instructions can be fused again. It is a peephole optimization on adjacent
@@ -22,7 +22,8 @@ namespace {
 
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
-/// The fused instruction for a product and an instruction that uses it.
+/// A row of the table of fused instructions: an instruction that uses a product, and the fusion of
+/// both.
 struct Pair {
     SqxPrimitive user;
     unsigned char place;  // index of the product among the user's arguments
@@ -31,7 +32,7 @@ struct Pair {
 };
 
 constexpr Pair k_pairs[] = {
-    // user              place  result                          product's factors
+    // user, place, result, and where the product's factors are among the arguments of the result
     {SqxPrimitive::ADD_FLOAT_FLOAT, 0, SqxPrimitive::MACHINE_PRODUCT_PLUS,
      Pair::Order::ProductFirst},
     {SqxPrimitive::ADD_FLOAT_FLOAT, 1, SqxPrimitive::MACHINE_PRODUCT_PLUS,
@@ -101,8 +102,8 @@ void Fuser::Run()
     m_liveness.Renumber(m_block.Keep(m_kept));
 }
 
-/// Fuses a draft with those before it as long as that is possible. Each search begins at the draft
-/// that was dropped last, so that a long chain of copies costs linear time.
+/// Fuses a draft with those before it as long as that is possible. Each further search begins at
+/// the draft that was dropped last, so that a long chain of copies costs linear time.
 void Fuser::FuseWithEarlier(std::size_t index, std::size_t begin)
 {
     std::size_t before = Before(index, begin);
@@ -110,7 +111,8 @@ void Fuser::FuseWithEarlier(std::size_t index, std::size_t begin)
         before = Before(before, begin);
 }
 
-/// Returns the previous draft in the basic block that has not been dropped.
+/// Returns the index of the last draft before `index` in the basic block, which starts at `begin`,
+/// that has not been dropped; `k_none` if there is none.
 std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
 {
     while (index-- > begin)
@@ -119,8 +121,9 @@ std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
     return k_none;
 }
 
-/// True for an instruction whose result is never read. Operations on flags leave such instructions:
-/// brackets clear a flag that is then set before it is read.
+/// True for a cheap instruction that combines a flag with another one, or sets a component of a
+/// triple, if the result is never read. This is common for flags: brackets clear a flag that is
+/// then set before it is read.
 bool Fuser::IsUseless(const QxDraft& draft) const
 {
     if (draft.code.step != QxCodeStep::Kernel || !draft.row->shaped ||
@@ -130,7 +133,7 @@ bool Fuser::IsUseless(const QxDraft& draft) const
     return result.step != 0 && !m_liveness.IsLive(result);
 }
 
-/// Fuses a draft with the draft before it, which is then dropped. Returns false if it cannot.
+/// Fuses draft `index` with draft `before`, which is then dropped. Returns false if it cannot.
 bool Fuser::Fuse(std::size_t before, std::size_t index)
 {
     const QxDraft& user = m_block.drafts[index];
@@ -142,7 +145,7 @@ bool Fuser::Fuse(std::size_t before, std::size_t index)
     return IsCopy(user) ? ForwardCopy(before, index) : FuseProduct(before, index);
 }
 
-/// True if the temporary is dead after the user has read it.
+/// True if the temporary is a varying local that is dead after the user has read it.
 bool Fuser::IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const
 {
     return temporary.step != 0 && m_liveness.Follows(temporary) &&
@@ -159,7 +162,8 @@ bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
     if (operands[0].variable != OperandsOf(copy)[1].variable || letters[0] != 'w' ||
         target.variable == operands[0].variable || !IsOnlyFor(operands[0], copy))
         return false;
-    // Only kernels of cheap functions read all operands of a point before they write the result.
+    // Kernels of functions that are not cheap may write to the result of a point before they have
+    // read all operands.
     for (std::size_t k = 1; k < source.code.count; ++k)
         if (letters[k] != 'r' || (operands[k].variable == target.variable && !source.row->shaped))
             return false;

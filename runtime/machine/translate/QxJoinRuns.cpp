@@ -1,4 +1,4 @@
-// Makes whole stretches of code, including loops, run strip by strip:
+// Makes whole stretches of code, including loops, run strip by strip. Braces are parallel brackets:
 //
 //     { t = s * 2 }  n = noise(t) for the grid;  u = Kd * 2 once;  { c = n * u }
 // becomes
@@ -115,7 +115,7 @@ void Joiner::EmitWithin(std::size_t index)
     AddStep(QxCodeStep::EndIf);
 }
 
-/// Adds a draft for a bracket that the block did not have.
+/// Adds a bracket to the result.
 QxDraft& Joiner::AddStep(QxCodeStep step)
 {
     QxDraft& draft = m_result.emplace_back();

@@ -7,9 +7,9 @@
 /// strip by strip. `QxFindStretches` finds the drafts to join; this pass puts brackets around them,
 /// and hoists uniform instructions and the lighting of the grid before them.
 ///
-/// The conditions that it adds are not marked, see `QxDraftBlock::MarkWrittenFlags`.
+/// `copyFlag` is not set in the conditions that it adds: call `QxDraftBlock::MarkWrittenFlags`.
 ///
-/// `block` must be whole and end with a stop. Targets of codes are indexes of drafts, before and
-/// after the pass. `variables` are those of the program. O(n) for n drafts, except for jumps that
-/// cross each other.
+/// `block` must end with a stop. Targets of codes are indexes of drafts, before and after the pass.
+/// `variables` are those of the program. O(n) for n drafts: if too many jumps cross each other,
+/// nothing is joined.
 void QxJoinRuns(QxDraftBlock& block, const QxMachineVariables& variables);

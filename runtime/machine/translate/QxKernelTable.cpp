@@ -1,8 +1,8 @@
-// Kernels are listed by primitives, but code uses numbers. The mapping is built once for each set
-// of kernels, on first use. Forms of one primitive, such as those with a condition, have different
+// Kernels are listed by primitives, but the code of a file uses numbers. The mapping is built once
+// for each set of kernels. Forms of one primitive, such as those with a condition, have different
 // numbers and share a row.
 //
-// tests/host/AgreementTest.cpp checks that each instruction has a row.
+// Tested by tests/host/AgreementTest.cpp: a shader with an instruction that has no row is refused.
 
 #include "machine/translate/QxKernelTable.h"
 

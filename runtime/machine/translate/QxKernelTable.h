@@ -5,29 +5,30 @@
 
 #include "kernels/QxKernel.h"
 
-/// The kernels of all instructions, by primitive and by number: the kernels compiled for one
-/// instruction set, and the kernels that all sets share.
+/// The rows of all kernels, by primitive and by the numbers of instructions: the kernels compiled
+/// for one instruction set, and the kernels that all sets share.
 ///
-/// There are up to two tables per process, each built on first use; they never change, so threads
-/// may share them.
+/// There are up to two tables per process, which `For` builds; they never change, so threads may
+/// share them.
 class QxKernelTable {
 public:
     /// Returns the table of the baseline or, if `avx2`, of the kernels compiled for AVX2, which may
-    /// run only if `QxMachineProgram::HasAvx2`.
+    /// run only if `QxMachineProgram::HasAvx2`. The first call builds the baseline, and the first
+    /// one with `avx2` the other table.
     [[nodiscard]] static const QxKernelTable& For(bool avx2);
-    /// Finds the row of a primitive; null if there is none. The row lives as long as the process.
+    /// Returns the row of a primitive; null if there is none. The row lives as long as the process.
     [[nodiscard]] const QxKernelRow* Find(SqxPrimitive primitive) const
     {
         return m_byPrimitive[static_cast<std::size_t>(primitive)];
     }
-    /// Finds the row for an instruction number, which must not exceed `SqxHighestNumber`. Null if
-    /// there is none, as for jumps and brackets, which need no kernel.
+    /// Returns the row for an instruction number from 0 to `SqxHighestNumber`; null if there is
+    /// none, as for jumps and brackets, which need no kernel.
     [[nodiscard]] const QxKernelRow* OfNumber(int number) const { return m_byNumber[number]; }
 
 private:
     explicit QxKernelTable(bool avx2);
     /// Adds a row. Throws `std::logic_error` if its primitive already has one: with two, the order
-    /// of the files would decide which one runs.
+    /// of the lists would decide which one runs.
     void Enter(const QxKernelRow& row);
 
     std::array<const QxKernelRow*, k_sqxPrimitiveCount> m_byPrimitive{};

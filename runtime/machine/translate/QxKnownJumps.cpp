@@ -4,10 +4,10 @@
 // becomes
 //     if not f goto end;  u = 2;  ...  w = u;  ...
 //
-// Inside a loop, each uniform instruction is guarded by the flag that says whether any point is
-// active. The jump that leaves the loop has already tested this flag. After a jump that was not
-// taken, its flag is known until the flag is written or until another path joins. A dropped jump no
-// longer joins at its target, so flags may stay known there.
+// Inside a loop with a varying condition, each uniform instruction is guarded by the flag that says
+// whether any point is active. The jump that leaves the loop has already tested this flag. After a
+// jump that was not taken, its flag is known until the flag is written or until another path joins.
+// A dropped jump no longer joins at its target, so flags may stay known there.
 //
 // Tested by tests/machine/DraftPassesTest.cpp.
 
@@ -18,7 +18,8 @@
 
 namespace {
 
-// Flags of nested loops; a larger limit would make the search slow.
+// The number of flags that are known at a time, enough for nested loops; a larger limit would make
+// the search slow.
 constexpr std::size_t k_mostKnown = 8;
 
 class KnownJumps {
@@ -80,7 +81,7 @@ bool KnownJumps::IsNeverTaken(const QxCode& code) const
     });
 }
 
-/// True if the variable can be accessed only by its own name.
+/// True for a uniform local that is not an array: only instructions that name it can write it.
 bool KnownJumps::CanBeFollowed(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];

@@ -44,13 +44,13 @@ void QxLiveness::NumberLocals(const std::vector<QxStorage>& variables)
         number(operand.variable);
     for (const QxDraft& draft : m_block.drafts)
         number(draft.code.flag.variable);
-    // Followed even if the block never writes it, so that it is cleared: otherwise the result would
-    // be a value left by another block.
+    // The result is followed even if the block does not contain it, so that it is cleared: it would
+    // otherwise be a value left by another block.
     if (m_result)
         number(*m_result);
 }
 
-/// Assigns a bit to a variable that is followed and has none.
+/// Assigns a bit to the variable if it is to be followed and has none.
 void QxLiveness::Number(std::uint32_t variable, const QxStorage& storage)
 {
     const bool followed =
@@ -215,8 +215,9 @@ void QxLiveness::EndBrackets(std::size_t index)
     m_outside.push_back({std::move(ofThis), std::move(ofAll)});
 }
 
-/// Removes the flags that an `and` after the brackets clears at the points that do not enter them.
-/// `index` is that of `EndIf`.
+/// Removes the flags that an `and` right after the brackets clears at the points that do not enter
+/// them. Does nothing for `IfFalse`, and for brackets that write their own flag. `index` is that of
+/// `EndIf`.
 void QxLiveness::RemoveClearedFlags(std::size_t index, LiveSet& live) const
 {
     const QxCode& guard = m_block.drafts[m_conditions[index]].code;

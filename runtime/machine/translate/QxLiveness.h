@@ -11,9 +11,9 @@
 ///
 /// Alfred Aho, Ravi Sethi, Jeffrey Ullman, "Compilers", 1986, 10.6. The difference is that the
 /// brackets of a condition run only for the points of its flag. So a write inside kills the value
-/// only for these points, and at the start of the brackets the live sets of both kinds of points
-/// are merged. If an `and` right after the brackets combines another flag with the flag of the
-/// brackets, the other points do not count as readers of that other flag: their result is false.
+/// only for these points, and at the start of the brackets their live set is merged with that of
+/// the other points. If operations `g = g and f` come right after brackets of `if f` that do not
+/// write `f`, the other points do not count as readers of `g`: their result is false.
 class QxLiveness {
 public:
     /// `block` must outlive this object, and be whole: it ends with a stop, and its jumps refer to
@@ -30,8 +30,8 @@ public:
 
     /// Calls `visit(index, begin)` for each draft of one basic block after the other, from the last
     /// draft of the block to the first, whose index is `begin`. `visit` may change the draft and
-    /// those before it, as long as they read nothing new. May be called any number of times after
-    /// `Compute`.
+    /// those before it in the basic block, as long as the basic block needs no values from outside
+    /// that it did not need before. May be called any number of times after `Compute`.
     template <class Visit>
     void WalkBack(const Visit& visit)
     {
@@ -64,8 +64,8 @@ public:
     {
         return !Follows(operand) || m_live.Has(m_bits[operand.variable]);
     }
-    /// True if points outside the open conditions may read the operand later: they need its value
-    /// from before the brackets, so a write must respect the mask.
+    /// True if points outside one of the open conditions may read the operand later: they need its
+    /// value from before the brackets, so a write must respect the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
     [[nodiscard]] bool IsWithinCondition() const { return !m_outside.empty(); }
 
@@ -95,7 +95,7 @@ private:
         std::vector<std::uint64_t> m_words;
     };
 
-    /// The locals that are live for the points that did not enter an open condition.
+    /// The locals that are live at the end of an open condition for the points that are not in it.
     struct Outside {
         LiveSet ofThis;
         LiveSet ofAll;  // also for those that did not enter one of the conditions around it

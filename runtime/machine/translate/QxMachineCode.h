@@ -9,9 +9,10 @@
 #include "machine/translate/QxShadeops.h"
 #include "sqx/SqxShader.h"
 
-/// The number of points in a strip within parallel brackets, unless the brackets state another.
+/// The number of points in a strip of parallel brackets that neither specify another number nor run
+/// point by point.
 constexpr unsigned int k_qxMachineStrip = 256;
-/// The highest number that brackets may state.
+/// The highest number of points that brackets may specify for a strip.
 constexpr unsigned int k_qxLongestStrip = 1024;
 
 /// The storage of a variable of a program: who owns its values, and how large they are. There is
@@ -25,8 +26,8 @@ struct QxStorage {
         Strip,      // like a local, but with room for one strip; see `QxUseStripLocals`
         Constant,   // number: index of the constant
         Alias,      // stands for one array element, the same for all points
-        Reference,  // refers to an array element at each point
-        Nowhere,    // for discarded results, and for variables that no code uses
+        Reference,  // an array element for each point; number: 1 if the array is uniform
+        Nowhere,    // for discarded results, unused locals and `Ng`, and unbound references
         Ng,         // the geometric normal of the grid
     };
     Kind kind = Kind::Local;
@@ -49,11 +50,12 @@ struct QxConstant {
 /// A translated byte-code file. The variables are those of the file in order, then those that the
 /// translation added.
 ///
-/// `QxTranslator` fills it in; after that it never changes, so that runs in several threads can
-/// share it. Runs hold addresses of constants, which are therefore kept in deques, whose elements
-/// do not move.
+/// `QxMachineProgram` sets `isLight` and `shadeops`, and `QxTranslator` the rest. Then nothing
+/// changes except that shadeops are loaded at their first call, so runs in several threads can
+/// share it. A run holds the addresses of constants, and a constant that of its text, so both are
+/// kept in deques, whose elements do not move when others are added.
 struct QxMachineCode {
-    /// Computes the default value of a parameter, which is in `result` after `code` has run.
+    /// Computes the default value of a parameter: after `code` has run, the value is in `result`.
     struct Initializer {
         std::size_t parameter = 0;
         std::uint32_t result = 0;  // a variable
@@ -70,5 +72,5 @@ struct QxMachineCode {
     bool isLight = false;
     unsigned int depth = 0;                        // maximum nesting of conditions in all blocks
     std::size_t instructions = 0;                  // of the file
-    std::vector<std::uint32_t> lightVariables[3];  // L, Cl and Ol
+    std::vector<std::uint32_t> lightVariables[3];  // those for L, Cl and Ol
 };

@@ -202,7 +202,8 @@ void QxMachineVariables::ClassifyReference(const SqxBlock& block, const SqxInstr
     const bool one = !within && !storage(2).varying;
     const bool alias = one && (first || (reference.kind == QxStorage::Kind::Alias &&
                                          reference.varying == storage(1).varying));
-    // Record that the array is uniform: texts of its elements must not be written point by point.
+    // Record whether the array is uniform: then all points share its elements, so points must not
+    // write its texts, and other writes are made point by point.
     reference.number = (first ? 0 : reference.number) | (storage(1).varying ? 0 : 1);
     reference.kind = alias ? QxStorage::Kind::Alias : QxStorage::Kind::Reference;
     reference.varying = alias ? storage(1).varying : true;

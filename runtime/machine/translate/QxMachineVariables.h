@@ -10,9 +10,10 @@
 /// after them those that the translation adds. They are stored in `QxMachineCode::variables`.
 class QxMachineVariables {
 public:
-    /// Fills in the variables and constants of `target`, which must be empty. `target` and `shader`
-    /// must outlive this object. The shader must be verified. If a reference is bound in several
-    /// ways, the most general one determines its storage.
+    /// Adds the variables of the file to `target`, which must have none, with their constants and
+    /// texts, and lists those for L, Cl and Ol. `target` and `shader` must outlive this object. The
+    /// shader must be verified. If a reference is bound in several ways, the most general one
+    /// determines its storage.
     QxMachineVariables(const SqxShader& shader, QxMachineCode& target);
 
     [[nodiscard]] std::size_t Count() const { return m_target.variables.size(); }
@@ -24,8 +25,8 @@ public:
     [[nodiscard]] const QxConstant* ConstantOf(std::uint32_t variable) const;
     /// Returns the whole variable as an operand of an instruction.
     [[nodiscard]] QxOperand OperandOf(std::uint32_t variable) const;
-    /// True for a uniform variable except `Nowhere`, and for a varying reference to elements of a
-    /// uniform array.
+    /// True for a uniform variable except `Nowhere`, and for a varying reference that may refer to
+    /// elements of a uniform array.
     [[nodiscard]] bool IsOneForAllPoints(const QxOperand& operand) const;
     /// A uniform variable for discarded results, large enough for any value.
     [[nodiscard]] std::uint32_t Nowhere() const { return m_nowhere; }
@@ -38,12 +39,13 @@ public:
     /// texts in it.
     [[nodiscard]] std::uint32_t AddTemporary(QxStored stored);
     /// A varying local with room for one strip. Each kind of storage has its own locals, numbered
-    /// from 0; local `index` is added if it does not exist yet.
+    /// from 0; local `index` is added if it is the next one.
     [[nodiscard]] std::uint32_t StripLocal(QxStored stored, std::size_t index);
-    /// A triple of equal numbers, for an instruction that requires a triple but has a number.
+    /// A constant of three equal numbers, for an instruction that requires a triple but has one
+    /// number.
     [[nodiscard]] std::uint32_t AddNumberConstant(float value);
-    /// The empty text, for an instruction that requires a text but has the literal for an omitted
-    /// argument.
+    /// A constant with the text of another one. The text of a number is empty: it is for an
+    /// instruction that requires a text but has the number that replaces an omitted argument.
     [[nodiscard]] std::uint32_t AddTextConstant(std::uint32_t constant);
 
 private:

@@ -4,9 +4,9 @@
 //
 // The compiler takes a whole-grid instruction out of its condition and gives it the flag as an
 // operand. When runs are joined, each such instruction gets brackets again. Each pair of brackets
-// tests the flags of all points, which costs as much as two cheap instructions, and prevents fusion
-// of instructions before, in and after it. Brackets that write their own flag are not merged with
-// the next ones, which run for other points.
+// tests the flags of all points of a strip, which costs as much as two cheap instructions, and
+// prevents fusion of instructions in it with those before and after it. Brackets that write their
+// own flag are not merged with the next ones, which may run for other points.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -23,7 +23,7 @@ void QxMergeConditions(QxDraftBlock& block)
         if (QxIsJump(draft.code.step))
             targets[draft.code.target] = 1;
     std::vector<char> kept(drafts.size(), 1);
-    // Goes backwards, so that the following brackets are already merged.
+    // Goes backwards, so that the following brackets are already merged with those after them.
     for (std::size_t i = drafts.size(); i-- > 0;) {
         QxCode& first = drafts[i].code;
         if (!QxIsCondition(first.step) || first.copyFlag || targets[first.target])

@@ -1,6 +1,6 @@
-// A shader names functions of libraries, and may come from an untrusted source. So only functions
-// that are listed in a library's exported table are called: `system` in a file is rejected, since
-// no library lists it.
+// A shader names functions of libraries, and may come from an untrusted source. So only methods
+// for which a library exports a table, and functions that it names, are called: a shader that calls
+// `system` is rejected, since no library has a table for it.
 //
 // Tested by tests/shadeops.
 
@@ -26,9 +26,9 @@ std::string PathIn(const std::vector<std::string>& folders, const std::string& l
     throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
 }
 
-/// True if the library's table lists the method with its init and cleanup functions: otherwise the
-/// file could name any function of the process. The init and cleanup functions may come from
-/// different rows, since the overloads that a shader calls share them.
+/// True if the method's table, whose records these are, has any, and they name its init and cleanup
+/// functions: otherwise the shader could call any function that the library exports. The two names
+/// may come from different records: for all overloads, the compiler uses the first of each kind.
 bool IsListed(const std::vector<SqxShadeopRecord>& records, const SqxDSOFunction& function)
 {
     bool listsInit = function.init.empty();

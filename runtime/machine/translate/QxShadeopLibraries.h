@@ -11,15 +11,16 @@
 /// runs.
 class QxShadeopLibraries {
 public:
-    /// Searches the folders for the files, in order. Throws `QxHostError` for a file that does not
-    /// exist or is not a library.
+    /// Searches the folders, in order, for the files with these names, and reads them. Throws
+    /// `QxHostError` if a file is in no folder, or is not a complete library of this machine.
     QxShadeopLibraries(const std::vector<std::string>& names,
                        const std::vector<std::string>& folders);
 
-    /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the table does not
-    /// list the shadeop with its init and cleanup functions, or the library lacks one of the three.
+    /// Returns the declarations in the shadeop's table. Throws `QxHostError` if there is no table,
+    /// or it has no records, if these do not name the init and cleanup functions of the shadeop, or
+    /// if the library lacks one of its functions. `shadeop.library` is an index in the names.
     [[nodiscard]] std::vector<std::string> DeclarationsOf(const SqxDSOFunction& shadeop) const;
-    /// Returns the absolute path of a library.
+    /// Returns the absolute path of a library, given its index in the names.
     [[nodiscard]] const std::string& PathOf(std::size_t library) const
     {
         return m_libraries[library].path;

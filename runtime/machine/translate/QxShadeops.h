@@ -15,17 +15,19 @@
 class QxShadeops {
 public:
     /// Searches for the libraries of the shader in the folders, in order, and reads their tables
-    /// without loading them. Throws `QxHostError` if a library or shadeop is missing, or if a call
-    /// does not match the declared types. Does not keep a reference to the shader.
+    /// without loading them. Throws `QxHostError` if a library is missing or damaged, if it does
+    /// not declare and export the functions that the shader names, or if a call does not match the
+    /// declared types. The shader must be verified; this object keeps no reference to it.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
     /// Calls the cleanup functions of the shadeops that were called, and unloads the libraries.
     ~QxShadeops();
     QxShadeops(const QxShadeops&) = delete;
     QxShadeops& operator=(const QxShadeops&) = delete;
 
-    /// The shadeops, by their numbers in code. The first call of a shadeop loads its library and
-    /// calls its init function, and throws `QxHostError` if that fails. Several threads may call
-    /// shadeops at the same time if the library allows that.
+    /// Returns the shadeops, by their numbers in code; valid as long as this object. The first call
+    /// of a shadeop loads its library, unless that is loaded, and calls its init function; it
+    /// throws `QxHostError` if the library cannot be loaded or lacks the method. Several threads
+    /// may call shadeops at the same time if the library allows that.
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 
 private:

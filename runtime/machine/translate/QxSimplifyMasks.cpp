@@ -5,8 +5,8 @@
 //     IfTrue f;  t = x * x (for all points);  y = t + 1;  EndIf
 //
 // since `t` is not live after the brackets: its value at other points does not matter, and a loop
-// without a mask is faster. Brackets of one or two instructions that all ignore the mask are
-// removed. Only cheap functions that cannot fault are computed for points that do not need them.
+// without a mask is faster. Brackets of at most two instructions that all ignore the mask are
+// removed. Only cheap functions are computed for points that do not need them: they cannot fault.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -21,7 +21,7 @@ constexpr std::size_t k_shortBrackets = 2;
 // The most vectors of results that brackets without a test compute, for each vector of numbers.
 constexpr std::size_t k_mostVectors = 2;
 
-/// True if all instructions between the brackets that begin at `begin` ignore the mask.
+/// True if all instructions in the brackets that begin at `begin` are cheap and ignore the mask.
 bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
 {
     const auto first = block.drafts.begin();
@@ -69,7 +69,8 @@ bool IsTestedBefore(const QxDraftBlock& block, std::size_t begin)
 
 }  // namespace
 
-/// Replaces masked kernels by those for all points if other points do not read the result.
+/// Replaces masked kernels of cheap functions by those for all points if other points do not need
+/// their old value.
 void QxIgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
 {
     liveness.WalkBack([&](std::size_t index, std::size_t) {

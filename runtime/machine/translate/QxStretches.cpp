@@ -1,13 +1,15 @@
 // A stretch is a maximal sequence of instructions that can run strip by strip: each instruction
 // computes each point only from that point, or is a uniform instruction that can be hoisted before
-// the stretch, and jumps do not leave the stretch or enter its middle. Instructions that evaluate
-// lights for the whole grid are hoisted too, unless an earlier instruction of the stretch uses
-// lights or writes a variable that lights may read. Jumps may test uniform flags. They may also
-// test reductions of a varying flag ("true at any point") that nothing else reads: a reduction per
-// strip is then equivalent, since points that have left a loop are not affected by its further
-// iterations. Excluding an instruction may invalidate jumps elsewhere, so the search is repeated
-// until nothing changes. An excluded instruction stays excluded, so the result is a set of maximal,
-// mutually consistent stretches.
+// the stretch. Jumps in it lead into it or to its end, and other jumps enter it only at its start.
+// `EVAL_LIGHTS_FOR_P` and `ambient()`, which light the whole grid, are hoisted in the same way, if
+// also no earlier instruction of the stretch uses lights or writes a variable that lights may read.
+// Jumps may test uniform flags. They may also test reductions of a varying flag ("true at any
+// point") that nothing else reads: a reduction per strip is then equivalent, since points that have
+// left a loop are not affected by its further iterations. Excluding an instruction may invalidate
+// jumps elsewhere, so the search is repeated until nothing changes. An excluded instruction stays
+// excluded; if the search needs too many rounds, there are no stretches.
+//
+// Braces are parallel brackets:
 //
 //     { a }  u = x * 2 (uniform)  { b }   one stretch, if { a } neither reads u nor writes u or x
 //     { a }  c = ambient() for the grid  { b }    the same
@@ -97,11 +99,11 @@ private:
     std::vector<char> m_excluded;  // by draft: is outside any stretch
     std::vector<char> m_cut;       // by draft: no stretch extends across its start
     bool m_changed = false;
-    std::vector<char> m_localFlags;  // by variable: read only right after it is set
+    std::vector<char> m_localFlags;  // by variable: see `FindLocalFlags`
     std::vector<QxStretch> m_stretches;
     std::vector<std::size_t> m_stretchOf;  // by draft, or k_none
-    std::size_t m_stretchNumber = 0;       // number of the current stretch
-    bool m_usesLights = false;  // the current stretch has used lights, or written what they read
+    std::size_t m_stretchNumber = 0;       // counts the checked stretches
+    bool m_usesLights = false;  // the current stretch has used lights or written what they may read
     std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
     std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
@@ -136,8 +138,8 @@ void StretchFinder::ExcludeUnfit()
     }
 }
 
-/// Excludes the whole bracket if any instruction in it does not qualify. Returns the index of its
-/// end.
+/// Excludes a whole pair of brackets if it runs point by point, or if any instruction in it does
+/// not qualify. Returns the index of its end.
 std::size_t StretchFinder::ExcludeUnfitBrackets(std::size_t begin)
 {
     const std::size_t end = m_drafts[begin].code.target - 1;
@@ -168,7 +170,8 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
     return code.step == QxCodeStep::Grid || code.step == QxCodeStep::GridIf;
 }
 
-/// Finds the flags that only jumps read, each right after a reduction has set the flag.
+/// Finds the flags that only reductions write and only jumps read, each jump right after a
+/// reduction that writes its flag.
 void StretchFinder::FindLocalFlags()
 {
     std::vector<char> targets(m_drafts.size() + 1, 0);
@@ -220,7 +223,8 @@ void StretchFinder::FindStretches()
     }
 }
 
-/// Enforces that jumps stay within a stretch, go to its end, or enter it at its start.
+/// Excludes jumps that leave a stretch other than to its end. If a jump from outside leads into the
+/// middle of a stretch, cuts the stretch at the target.
 void StretchFinder::CheckJumps()
 {
     for (std::size_t i = 0; i < m_drafts.size(); ++i) {
@@ -271,8 +275,8 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
     }
 }
 
-/// True if `draft` has no data dependence on earlier instructions of the stretch, so it can be
-/// hoisted.
+/// True if `draft` has no data dependence on earlier instructions that stay in the stretch, so it
+/// can be hoisted.
 bool StretchFinder::MayRunBefore(const QxDraft& draft) const
 {
     if (IsLighting(draft) && m_usesLights)
@@ -301,7 +305,8 @@ void StretchFinder::RecordAccess(const QxDraft& draft)
         m_readBy[draft.code.flag.variable] = m_stretchNumber;
 }
 
-/// True if lights may read the variable: any variable except locals and the results `Ci` and `Oi`.
+/// True if lights may read the variable: any variable except locals, temporaries and the results
+/// `Ci` and `Oi`.
 bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];
@@ -312,7 +317,8 @@ bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
     return storage.kind != QxStorage::Kind::Local && storage.kind != QxStorage::Kind::Borrowed;
 }
 
-/// True if the stretch has more than one pair of brackets or instruction for the grid.
+/// True if the stretch would join at least two parts: pairs of brackets, or instructions for the
+/// grid that are not hoisted.
 bool StretchFinder::IsWorthwhile(const QxStretch& stretch) const
 {
     std::size_t parts = 0;

@@ -14,7 +14,7 @@
 //
 // Each instruction has a fixed cost per strip of some nanoseconds, so strips are longer where the
 // first-level cache has room for their values. Brackets with conditions or loops keep short strips,
-// which more often have no active point and are then skipped.
+// in which code more often has no active point and is then skipped.
 //
 // A kernel that does not work point by point may read other points, so its operands are not
 // replaced; the reduction of a flag, which here reads only its strip, is an exception.
@@ -113,7 +113,7 @@ void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
     }
 }
 
-/// Records the variables that must stay: those that are live at the current draft, which is the
+/// Records the variables that must stay: those that are live after the current draft, which is the
 /// start or the end of the brackets, uniform variables, and the operands of kernels that may read
 /// other points.
 void StripLocals::Fix(Brackets& brackets)

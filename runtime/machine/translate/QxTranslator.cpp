@@ -4,10 +4,11 @@
 // becomes
 //     IfTrue f -> after;  kernel of varying times uniform, operands x, y and the constant;  EndIf
 //
-// Conditions outside parallel brackets, whose flags are uniform, become jumps. Numbers of the file
-// are resolved here, and checked if a kernel relies on them, so that a run only follows addresses.
-// Then separate passes drop known jumps, join brackets, merge conditions, fuse instructions,
-// simplify masks, and move values that live only in one strip to storage for a strip.
+// Conditions outside parallel brackets, whose flags are uniform, become jumps. Instruction numbers
+// and targets of the file are resolved here, and operands are checked against the storage that
+// kernels require, so that a run does neither. Then separate passes drop known jumps, join
+// brackets, merge conditions, fuse instructions, simplify masks, and move values that live only in
+// one strip to storage for a strip.
 //
 // Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -59,8 +60,8 @@ void QxTranslator::Run()
     DropUnusedVariables();
 }
 
-/// Locals that other variables have replaced everywhere need no storage for a grid, and neither
-/// does the geometric normal if nothing reads it.
+/// Locals that no code uses, such as those that other variables have replaced everywhere, need no
+/// storage for a grid, and neither does the normal for `faceforward` if nothing calls it.
 void QxTranslator::DropUnusedVariables()
 {
     std::vector<char> used(m_target.variables.size(), 0);
@@ -124,7 +125,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     Finish(target);
 }
 
-/// Moves the drafts into the program.
+/// Moves the block into the program, and sets what depends on the final order of its instructions.
 void QxTranslator::Finish(QxProgramBlock& target)
 {
     target.operands = std::move(m_block.operands);
@@ -244,8 +245,9 @@ void QxTranslator::EndParallel()
     m_writer.Add(QxCodeStep::EndParallel);
     QxCode& begin = m_block.drafts[m_parallel].code;
     begin.target = static_cast<std::uint32_t>(m_block.drafts.size());
-    // The effects of shadeops are unknown, so two or more calls must be made point by point. So
-    // must writes to a uniform variable, which takes the value of one point after another.
+    // The effects of shadeops are unknown, so brackets with two or more calls run point by point.
+    // So do brackets that write a uniform variable, which takes the value of one point after
+    // another.
     std::size_t calls = 0;
     for (std::size_t i = m_parallel; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
@@ -281,9 +283,10 @@ void QxTranslator::EndCondition()
 /// Replaces conditional brackets that only set flags to constants, as is common in loops, by
 /// operations that need no mask:
 ///
-///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF    becomes    d = d and c; c = ...
+///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF  becomes  d = d and c; c = c and c
 ///
-/// The flag of the guard itself is set last. Returns false if the brackets do anything else.
+/// The flag of the guard itself is set last. Returns false if the brackets are empty or do anything
+/// else, or if a flag is uniform.
 bool QxTranslator::MakeFlagOperations(std::size_t begin)
 {
     struct Setting {
@@ -377,7 +380,8 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         else if (letter != 'n')
             arguments.push_back(
                 m_writer.MakeArgument(value, letter, Wanted(*row, arguments.size())));
-        // A message call also needs the type of the variable that receives the answer.
+        // A message call also needs the type of the variable that receives the answer; other
+        // kernels ignore this number.
         if (letter == 'm')
             number = static_cast<int>(m_shader.variables[static_cast<std::size_t>(value)].type);
     }

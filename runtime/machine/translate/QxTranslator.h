@@ -8,18 +8,21 @@
 
 /// Translates the blocks of a verified shader into code for the machine.
 ///
-/// An instruction becomes a kernel and its operands. A reference that is the same for all points is
-/// just another base address. A varying reference is loaded into a variable before the instruction
-/// and stored after it, so that kernels see only uniform and varying operands.
+/// An instruction becomes a kernel and its operands, or a step without a kernel if it is a jump or
+/// a bracket. A reference that is the same for all points is just another base address. The element
+/// of a varying reference is copied to a variable before an instruction that reads it, and back
+/// after one that writes it, so that kernels see only uniform and varying operands.
 class QxTranslator {
 public:
-    /// `shader` must be verified. `target` must be empty except for `isLight`. All must outlive
-    /// this object; the target does not refer to the shader.
+    /// Adds the variables and constants of the file to `target`, which must be empty except for
+    /// `isLight`. `shader` must be verified. All must outlive this object; the target does not
+    /// refer to the shader.
     QxTranslator(const SqxShader& shader, const QxKernelTable& kernels, QxMachineCode& target);
-    /// Fills the target except for its shadeops: variables, constants, and the blocks of main and
-    /// of the initializers. Call it once. Throws `QxHostError` if the file uses something that the
-    /// machine does not support; the target must not be used then. O(n) for n instructions, plus
-    /// the costs of `QxJoinRuns` and `QxLiveness`.
+    /// Fills in the rest of the target except for its shadeops: the blocks of main and of the
+    /// initializers, and the variables and constants that they need in addition. Call it once.
+    /// Throws `QxHostError` if the file uses something that the machine does not support; the
+    /// target must not be used then. O(n log n) for n instructions, plus O(v) per block for v
+    /// variables and the costs of `QxLiveness`.
     void Run();
 
 private:

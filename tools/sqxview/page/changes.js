@@ -1,5 +1,6 @@
 // Sends the settings that the user changes to the program, one message at a time. Changes that are
-// made while a message is sent are collected for the next one, with only the latest value of each.
+// made while a message is sent are collected for later ones, with only the latest value of each
+// setting.
 
 import { showText } from "./elements.js";
 
@@ -7,12 +8,13 @@ const changes = new Map();  // not sent yet: setting and latest value
 let isSending = false;
 let mostBytes = Infinity;  // of a message; the state of the program contains this limit
 
-/** Sets the largest message that the program accepts. */
+/** Sets the size of the largest message that the program accepts. */
 export function setMostBytes(bytes) {
     mostBytes = bytes;
 }
 
-/** Removes and returns the changes that fit into one message, at least one. */
+/** Removes and returns the first changes, as many as fit into one message; at least one, even if it
+    is too long. */
 function takeForm() {
     const form = new URLSearchParams();
     for (const [name, value] of changes) {
@@ -25,7 +27,7 @@ function takeForm() {
     return form;
 }
 
-/** Changes a setting; the value is written as on the command line. */
+/** Changes a setting of the program; SqxViewSession.h lists the names and what their values are. */
 export function change(name, value) {
     changes.delete(name);  // moves it to the end, since the order of changes matters
     changes.set(name, value);
@@ -52,7 +54,7 @@ async function send() {
     isSending = false;
 }
 
-/** True if the program has not received all changes yet. */
+/** True if the program has not answered all changes yet. */
 export function isChanging() {
     return changes.size > 0 || isSending;
 }

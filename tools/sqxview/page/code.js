@@ -12,7 +12,8 @@ export function takeShaders(now) {
     showListing();
 }
 
-/** Shows the byte-code of the selected shader and level, unless it is hidden or shown already. */
+/** Shows the byte-code of the selected shader and level and the counts of all levels, unless they
+    are hidden or shown already. */
 export async function showCode() {
     if (shaders.length === 0)
         return;  // no state has arrived yet

@@ -1,11 +1,14 @@
-// Controls for values. Each has "element", its HTML element or elements, and "show", a function that
-// gets the numbers or texts to show, or null if there are none. After a change by the user, "changed"
-// is called with all values. A field with the focus is not updated: the user is typing there.
+// Controls for values. Each has "element", an array of its HTML elements, and "show", a function
+// that gets an array of the numbers or texts to show, or null if there are none. After a change by
+// the user, "changed" is called with an array of all values. Only a number field has one element
+// and one number in place of arrays. A control with the focus is not updated by "show": the user is
+// changing it.
 
 import { colorNumbers, colorWord } from "./colors.js";
 import { make } from "./elements.js";
 
-/** A text field for one number. */
+/** A field for one number. While its text is no number, it is marked as invalid and "changed" is
+    not called. */
 export function numberField(label, changed) {
     const input = make("input", { type: "number", step: "any", attributes: { "aria-label": label } });
     input.addEventListener("input", () => {
@@ -38,14 +41,15 @@ export function numbersControl(labels, changed) {
     return { element: fields.map((field) => field.element), show };
 }
 
-/** Returns the range from 0 to twice the default value, or to 1 for 0, extended to include the
-    current value. If one of the values is negative, the range is symmetric about 0. */
+/** Returns the range from 0 to twice the default value, or to 1 if the default is 0, extended to
+    include the current value. If one of the values is negative, the range is symmetric about 0. */
 function sliderRange(usual, number) {
     const reach = Math.max(usual === 0 ? 1 : 2 * Math.abs(usual), Math.abs(number));
     return [usual < 0 || number < 0 ? -reach : 0, reach];
 }
 
-/** A number field and a slider; its range depends on the default value `usual`, which may be null. */
+/** A number field and a slider, whose range depends on the current value and on the default value
+    `usual`, which may be null. */
 export function floatControl(label, usual, changed) {
     const field = numberField(label, (number) => {
         showSlider(number);
@@ -109,7 +113,8 @@ export function textControl(label, changed) {
     return { element: [input], show };
 }
 
-/** A row for a parameter or a setting of the picture: its name and a control for each element. */
+/** A row for a parameter or a setting: its name, a text about its kind, and a control for each
+    element. */
 export function row(name, kind, elements) {
     const lines = elements.map(({ index, control }) => make("div", { className: "element" },
         ...(index === undefined ? [] : [make("span", { className: "index" }, `[${index}]`)]),

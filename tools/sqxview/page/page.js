@@ -1,5 +1,6 @@
-// The page shows the state of the program and sends changes to it; the page stores nothing itself.
-// The program answers a request for the state when the state changes, so a request is always open.
+// The page shows the state of the program and sends changes to the program, which stores all values
+// and settings. The program answers a request for the state when the state changes, or after some
+// seconds; the page then sends the next request.
 
 import { isChanging, setMostBytes } from "./changes.js";
 import { showCode, takeShaders } from "./code.js";

@@ -1,4 +1,5 @@
-// The parameters of all shaders. The controls are reused as long as the parameters are the same.
+// The parameters of all shaders. The controls of a shader are reused as long as the names, kinds
+// and default values of its parameters are the same.
 
 import { change } from "./changes.js";
 import { colorControl, floatControl, matrixControl, row, textControl, tripleControl } from "./controls.js";
@@ -53,7 +54,8 @@ function parameterControl(number, parameter) {
     return { element, show };
 }
 
-const shaderParts = [];  // for each shader: its controls, and the parameters for which they were made
+// For each shader: its section and controls, and the parameters for which they were made.
+const shaderParts = [];
 
 /** Shows the values of all parameters, as the program lists them. */
 export function showParameters(shaders) {

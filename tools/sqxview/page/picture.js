@@ -38,7 +38,8 @@ function statusOf(state) {
     return `Drawing, for ${state.timeLimit} s at most`;
 }
 
-/** Shows the names of the shaders, and the status of the picture and whether it is outdated. */
+/** Shows the names of the shaders, the status of the picture, whether the picture is outdated, and
+    the command that makes it. */
 export function showLook(state) {
     const { picture, shaders } = state;
     const names = shaders.map((shader) => shader.path.split("/").at(-1)).join(" + ");

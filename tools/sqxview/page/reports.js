@@ -1,4 +1,5 @@
-// The reports of the compiler, and errors while rendering the picture.
+// The reports of the compiler, hints about dropped values, errors while rendering the picture, and
+// the texts that shaders print.
 
 import { byId, make } from "./elements.js";
 
@@ -16,7 +17,7 @@ function reportPart(title, isFault, text, ...more) {
 
 let shownFaults = "";
 
-/** Shows the reports of the compiler, the texts that shaders print, and run-time errors. */
+/** Shows all reports of the state, unless they are shown already. */
 export function showFaults(state) {
     const parts = [];
     for (const shader of state.shaders) {
