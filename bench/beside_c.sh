@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Compares a compile with `cc -fsyntax-only` of the same program in C, by processor time including
-# children: with a preprocess command that only copies, and with the compiler's own preprocessor.
-# The commands alternate, so that a busy machine slows all of them alike.
+# Prints the processor time of a compile divided by that of `cc -fsyntax-only` for the same program in C,
+# both with their child processes. shaderqx compiles with a preprocess command that only copies, and with
+# its own preprocessor. The commands alternate, so that a busy machine slows all of them alike.
 # usage: beside_c.sh BIN_DIRECTORY [ROUNDS [LINES...]]
 set -euo pipefail
 bin=$(cd "$1" && pwd)
@@ -17,7 +17,7 @@ TIMEFORMAT='%U %S'
 # shellcheck disable=SC2016 # the compiler replaces the words
 copy='cat $input_file > $cpp_result'
 
-to_c() {  # the shader of body.sh as a function of C
+to_c() {  # translates the shader of body.sh on standard input to a C function
     cat <<'C'
 struct color { float r, g, b; };
 static struct color scaled(struct color c, float k) { c.r *= k; c.g *= k; c.b *= k; return c; }
@@ -28,7 +28,7 @@ C
         -e 's/c0 \*= \(.*\);/c0 = scaled(c0, \1);/' -e 's/c0 += \(.*\);/c0 = raised(c0, \1);/' \
         -e 's/Ci = c0 \* f2;/*Ci = scaled(c0, f2);/' -e 's/Oi = Os;/*Oi = Os;/'
 }
-run() {  # COMMAND...: ten times
+run() {  # runs COMMAND... ten times
     for _ in 1 2 3 4 5 6 7 8 9 10; do "$@" >/dev/null 2>&1 || exit 1; done
 }
 seconds() { { time run "$@"; } 2>&1 | awk '{ print $1 + $2 }'; }

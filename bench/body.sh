@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Prints a preprocessed shader of about $1 lines, which alternate between varying conditions and
-# varying loops, all in one body. Each statement reads results of others, so that none is dead.
+# varying loops, all in one body. No statement is dead, since later ones read its result.
 awk -v count="$1" 'BEGIN {
     print "# 1 \"body.sl\""
     print "surface body(float Kd = 0.5)"

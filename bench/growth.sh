@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Measures time and memory of straight-line shaders, each ten times as long as the previous one. Ten
-# times the length may take at most 12 times as long, and a statement at most 3 KiB at -O0.
+# Measures time and memory of compiling straight-line shaders, by default each ten times as long as the
+# previous one. The goals: ten times the length takes at most 12 times as long, and a statement takes at
+# most 3 KiB at -O0. The script does not check them.
 #
 # The output is the C++ file, which is not compiled: at -O0 the largest shader has more variables
 # than byte-code can number.

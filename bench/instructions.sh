@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Counts the instructions that the compiler executes, which do not depend on other processes, and
-# compares them with the table in docs/measurements.md. Its rows define what is compiled: the
-# options, and `bench/body.sh` with a number of lines, or an empty shader for 0 lines. Programs that
-# the compiler starts are not counted.
+# Counts the instructions that the compiler executes, and compares their number, which does not depend on
+# other processes, with the table in docs/measurements.md. The rows of the table define what is compiled:
+# the options, and the number of lines of the shader that `bench/body.sh` prints, or 0 for an empty shader.
+# Instructions of programs that the compiler starts are not counted.
 # usage: instructions.sh BIN_DIRECTORY [LINES [OPTION...]]
+#   LINES, OPTION  compile this instead, and compare with nothing
 set -euo pipefail
 if ! command -v valgrind >/dev/null; then
     echo "instructions.sh: valgrind is not here, nothing is counted" >&2
@@ -20,7 +21,7 @@ SLC_CPP_COMMAND='cat $input_file > $cpp_result'
 
 count() {  # LINES OPTION...
     if [ "$1" = 0 ]; then echo 'surface empty() {}'; else "$bench/body.sh" "$1"; fi >shader.sl
-    # The dynamic linker reads every variable of the environment.
+    # The dynamic linker reads all variables of the environment, so others would change the count.
     env -i PATH="$PATH" SLC_CPP_COMMAND="$SLC_CPP_COMMAND" SLC_CC_COMMAND=false \
         valgrind --tool=cachegrind --cache-sim=no --cachegrind-out-file=/dev/null --log-file=log \
         "$bin/shaderqx" "${@:2}" shader.sl

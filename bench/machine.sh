@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Compares the machine, which runs byte-code, with shared objects of the same shaders, built by the
-# default command. Prints the tables of docs/measurements.md: a cell of the first one is the time of
-# the machine divided by that of the shared object, with the baseline kernels and with the best ones
-# for the processor.
+# default command. Prints the tables about the machine of docs/measurements.md. A cell of the first one is
+# the time of the machine divided by that of the shared object, with the baseline kernels and with the best
+# kernels for the processor.
 # usage: machine.sh BIN_DIRECTORY [SECONDS [SIDE...]]
-# SHADERS in the environment: the names of the shaders to measure.
+#   SECONDS  time to spend on each value
+#   SIDE     length of a grid in points
+# environment: SHADERS  names of the shaders to measure, instead of those listed below
 set -euo pipefail
 bin=$(cd "$1" && pwd)
 seconds=${2:-0.5}
@@ -14,7 +16,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-# A run that fails may leave a file next to the source, so do not use a tree that others read.
+# A compile that fails may leave a file next to the source, so it must not run in a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 # The tables compare with objects for the baseline processor, unless the environment says otherwise.
@@ -31,7 +33,7 @@ order=(arithmetic branches colors matte velvet_flat checker_flat metal fog_flat 
        brick ripple mandelbrot cells spotlight grading)
 read -ra names <<<"${SHADERS:-${order[*]}}"
 
-# Builds both outputs of a source: NAME.bc and NAME.so.
+# Compiles the source $1 of the shader $2 to byte-code, $2.bc, and to a shared object, $2.so.
 build() {
     "$bin/shaderqx" "$1" 2>messages && mv "$2.sqx" "$2.bc" &&
         "$bin/shaderqx" --dso "$1" 2>messages && mv "$2.sqx" "$2.so" || { cat messages; exit 1; }

@@ -1,6 +1,6 @@
 // Measures a command: the shortest elapsed time and the largest memory of several runs.
 // usage: measure RUNS COMMAND [ARGUMENT...]
-// Prints the seconds, and the KiB of the process or of its largest child, whichever is larger.
+// Prints the seconds, and the KiB of the largest process among the command and its children.
 
 #include <algorithm>
 #include <chrono>
@@ -18,7 +18,8 @@ struct Cost {
     long kibibytes;
 };
 
-/// Runs the command once without showing its messages. Ends this program if the command fails.
+/// Runs the command once without showing its output. Ends this program with status 1 if the command
+/// fails.
 Cost RunOnce(char** command)
 {
     const auto start = std::chrono::steady_clock::now();

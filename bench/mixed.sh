@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Prints a preprocessed shader of about $1 instructions: arithmetic, varying conditions with and
-# without `else`, conditional expressions, loops with `break`, and calls of two functions that are
-# expanded in place. Each statement reads results of others.
+# Prints a preprocessed shader of about $1 instructions at -O0: arithmetic, varying conditions with and
+# without `else`, a uniform condition, conditional expressions, loops, one of them with `break`, and calls of
+# two functions. Later statements read the results of each statement.
 awk -v count="$1" 'BEGIN {
     print "# 1 \"mixed.sl\""
     print "float bent(float a, b)"

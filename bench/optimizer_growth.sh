@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Measures time and memory of mixed shaders, each ten times as long as the previous one, at the
-# levels of optimization. Ten times the length may take at most 15 times as long and 12 times the
-# memory, and the largest shader may take at most 60 times as long at -O2 as at -O0, and 2 GiB.
+# Measures time and memory of compiling the shaders of mixed.sh at -O0, -O2 and -O3, by default each ten
+# times as long as the previous one. The goals: ten times the length takes at most 15 times as long and 12
+# times the memory, and the largest shader takes at most 60 times as long at -O2 as at -O0, and 2 GiB. The
+# script does not check them.
 #
 # The output is the C++ file, which is not compiled: the largest shaders have more variables than
 # byte-code can number.

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Shows how well the optimizer works on each example: instructions, parallel runs and varying locals
-# of its main code at -O0, -O1, -O2 and -O3. Smaller is better: each varying local takes memory for
-# every shading point, and each parallel run is a loop over the points.
+# Shows how well the optimizer works on each shader, by default on each example: instructions and parallel
+# runs of its main code, and its varying locals, at -O0, -O1, -O2 and -O3. Smaller is better: each varying
+# local takes memory for every shading point, and each parallel run is a loop over the points.
 # usage: quality.sh BIN_DIRECTORY [SHADER...]
 set -euo pipefail
 bin=$(cd "$1" && pwd)

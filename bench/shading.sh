@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Compares shared objects with hand-written loops for the same arithmetic, compiled by the same
-# command. A shader that only computes may be at most 1.5 times slower. The second table compares
-# with loops over strips of points, which are as fast as vector instructions allow, and shows how
+# command. The goal is that a shader that only computes takes at most 1.5 times as long. The second table
+# compares with loops over strips of points, which are as fast as vector instructions allow, and shows how
 # much faster shaders could become. The third table compares byte-code with these loops.
 # usage: shading.sh BIN_DIRECTORY [SECONDS [SHADER...]]
-# OPTIONS in the environment: more options of the C++ compiler, such as -march=native.
+#   SECONDS  time to spend on each shader
+#   SHADER   a shader of the first table
+# environment: OPTIONS  more options of the C++ compiler, such as -march=native
 set -euo pipefail
 bin=$(cd "$1" && pwd)
 seconds=${2:-1}
@@ -14,13 +16,13 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-# A run that fails may leave a file next to the source, so do not use a tree that others read.
+# A compile that fails may leave a file next to the source, so it must not run in a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND
 export SLC_CC_OPTIONS=${OPTIONS:-}
 
 limits=(arithmetic matte mandelbrot)
-# Prints the path of a shader's source.
+# Prints the path of the source of the shader $1, or nothing if there is none.
 source_of() {
     ls "examples/$1.sl" "machine/$1.sl" 2>/dev/null || true
 }

@@ -5,10 +5,11 @@
 #   else-if      a chain of `else if`
 #   choice       nested choices of a value (`? :`)
 #   and          a chain of `&&`
-#   calls        calls of a function of ten lines
-#   unused       a sum over conditions; the sum is not used
+#   calls        calls of a short function with a condition
+#   unused       a sum, with a condition after each addition; the sum is not used
 #   switch       conditions under a constant condition that is false
-#   doubling     functions that each call the previous one twice, with $2 calls in total
+#   doubling     functions that each call the previous one twice; the first is called $2 times, rounded up to
+#                a power of two
 #   together     variables that are all live at the same time
 #   loops        nested uniform loops
 #   dead-loop    a chain of assignments across iterations of a loop; the result is not used

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Measures the time of forms of code that can lead to quadratic time in a compiler. Twice the size
-# may take little more than twice as long: the two measurements at each level are for half the count
-# and for the whole count.
+# Measures the time of compiling forms of code that can lead to quadratic time in a compiler. Prints for
+# each level the time for COUNT, and that time divided by the time for half of COUNT, which should be
+# little more than 2.
 # usage: shapes_growth.sh BIN_DIRECTORY [SHAPE COUNT]...
 set -euo pipefail
 bin=$(cd "$1" && pwd)

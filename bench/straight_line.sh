@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Prints a preprocessed shader of $1 straight-line statements of mixed types and operations. Each
-# statement reads results of others, so that none is dead.
+# Prints a preprocessed shader of $1 straight-line statements of mixed types and operations. No statement
+# is dead, since later ones read its result.
 awk -v count="$1" 'BEGIN {
     print "# 1 \"straight_line.sl\""
     print "surface straight_line(float Kd = 0.5; color tint = color(0.2, 0.4, 0.8))"

@@ -19,7 +19,7 @@ else()
     slc_leave_out("Debian packages" "file or dpkg-shlibdeps is missing")
 endif()
 
-# Debian requires compressed pages and a changelog, which the archive does not need.
+# Debian requires compressed manual pages, a changelog and a copyright file, which the archive does not need.
 set(debian "${CMAKE_CURRENT_SOURCE_DIR}/debian")
 configure_file("${debian}/copyright.in" debian/copyright @ONLY)
 set(CPACK_PRE_BUILD_SCRIPTS "${debian}/documents.cmake")
@@ -32,7 +32,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_NAME shaderqx)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SHLIBDEPS ON)
-# Shared objects need a C++ compiler, and sqxmake needs ninja.
+# `shaderqx --dso` needs a C++ compiler, and sqxmake needs ninja.
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_RECOMMENDS "g++ | c++-compiler, ninja-build")
 # The first line of both descriptions is that of the project.
 set(CPACK_DEBIAN_SHADERQX_DESCRIPTION

@@ -2,13 +2,15 @@
 #                      [INCLUDE_DIRECTORIES ...] [OPTIONS ...])
 #
 # Makes TARGET, part of `all`, which compiles the sources. Each shader becomes D/SHADER.sqx; without
-# OUTPUT_DIRECTORY, D is the folder TARGET in the current binary directory. The property
-# SHADERQX_OUTPUT_DIRECTORY of the target contains D. With DSO the shaders become shared objects. The
-# options are those of the compiler.
+# OUTPUT_DIRECTORY, D is the folder TARGET in the current binary directory, where a relative D also begins.
+# The property SHADERQX_OUTPUT_DIRECTORY of the target contains the path of D. With DSO the shaders become
+# shared objects. INCLUDE_DIRECTORIES are searched for included files and shadeop libraries; relative ones
+# begin in the current source directory. OPTIONS are options of the compiler.
 #
-# A source is compiled again when it, a file that it includes, a shadeop library that it calls into,
+# A source is compiled again when it, a file that it includes, a shadeop library whose functions it calls,
 # the options or the compiler change. A library that the same project builds must be built first:
 # add_dependencies(TARGET LIBRARY).
+#
 # The output of the rule is a stamp file, since only the compiler knows the name of the shader.
 function(shaderqx_add_shaders target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DSO" "OUTPUT_DIRECTORY" "INCLUDE_DIRECTORIES;OPTIONS")

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Runs the two commands of the README on a Debian with only git installed: once as a new user would,
-# then again without network. This shows whether the scripts forget to install a package. Needs
-# root, debootstrap, and `ip` of iproute2; uses the mirror of this machine's apt.
+# then again without network. This shows whether the scripts forget to install a package. Then tests the
+# Debian packages in a new system. Needs root, debootstrap, and `ip` of iproute2; uses the mirror of this
+# machine's apt.
 # usage: bare.sh           tests a clone of HEAD; takes as long as two runs of scripts/test.sh
-#        bare.sh COMMAND   instead runs the command in the system of the last run, with network
-# environment: SLC_BARE_FOLDER  keeps the system, 3 GB with its build, in this folder instead of build/bare.
+#        bare.sh COMMAND   instead runs the command, with network, in the system that the last run left:
+#                          after a failure that of the failed step, else that of the test of the packages
+# environment: SLC_BARE_FOLDER  keeps the system, up to 3 GB, in this folder instead of build/bare.
 #                               Its subfolders base (the system before a run) and archives (downloaded packages)
 #                               are reused by the next run; remove them to start from scratch.
 #              SLC_BARE_CCACHE  a folder of ccache for the builds; ccache is then also installed in the system.
@@ -52,9 +54,9 @@ make_base() {
     mv "$folder/base.part" "$folder/base"
 }
 
-# Runs the command $2... in the clone inside the system; $1 is `network` or `alone`. The mounts belong
-# to that process and end with it. Of this machine's variables, only those of proxies are passed on,
-# and with a cache the language.
+# Runs the command $2... in /root/clone inside the system, with network only if $1 is `network`. The mounts
+# exist only for this command. Of this machine's environment variables, only those of proxies are passed on,
+# and with a cache LANG.
 inside() {
     local isolation=()
     [ "$1" = network ] || isolation=(--net)
@@ -94,11 +96,11 @@ if [ -n "$cache" ]; then
 fi
 for connection in network alone; do
     inside "$connection" scripts/quickstart.sh
-    # The command that quickstart.sh suggests at its end.
+    # quickstart.sh suggests this command at its end, without a prefix.
     inside "$connection" cmake --install build/release --prefix /root/installed >/dev/null
     inside "$connection" scripts/test.sh
 done
-# Tests the packages in a system without build tools.
+# Makes the packages, and tests them in a new system, which has no build tools.
 inside network bash -c 'source scripts/prepare.sh && install_missing "$package_needs" && cmake build/release >/dev/null &&
     cd build/release && cpack -G DEB -B ../packages'
 packages=$(mktemp -d)

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the programs with other compilers, C++ libraries and address sizes, without warnings, and
 # compiles and shades an example with each: byte-code and values must be those of the release build.
-# usage: compilers.sh [--install] [NAME...]    after a build of the release preset; all of them by default
-#   --install  installs what is missing for each with apt-get; since only one version of libc++ can be installed,
-#              the next one replaces it. Without this option, rows with missing packages are reported and skipped.
+# usage: compilers.sh [--install] [NAME...]    after a build of the release preset
+#   NAME       a row of the table below; all rows by default
+#   --install  installs what is missing for a row with apt-get; since only one version of libc++ can be
+#              installed, it replaces another version. Rows that then lack something are reported and skipped.
 # environment: SLC_COMPILERS_JOBS  number of parallel compiles; one per processor by default
 #              SLC_COMPILERS_TYPE  Release by default; Debug takes a third of the time, but without the warnings
 #                                  that g++ prints only when it optimizes
@@ -11,10 +12,11 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. Its libc++ 22 exists only as a static library.
+# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. Debian 12 has libc++ 22 only as a
+# static library.
 # -m32 does not need g++-multilib, since the kernel headers are the same for both sizes. libc6-dev-i386 replaces
-# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is left out, since
-# std::from_chars cannot read floating-point numbers before version 20.
+# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is left out,
+# since std::from_chars of libc++ cannot read floating-point numbers before version 20.
 #   name                compiler     packages                                              flags
 compilers='
     g++                 g++          g++
@@ -36,11 +38,11 @@ example=marble
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-# Prints the values of the example, compiled and shaded by the build in $1, with the compiler $2.
+# Prints the values of the example, compiled and shaded by the build in $1, and the checksum of its byte-code.
+# The program that prints the values is built with the compiler and the flags $2...
 values() {
     local folder=$1
     mkdir -p "$scratch/files"
-    # The compiler preprocesses the source itself.
     (cd "$scratch/files" && "$folder/bin/shaderqx" -w0 "$OLDPWD/examples/$example.sl" 2>/dev/null)
     # shellcheck disable=SC2086  # the words are a compiler and its flags
     ${*:2} -std=c++20 -O1 -ffp-contract=off tests/cross/values.cpp -o "$scratch/values" -Iruntime \
@@ -56,12 +58,13 @@ is_here() {
         "$@" -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null
 }
 
-# Prints the flags for linking programs that are compiled with the flags $1.
+# Prints the flags for linking programs that are compiled with the flags $1: libc++ is linked statically.
 link_flags() {
     [[ $1 != *libc++* ]] || echo -static-libstdc++
 }
 
-# Builds row $1 with the compiler $2 and the flags $3...; if it fails, the log contains the reason.
+# Builds row $1 with the compiler $2 and the flags $3... and compares the values of the example. If any of
+# this fails, the log contains the reason.
 try() {
     local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=() link
     link=$(link_flags "$flags")

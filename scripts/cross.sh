@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Builds for another architecture and runs the result in an emulator. Compiled shaders, and the values that they
-# compute, must be the same as on this machine, bit by bit.
-# usage: cross.sh aarch64    after a build of the release preset
-# environment: SLC_AGREE_TESTS, SLC_AGREE_RANDOM  the share of shaders for which byte-code and shared objects are
-#              compared, see tests/host/AgreementTest.cpp; a tenth by default, since an emulator is slow
+# Builds for another architecture and runs the result in an emulator. Compiled shaders, and the values that
+# they compute, must be the same as on this machine, bit by bit, and a part of the tests must pass.
+# usage: cross.sh aarch64    builds the release preset first, if it has not been built
+# environment: SLC_AGREE_TESTS, SLC_AGREE_RANDOM  select the shaders for which byte-code and shared objects
+#              are compared, see tests/host/AgreementTest.cpp; by default fewer than there, since an emulator
+#              is slow
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
@@ -38,7 +39,7 @@ if command -v ccache >/dev/null; then
     export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
 
-# GoogleTest is only available as source.
+# Debian has GoogleTest for the other architecture only as source.
 if [ ! -d "$work/needs" ]; then
     configure -S /usr/src/googletest -B "$work/googletest" -DCMAKE_INSTALL_PREFIX="$work/needs"
     cmake --build "$work/googletest" --parallel "$(nproc)" --target install
@@ -49,7 +50,7 @@ configure -S . -B "$build"
 cmake --build "$build" --parallel "$(nproc)" --target shaderqx sqxdump sqxmake \
     test_backends test_product_machine test_runtime test_host test_run
 
-# Both compilers write the same files, each with its built-in preprocessor.
+# Both builds of shaderqx must write the same files, each with its built-in preprocessor.
 unset SLC_CPP_COMMAND
 export SLC_CC_COMMAND=false
 emulated=(${emulator//;/ })

@@ -6,7 +6,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# Options that show the effect of a shader better than the default, a sphere of plain plastic.
+# Prints the options and other shaders with which the example $1 is shown better than by default, on or around
+# a sphere of plain plastic.
 options_of() {
     case $1 in
         lettering | mandelbrot | raindrops | sticker) echo --square ;;
@@ -26,7 +27,7 @@ is_of_kind() {
     grep -q "^$2 " "$1"
 }
 
-# Prints the first sentence of the comment at the start of an example, after a line of options.
+# Prints the first sentence of the first comment in the example $1. A line of options may precede it.
 first_sentence() {
     sed -n '/^\/\*/,/\*\//p' "$1" | tr '\n' ' ' |
         sed -E 's#^/\*##; s#\*/.*##; s#  ?\* ?# #g; s# +# #g; s#^ ##; s#([.]) .*#\1#; s# $##'
@@ -81,7 +82,7 @@ make_pictures() {
     done
 }
 
-# Renders the strips for docs/built-ins.md, whose tiles are 112 pixels wide.
+# Renders the strips for docs/built-ins.md. A strip is a row of tiles that are 112 pixels wide and high.
 make_strips() {
     local source name tiles
     for source in examples/strips/*.sl; do

@@ -1,5 +1,5 @@
-# Sourced by the other scripts: installs missing tools and libraries, and builds a preset.
-# The working directory must be the repository's root.
+# Functions by which other scripts install missing tools and libraries, and build a preset. These scripts
+# source this file. The working directory must be the repository's root.
 
 # What the programs need, and how to check that it is installed: a command, a file, or a header that the
 # compiler finds.
@@ -62,7 +62,7 @@ missing_packages() {
     done <<<"$1"
 }
 
-# Installs the packages $@ without asking.
+# Installs the packages $@ without asking, if there is apt-get, and for other users than root also sudo.
 install_packages() {
     local as_root=()
     if ! command -v apt-get >/dev/null; then
@@ -89,8 +89,8 @@ install_missing() {
     [ ${#packages[@]} = 0 ] || install_packages "${packages[@]}"
 }
 
-# Configures the preset $1 and builds its targets $2..., or all of them, in build/$1, with ninja and ccache
-# if they are installed.
+# Configures the preset $1 and builds its targets $2..., or all of them, in build/$1. Uses ccache if it is
+# installed, and for a new build folder ninja.
 build_preset() {
     if [ ! -e "build/$1/CMakeCache.txt" ] && command -v ninja >/dev/null; then
         export CMAKE_GENERATOR=Ninja

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the programs from a clean clone, compiles every example, and renders their pictures.
+# Installs what is missing, builds the programs, compiles the shaders in examples/ and in the folders directly
+# below it, and shades those of examples/ itself into one picture, if sqxshade is built.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
@@ -14,7 +15,7 @@ announce "Building the programs in build/release; the first time takes some minu
 build_preset release programs
 
 # Compiles one example; messages are shown only if this fails. Options that an example needs are in a
-# comment in its first line. The compiler leaves generated C++ in the working directory.
+# comment in its first line. The working directory is build/examples, since generated C++ stays there.
 compile_example() {
     local messages options
     options=$(sed -n '1s|^// options: ||p' "$1")

@@ -1,19 +1,20 @@
 #!/usr/bin/env bash
-# Builds the programs, compiles the examples, and runs every test of the release build and, if
-# requested, of the sanitizer build. The last line states how many tests passed and failed.
+# Builds the programs, compiles the examples, and runs the tests of the release build and, if requested, of
+# the sanitizer build and of a build for another architecture. The last line states how many tests passed and
+# failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# The sanitizer build takes longer than everything else, so it must be requested: SLC_TEST_SANITIZERS=1.
+# SLC_TEST_SANITIZERS=1 requests the sanitizer build, which takes longer than everything else.
 sanitizers=${SLC_TEST_SANITIZERS:-0}
-# The same holds for the tests in a browser, which is large to install: SLC_TEST_BROWSER=1.
+# SLC_TEST_BROWSER=1 requests the tests in a browser, which is large to install.
 browser=${SLC_TEST_BROWSER:-0}
-# For the test in an editor, Neovim: SLC_TEST_EDITOR=1.
+# SLC_TEST_EDITOR=1 requests the test in an editor, Neovim.
 editor=${SLC_TEST_EDITOR:-0}
-# For examples/renderer, which needs Embree: SLC_TEST_RENDERER=1. If Embree is installed, it is built anyway.
+# SLC_TEST_RENDERER=1 installs Embree for examples/renderer, which is tested whenever Embree is installed.
 renderer=${SLC_TEST_RENDERER:-0}
-# For a build for another architecture, which runs in an emulator: SLC_TEST_ARM=1.
+# SLC_TEST_ARM=1 requests a build for aarch64, which runs in an emulator and counts as one test.
 arm=${SLC_TEST_ARM:-0}
 passed=0
 failed=0

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Runs clang-tidy with the configuration in .clang-tidy, and ends with status 1 if it finds anything. A
-# header is checked with the sources that include it. A source is skipped if it was clean and neither it
-# nor any file that it includes has changed since.
-# usage: tidy.sh            checks the files that differ from the branch main, or else from the last commit
+# header is checked with the sources that include it. A source is skipped if it was clean and since then
+# neither it, nor a file that it includes, nor .clang-tidy has changed.
+# usage: tidy.sh            checks the files that differ from the branch main, or on main from the commit before
+#                           the last one
 #        tidy.sh FILE...    checks these files
 #        tidy.sh --all      checks the whole tree, which takes an hour the first time
 # environment: SLC_TIDY_JOBS  number of files checked at a time; one per processor by default
@@ -12,8 +13,8 @@ cd "$(dirname "$0")/.."
 build=build/tidy
 clean=$build/clean
 
-# Prints all sources, except the fakes of tests, the program of the package's test and the fuzz targets,
-# which are compiled differently.
+# Prints the sources that are checked: not the fakes of tests, the programs of the tests host and package, and
+# the fuzz targets, which are compiled differently.
 sources() {
     git ls-files --cached --others --exclude-standard \
         'src/*.cpp' 'runtime/*.cpp' 'tools/*.cpp' 'tests/*.cpp' 'bench/*.cpp' |
@@ -46,7 +47,8 @@ sources_of() {
     done | sort -u | grep -xFf <(sources) || true
 }
 
-# Prints a hash of all that the result for the source $1 depends on: its text with all included files.
+# Prints a hash of all that the result for the source $1 depends on: the configuration, and the text of the
+# source with all included files.
 state_of() {
     local preprocess
     preprocess=$(grep -F -B1 "\"file\": \"$PWD/$1\"" "$build/compile_commands.json" |

@@ -6,8 +6,8 @@
 
 #include "host/QxHost.h"
 
-/// Runs the benchmark. Returns the exit status of the program: 1 after a report that a shader
-/// cannot be read or run, otherwise 0.
+/// Runs the benchmark `work`. Returns the exit status of the program: if it throws `QxHostError`,
+/// for example because a shader cannot be read, 1 after printing the error, otherwise 0.
 template <class Work>
 [[nodiscard]] int BenchStatusOf(const Work& work)
 {
@@ -20,8 +20,9 @@ template <class Work>
     return 0;
 }
 
-/// Runs a program that is called with SECONDS NAME...: prints `head`, the head of its table, then
-/// calls `measure` with each name and the seconds to spend on it, to print a row.
+/// Does all work of a program that is called with SECONDS NAME...: prints `head`, the head of its
+/// table, then calls `measure` with each name and the seconds to spend on it, to print a row.
+/// Returns the exit status of the program; 1, after printing its usage, if arguments are missing.
 template <class Measure>
 [[nodiscard]] int BenchEachShader(int argc, char** argv, const char* head, const Measure& measure)
 {

@@ -10,8 +10,8 @@
 #include "host/QxHost.h"
 
 /// The scene of a measured shader: a grid whose points all differ, and three lights. The lights are
-/// constant, so the host runs them only once. Measurements contain the summing of light by the
-/// shader, not the evaluation of lights by the host.
+/// constant, so they are evaluated only once, by the constructor. Measurements contain the summing
+/// of light by the shader, not the evaluation of lights.
 class BenchStage : public QxHostScene {
 public:
     /// Creates a square of side * side points.
@@ -67,7 +67,8 @@ private:
     std::vector<QxLightInput> m_lights;
 };
 
-/// A shader that is ready to be evaluated on a stage, which must outlive this object.
+/// A shader with its default values that is ready to be evaluated on the grid of a stage, which
+/// must outlive this object.
 class BenchAct {
 public:
     BenchAct(std::shared_ptr<const QxShader> shader, BenchStage& stage)
@@ -103,7 +104,7 @@ private:
     std::vector<QxVar> m_variables;
 };
 
-/// Returns the seconds that the work takes: the mean of `times` runs.
+/// Returns the elapsed seconds of the work: the mean of `times` runs.
 template <class Work>
 [[nodiscard]] double BenchSecondsOf(const Work& work, int times)
 {
@@ -121,7 +122,8 @@ template <class Work>
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// Like `BenchSecondsOf`, but in processor time, which does not include other processes.
+/// Like `BenchSecondsOf`, but in processor time of this thread, which contains no time of other
+/// threads and processes.
 template <class Work>
 [[nodiscard]] double BenchProcessorSecondsOf(const Work& work, int times)
 {

@@ -9,6 +9,7 @@
 #include "host/QxByteCodeShader.h"
 #include "host/QxHost.h"
 
+/// Returns the contents of NAME.bc. Throws `QxHostError` if it cannot be read.
 [[nodiscard]] inline std::string BenchBytesOf(const std::string& name)
 {
     std::ifstream file(name + ".bc", std::ios::binary);
@@ -18,7 +19,8 @@
     return bytes;
 }
 
-/// Reads the byte-code in NAME.bc, to run with these kernels.
+/// Returns the shader in the byte-code file NAME.bc, which then runs with these kernels. Throws
+/// `QxHostError` if the file cannot be read or is refused.
 [[nodiscard]] inline std::shared_ptr<const QxShader> BenchProgram(const std::string& name,
                                                                   QxKernelChoice kernels)
 {

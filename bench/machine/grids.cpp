@@ -1,8 +1,9 @@
-// Compares the machine with shared objects of the same shaders, on grids of several sizes: the time
-// of the machine divided by that of the shared object, with the baseline kernels and with the best
-// ones.
-// usage: machine_grids SECONDS SIDE... -- NAME=KIND... For each NAME there are NAME.bc, its
-// byte-code, and NAME.so; KIND is printed next to the name. A grid has SIDE * SIDE points.
+// Compares the machine with shared objects of the same shaders, on grids of several sizes: the
+// processor time of the machine divided by that of the shared object, with the baseline kernels and
+// with the best ones.
+// usage: machine_grids SECONDS SIDE... -- NAME=KIND...
+// For each NAME there are NAME.bc, its byte-code, and NAME.so, its shared object; KIND is printed
+// next to the name. A grid has SIDE * SIDE points, and SECONDS are spent on each cell.
 
 #include <algorithm>
 #include <cstdio>
@@ -23,7 +24,8 @@ double Median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Prints the cell of one grid. The runs alternate, so that a busy machine slows all of them alike.
+/// Prints the cell of one grid, the medians of the ratios. The runs alternate, so that a busy
+/// machine slows all of them alike.
 void Compare(const std::string& name, unsigned int side, double seconds)
 {
     BenchStage stage(side);

@@ -1,6 +1,7 @@
 // Measures parsing, verifying and translating byte-code, in processor time: microseconds for the
-// whole file and per instruction of the file.
-// usage: machine_load SECONDS NAME... For each NAME there is NAME.bc.
+// whole file and per instruction of the file, in the fastest round.
+// usage: machine_load SECONDS NAME...
+// For each NAME there is NAME.bc.
 
 #include <algorithm>
 #include <cstdio>

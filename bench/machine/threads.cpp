@@ -1,6 +1,7 @@
 // Measures the speed of two threads that share one program, as a multiple of the speed of one: in
-// elapsed time, and in processor time, as on an otherwise idle machine.
-// usage: machine_threads SECONDS NAME... For each NAME there is NAME.bc.
+// elapsed time, and in processor time, which shows the speed on an otherwise idle machine.
+// usage: machine_threads SECONDS NAME...
+// For each NAME there is NAME.bc.
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +20,7 @@ struct Times {
     double clock = 1e30;
     double processor = 1e30;
 
-    /// Keeps the shortest times of all rounds, since other processes only lengthen them.
+    /// Keeps the shorter times of two rounds, since other processes only lengthen them.
     void TakeLess(const Times& other)
     {
         clock = std::min(clock, other.clock);
@@ -28,7 +29,7 @@ struct Times {
 };
 
 /// Runs each act in a separate thread the given number of times. Returns the elapsed time per run,
-/// and the larger processor time.
+/// and the processor time per run of the thread that has used more of it.
 Times PlayTogether(std::vector<BenchAct*> acts, int times)
 {
     std::vector<double> processor(acts.size());

@@ -43,7 +43,7 @@ void Store(QxRGBColor* values, const Triples& triples, unsigned int count)
         values[j] = {triples.x[j], triples.y[j], triples.z[j]};
 }
 
-/// Sums the light of a strip, one light after the other.
+/// Sums the diffuse light at the points of a strip, one light after the other.
 void Diffuse(Triples& sum, const Triples& normals, const QxLightInput* lights, unsigned int count,
              unsigned int first, unsigned int points)
 {

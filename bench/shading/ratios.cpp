@@ -1,8 +1,9 @@
 // Compares shared objects of the same shaders that were built in two ways, on grids of several
 // sizes. Prints the time of the second divided by that of the first and, in parentheses, the
 // nanoseconds of processor time per point of the second; medians of interleaved rounds.
-// usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME... For each NAME there are
-// FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE * SIDE points.
+// usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME...
+// For each NAME there are FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE * SIDE points, and
+// SECONDS are spent on each cell.
 
 #include <algorithm>
 #include <cstdio>
@@ -29,7 +30,7 @@ struct Cell {
     double nanoseconds;  // per point
 };
 
-/// The runs alternate, so that a busy machine slows both alike.
+/// Compares two files. The runs alternate, so that a busy machine slows both alike.
 Cell CellOf(const std::string& first, const std::string& second, unsigned int side, double seconds)
 {
     BenchStage stage(side);

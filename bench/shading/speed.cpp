@@ -1,5 +1,6 @@
-// Compares shared objects with hand-written loops for the same arithmetic: shading points per
-// second of both on one grid, and how many times slower the shader is.
+// Compares compiled shaders, shared objects or byte-code, with hand-written loops for the same
+// arithmetic: shading points per second of both on one grid, and the time of the shader divided by
+// that of the loop.
 // usage: shading_speed SECONDS LOOPS.so SHADER.sqx...
 // LOOPS.so has a function plain_NAME for each shader NAME, see loops.h.
 
@@ -19,7 +20,8 @@ namespace {
 
 constexpr unsigned int k_side = 48;  // points along an edge of the grid
 
-/// Prints the speeds of both. The runs alternate, so that a busy machine slows both alike.
+/// Prints the speeds of both and the ratio of their times. The runs alternate, so that a busy
+/// machine slows both alike.
 template <class Shader, class Loop>
 void Compare(const std::string& name, const Shader& shader, const Loop& loop, double seconds)
 {
@@ -36,7 +38,7 @@ void Compare(const std::string& name, const Shader& shader, const Loop& loop, do
                 points / best[1] / 1e6, best[0] / best[1]);
 }
 
-/// Ends the program if the two results differ by more than rounding errors.
+/// Ends the program with status 1 if the two results differ by more than rounding errors.
 void CheckAlike(const std::string& name, BenchStage& byShader, BenchStage& byLoop)
 {
     for (const char* variable : {"Ci", "Oi", "P"}) {

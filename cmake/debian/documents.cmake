@@ -1,4 +1,5 @@
-# Run by cpack before it packs: adds the files that Debian's policy requires to the tree of each package.
+# Run by cpack before it packs. If it makes Debian packages, adds the files that Debian's policy requires to
+# the tree of each package, compresses the manual pages, and sets the modes of all files.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
     return()
 endif()
@@ -13,6 +14,6 @@ foreach(part IN LISTS CPACK_COMPONENTS_ALL)
     configure_file("${CPACK_SLC_DEBIAN_COPYRIGHT}" "${documents}/copyright" COPYONLY)
     file(GLOB pages "${tree}/share/man/man1/*.1" "${documents}/changelog")
     execute_process(COMMAND "${GZIP}" -9nf ${pages} COMMAND_ERROR_IS_FATAL ANY)
-    # Files and folders of the tree may have any mode.
+    # Debian's policy also fixes the modes, but those in the tree depend on the umask of the user.
     execute_process(COMMAND chmod -R u=rwX,go=rX "${tree}" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

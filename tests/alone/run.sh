@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Each source file compiles by itself, so it includes all that it uses. In a unity build it could
-# use the includes of files before it. The test takes as long as a full build: without
-# SLC_TEST_ALONE=1 it is skipped with status 77.
+# Compiles each source file by itself, to find files that lack an include. In a unity build such a file
+# can use the includes of files before it. The test takes as long as a full build, so it is skipped, with
+# status 77, unless SLC_TEST_ALONE is 1.
 # usage: run.sh CXX_COMPILER [TARGET...]
+#   TARGET  a target of CMake; all targets of a normal build if none is given
 set -euo pipefail
 [ "${SLC_TEST_ALONE:-0}" = 1 ] || { echo "SLC_TEST_ALONE is not 1"; exit 77; }
 root=$(cd "$(dirname "$0")/../.." && pwd)

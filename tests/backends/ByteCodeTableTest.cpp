@@ -73,7 +73,7 @@ TEST(SqxLayout, PlacesOperandsAndTheCondition)
         const char* operands;
     };
     static const LayoutCase cases[] = {
-        {"CALL_PRIM_ATTRIBUTE", "wrmrrr"},           // the lowering adds the type of the variable
+        {"CALL_PRIM_ATTRIBUTE", "wrmrrr"},           // the lowering adds the shape of the variable
         {"CALL_PRIM_CALCULATENORMAL_SIMD", "wrrr"},  // the lowering adds du and dv
         {"CALL_PRIM_FILTERSTEP", "wrrrrr"},
         {"CALL_PRIM_SPLINE_1D", "nw*"},

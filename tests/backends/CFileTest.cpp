@@ -1,4 +1,5 @@
-// Compares whole generated C++ files, one for each kind of shader, with those under golden/.
+// Compares whole generated C++ files, one for each kind of shader, with those under golden/, and
+// checks parts of other files.
 
 #include <gtest/gtest.h>
 
@@ -53,7 +54,7 @@ void ExpectGolden(Shader& shader, const std::string& name)
     EXPECT_EQ(text, golden.str());
 }
 
-/// Returns the part of `file` from the text `from` up to the text `to`.
+/// Returns the part of `file` that begins with `from` and ends before `to`; empty if there is none.
 std::string Section(const std::string& file, const std::string& from, const std::string& to)
 {
     const auto begin = file.find(from);

@@ -4,7 +4,7 @@
 
 #include "icode/SlcICodes.h"
 
-/// Functions that make operands for tests of the C++ writer.
+/// Functions that make operands, types and labels for tests of the C++ writer.
 namespace CForm {
 
 [[nodiscard]] SlcOperand Local(const char* name, SlcTypeNode* type, SlcDetailNode* detail);

@@ -12,8 +12,8 @@ public:
     /// `type` must outlive the shader.
     Shader(const char* name, SlcShaderTypeNode* type);
 
-    /// Adds a parameter. After `init` has run, `value` contains its default value. `space` has no
-    /// quotes.
+    /// Adds an input parameter and returns its operand. After `init` has run, `value` contains its
+    /// default value, in the coordinate space `space`, which has no quotes.
     const SlcOperand& AddParameter(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
                                    const SlcOperand& value, SlcPtr<SlcListICode> init = nullptr,
                                    const char* space = "", bool dependsOnContext = false);

@@ -17,7 +17,7 @@ struct Statements : SlcCStatements {
     using SlcCStatements::SlcCStatements;
 };
 
-/// Returns the text of one instruction without its leading tab.
+/// Returns the text of one instruction, without its leading tab and the end of the list.
 std::string TextOf(SlcPtr<SlcICode> code)
 {
     SlcListICode list;
@@ -327,7 +327,7 @@ TEST(SlcCStatements, PassesTypesThatTheFormatDoesNotState)
     struct FormatCase {
         SlcOperand format;
         std::deque<SlcOperand> args;
-        const char* types;  // null: the format states them
+        const char* types;  // null: none are passed
     };
     const FormatCase cases[] = {
         {Text("%d%% %c %s"), {Varying("x_1"), Point("p_1"), Text("t")}, nullptr},

@@ -1,4 +1,5 @@
-// The cards of the table are checked at compile time; these tests give the reader faulty cards.
+// The cards of the table are checked one by one at compile time. These tests give the reader faulty
+// cards, and check the table as a whole.
 
 #include <gtest/gtest.h>
 
@@ -71,8 +72,8 @@ TEST(SqxCards, AreFoundByName)
     EXPECT_EQ(SqxChapterOf(*SqxCardsNamed("radians")[0]), "Mathematics");
 }
 
-// The grammar accepts these facts in each card, but only those of a primitive's first card are
-// used.
+// The grammar accepts `@forms`, `@carries`, `@reads` and the attributes for `SqxRun` in each card,
+// but only those in a primitive's first card are used.
 TEST(SqxCards, KeepTheFactsOfAPrimitiveInItsFirstCard)
 {
     std::set<SqxPrimitive> known;

@@ -13,15 +13,16 @@ public:
     FormBuilder();
 
     [[nodiscard]] SlcInterForm& Form() { return m_form; }
-    /// Adds a predefined variable.
+    /// Adds a predefined variable, which must exist, and returns its operand.
     SlcOperand Predefined(const std::string& name);
-    /// Adds a parameter with the default value `init`, a uniform float unless specified otherwise.
+    /// Adds a parameter with the default value `init`, a uniform float unless specified otherwise,
+    /// and returns its operand.
     SlcOperand Parameter(const std::string& name, SlcOperand init,
                          SlcTypeNode* type = SlcTypeNode::AFloat(),
                          SlcDetailNode* detail = SlcDetailNode::AUniform(),
                          SlcStorageSpecNode* storage = SlcStorageSpecNode::AInput());
-    /// Returns the code that initializes the last parameter, and marks it as dependent on the
-    /// shading context if `perPoint`.
+    /// Returns the code that initializes the last parameter. `perPoint` is true if the default
+    /// value depends on the shading context.
     SlcListICode& InitialCode(bool perPoint);
     SlcOperand Local(SlcTypeNode* type, SlcDetailNode* detail = SlcDetailNode::AVarying());
     void Space(const std::string& name);
@@ -33,7 +34,7 @@ public:
     [[nodiscard]] SqxShader Shader();
     /// Returns the instructions of the main block, one per line, without their positions.
     [[nodiscard]] std::string MainText();
-    /// Writes the file and returns the reports on standard error.
+    /// Generates the file and returns the reports on standard error.
     [[nodiscard]] std::string Reports();
 
 private:

@@ -1,4 +1,4 @@
-// Checks the byte-code writer: whole files, the values of each instruction class, and limits.
+// Checks the byte-code writer: whole files, the values of instructions, jumps, and limits.
 
 #include <gtest/gtest.h>
 
@@ -93,7 +93,7 @@ TEST(SlcGenByteCode, DescribesVariables)
         << SqxDump(shader);
 }
 
-TEST(SlcGenByteCode, WritesTheValuesOfEachInstructionClass)
+TEST(SlcGenByteCode, WritesTheValuesOfInstructions)
 {
     FormBuilder b;
     b.Space("world");

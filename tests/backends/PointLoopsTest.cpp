@@ -11,7 +11,7 @@
 namespace {
 
 /// Returns "begin..end constants; loaded; stored; temporaries; flags" for each loop, with a star if
-/// it has a guard.
+/// it has a guard, and with " | " between loops.
 std::string Shown(const std::vector<SlcPointLoop>& loops)
 {
     SlcText out;
@@ -81,7 +81,7 @@ TEST(SlcStripLoops, CanBeLeftStripByStrip)
         {"L0: { f = x < 1; } g = any f; !g? goto L1; { f?( x = x + 1; ) } goto L0; L1: { f = g; }",
          ""},
         {"L0: { f = x < 1; } g = any f; L2: !g? goto L1; { f?( x = x + 1; ) } goto L0; L1:", ""},
-        // A uniform variable changes in each iteration, or an iteration reads other points.
+        // A uniform variable changes in each iteration, or an expensive call is in no point loop.
         {"L0: u = u + 1; { f = x < u; } g = any f; g? goto L0;", ""},
         {"L0: { f = x < 1; } g = any f; !g? goto L1; x = NOISE_FLOAT_1D(x) simd; goto L0; L1:", ""},
         // Jumps lead into the loop, or out of it past its end.

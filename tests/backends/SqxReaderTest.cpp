@@ -1,4 +1,4 @@
-// The reader of byte-code files checks everything that it reads.
+// Checks that the reader of byte-code files returns their contents, and refuses invalid files.
 
 #include "sqx/SqxReader.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using T = SlcTypeNode;
 
-/// Returns a file with an entry in each section.
+/// Returns a file with entries in all sections except that of the shadeop libraries.
 std::string SampleFile()
 {
     FormBuilder b;

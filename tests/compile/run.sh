@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Translates shaders to C++ at each optimization level and compiles it. Any warning is a failure.
+# Translates the shaders in examples/, in its folders and in tests/compile/shaders/ to C++ at each given
+# optimization level, and compiles the C++. Any warning of the C++ compiler is a failure.
 # usage: run.sh BIN_DIRECTORY COMPILER LEVEL...
 #   BIN_DIRECTORY  where shaderqx was built
 #   COMPILER       a C++ compiler
-#   LEVEL          0 to 3
+#   LEVEL          an optimization level, 0 to 3
 set -uo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
 bin=$(cd "$1" && pwd)
@@ -24,7 +25,8 @@ compile() {
         && : >"${sum%% *}"
 }
 
-# Checks one source at all levels, in a separate folder, since shaderqx writes into the current one.
+# Checks one source at all given levels, in a separate folder, since shaderqx writes the C++ into the
+# working directory.
 check() {
     local source=$top/$1 level failures=0
     mkdir -p "work/$1" && cd "work/$1" || return 1

@@ -38,7 +38,7 @@ QxCompileOptions OptionsOf(std::size_t number)
     return options;
 }
 
-/// Returns the outputs and messages of all examples.
+/// Returns the output and the messages of each source, compiled with `OptionsOf` its index.
 std::vector<std::string> CompileAll(const std::vector<std::string>& paths)
 {
     std::vector<std::string> texts;
@@ -68,7 +68,7 @@ TEST(QxCompiler, GivesTheSameBytesFirstAgainAndInThreads)
         EXPECT_TRUE(ofThread == first);
 }
 
-/// Returns only the messages about the source.
+/// Returns only those messages of the program that the library has too.
 std::string WithoutWordsOfTheProgram(const std::string& messages)
 {
     std::string kept;
@@ -211,7 +211,8 @@ TEST(QxCompiler, ReportsAsData)
     EXPECT_EQ(warned.reports.front().level, 1);
 }
 
-// A fault that ends the program makes a compile of the library fail, but does not end the process.
+// An error that ends the program `shaderqx` early makes a compile of the library fail, but does not
+// end the process.
 TEST(QxCompiler, NeverEndsTheProcess)
 {
     const std::string longName(9000, 'x');

@@ -1,4 +1,4 @@
-// Compares the names that the language lists for editors with those that the compiler accepts.
+// Compares the names that `QxLanguage.h` lists for editors with those that the compiler accepts.
 
 #include "compiler/QxLanguage.h"
 
@@ -59,8 +59,8 @@ TEST(QxLanguage, ListsKeywordsOfWhichOnlyKindsOfShadersCanBeNames)
             << word.word;
 }
 
-/// Returns a shader that calls a built-in with one argument of the type of each formal, a float for
-/// any type.
+/// Returns a shader that calls a built-in with one argument for each formal, of the formal's type.
+/// A formal that accepts any type gets a float.
 std::string Calling(const QxIndexedName& function, const std::string& kind)
 {
     std::string locals;

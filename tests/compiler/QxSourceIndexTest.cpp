@@ -52,7 +52,8 @@ std::string Text(const QxSourcePlace& place)
            std::to_string(place.column) + "+" + std::to_string(place.length);
 }
 
-/// Returns a use as "file:line:column+length kind name role type detail".
+/// Returns a use as "file:line:column+length kind name role type detail". If it is in a macro, the
+/// place of the macro's use follows " by ".
 std::string Text(const QxSourceIndex& index, const QxIndexedUse& use)
 {
     const QxIndexedName& name = index.names[static_cast<std::size_t>(use.name)];

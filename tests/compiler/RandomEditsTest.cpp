@@ -1,7 +1,7 @@
-// Makes random edits of the examples, and undoes some. Checks that a text that is restored has the
-// same index as before, that another thread builds the same index, and that each use is at the
-// place of its name in the text. SLC_ALL_SLIPS=1 makes ten thousand edits, with a random seed that
-// is printed.
+// Makes random edits of 20 examples, and undoes some. Checks that a text that is restored has the
+// same index as before, that another thread, used for some texts, builds the same index, and that
+// each use is at the place of its name in the text. With SLC_ALL_SLIPS=1 there are ten thousand
+// edits and undos, with a random seed that is printed.
 
 #include <algorithm>
 #include <cstdlib>
@@ -31,7 +31,7 @@ std::string Text(const QxSourceRange& range)
     return out.str();
 }
 
-/// Returns the contents of an index except its tokens.
+/// Returns the names, uses, calls, blocks and macro uses of an index, with most of their fields.
 std::string Text(const QxSourceIndex& index)
 {
     std::ostringstream out;

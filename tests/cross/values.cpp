@@ -1,4 +1,5 @@
-// Prints the bits of the results of shaders on a grid, which must be the same on all architectures.
+// Prints the results of shaders on a grid, which must be the same on all architectures: the bits of
+// numbers, with the same bits for all NaNs, and texts. If a shader cannot be run, prints the error.
 // usage: values SHADER.sqx...
 
 #include <bit>

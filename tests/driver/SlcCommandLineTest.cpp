@@ -12,8 +12,8 @@ namespace {
 
 using Arguments = std::vector<const char*>;
 
-/// Makes a folder with the sources "a.sl", "b.sl" and "dir/a.b.sl", and sets both commands in the
-/// environment.
+/// Makes a folder with the sources "a.sl", "b.sl" and "dir/a.b.sl", and with a file and a folder
+/// that are no sources. Sets both commands in the environment.
 class SlcCommandLineTest : public testing::Test {
 protected:
     SlcCommandLineTest()

@@ -19,7 +19,7 @@ protected:
         m_line.m_preprocessedFile = "a.i";
     }
 
-    /// Only preprocesses, so that the result is kept.
+    /// Preprocesses like the option `-E`, so that the result is kept in "a.i".
     bool Preprocess()
     {
         m_line.m_runCompile = false;

@@ -1,5 +1,5 @@
--- Runs in Neovim, on the file that neovim.sh has opened. Each check prints its name, and the first that
--- fails ends the editor with status 1.
+-- Runs in Neovim, on the file that neovim.sh has opened. Each check prints its name, and the first check
+-- that fails ends the editor with status 1.
 
 local function fail(text)
     io.stderr:write('Failed: ' .. text .. '\n')
@@ -55,7 +55,7 @@ vim.fn.setline(5, '    Ci = border * Cs;')
 vim.wait(10000, function() return #vim.diagnostic.get(0) == 0 end, 20)
 check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is fixed')
 
--- One server serves all files, so the shader is compiled with unsaved changes of a header.
+-- One server serves all open files, so it compiles the shader with unsaved changes of a header.
 local shader = vim.api.nvim_get_current_buf()
 vim.cmd('edit gain.h')
 vim.cmd('set filetype=sl')

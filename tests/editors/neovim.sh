@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Neovim, without a window, opens a shader with an error, connects to the server as docs/editors.md
-# says, and uses its features. The test is skipped with status 77 if there is no Neovim, or without
-# SLC_TEST_EDITOR=1.
+# Starts Neovim without a window on a shader with an error, with the configuration in docs/editors.md,
+# and checks the answers of the language server: errors, hover, definition, completion and rename. The
+# test is skipped with status 77 if there is no Neovim, or unless SLC_TEST_EDITOR is 1.
 # usage: neovim.sh BIN_DIRECTORY
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -19,7 +19,7 @@ trap 'rm -rf "$scratch"' EXIT
 export PATH="$bin:$PATH" XDG_CONFIG_HOME="$scratch" XDG_DATA_HOME="$scratch" \
     XDG_STATE_HOME="$scratch" XDG_CACHE_HOME="$scratch"
 mkdir "$scratch/nvim" "$scratch/shaders"
-# A user adds the lines of the page to the configuration.
+# The configuration consists of the lines that docs/editors.md asks users to add to theirs.
 sed -n '/^```lua$/,/^```$/{ /^```/d; p; }' "$here/../../docs/editors.md" >"$scratch/nvim/init.lua"
 cat >"$scratch/shaders/gain.h" <<'SL'
 float gain(float amount)

@@ -1,5 +1,7 @@
-"""Checks the extension for Visual Studio Code: the files that its sources refer to exist, its snippets
-compile, and its package, if scripts/vscode.sh has made one, contains the necessary files.
+"""Checks the extension for Visual Studio Code. It has the version of the programs. The files of its language
+configuration, grammar, snippets and icon exist, docs/editors.md names its settings, its source registers its
+commands, and its snippets compile without a warning. Its package, if scripts/vscode.sh has made one, contains
+the necessary files.
 
 usage: vscode.py BIN_DIRECTORY VERSION
 """

@@ -1,7 +1,8 @@
-# Functions that print the programs of documents. Tests source this file.
+# Functions that print the example programs of documents. The tests `embedding` and `package` source
+# this file.
 # shellcheck shell=bash
 
-# Prints the block of C++ in the page $1 that contains the text $2.
+# Prints the first block of C++ in the page $1 that contains the text $2.
 block() {
     awk -v text="$2" '
         /^```cpp$/ { inside = 1; block = ""; next }
@@ -9,15 +10,16 @@ block() {
         inside { block = block $0 "\n" }' "$1"
 }
 
-# Prints the program patch.cpp of the page $1, and the first line of its output there.
+# Prints the program patch.cpp of the page $1.
 patch_program() {
     block "$1" '// patch.cpp'
 }
+# Prints the first line of its output that the page $1 shows.
 patch_output() {
     sed -n '/^\$ .\/patch/{n;p;q}' "$1"
 }
 
-# Prints the example of the README $1, completed to a program.
+# Prints the example of the README $1, completed to a program that prints its colors.
 readme_program() {
     echo '#include <iostream>'
     block "$1" '#include "host/QxHost.h"' | sed '/^#include/!d'

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the programs of README.md and docs/embedding.md against the libraries of the build, and runs
-# each with byte-code and with shared objects, which must print the same. The commands of
-# docs/embedding.md and docs/compiling.md are run unchanged, with an installed tree.
+# each with byte-code and with shared objects. It must print the same with both. If there is pkg-config,
+# tests/readme/run.sh also runs the commands of docs/embedding.md and docs/compiling.md with an installed
+# tree.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -68,7 +69,7 @@ for kind in code object; do
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
-# The example of a scene that traces rays. Here each ray hits.
+# The example of a scene that traces rays. Here each ray hits something.
 {
     echo '#include <cstdio>'
     echo '#include "host/QxHost.h"'

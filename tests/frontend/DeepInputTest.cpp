@@ -1,4 +1,4 @@
-// Tests input that would overflow a stack without a limit.
+// Tests the limits on the depth of the source, without which deep input would overflow a stack.
 
 #include <gtest/gtest.h>
 

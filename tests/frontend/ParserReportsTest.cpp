@@ -1,4 +1,4 @@
-// Checks the reports of the parser on invalid sources.
+// Checks the errors and warnings of the parser, and where it resumes after an error.
 
 #include <gtest/gtest.h>
 
@@ -148,11 +148,11 @@ TEST(SlcParser, ReportsTheMissingSemicolonInPlaceOfASyntaxError)
 TEST(SlcParser, ResumesAfterTheNextSemicolonOrBrace)
 {
     static const ReportCase cases[] = {
-        // one report for each statement at fault
+        // one error for each statement at fault
         {"surface s() {\nx = );\ny = );\nz = 1;\n}",
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "3: ERROR: parse error\n3: WARNING: Compilation resumes here\n"},
-        // a fault shortly after another gives no report
+        // a fault shortly after another gives no second error
         {"surface s() {\nx = ); );\ny = 1;\n}",
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "2: WARNING: Compilation resumes here\n"},

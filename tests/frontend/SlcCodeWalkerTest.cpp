@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Records which of the overridden `Case` functions each node reaches.
+/// Records which overridden function each node reaches, a `Case` or `Default`.
 class Recorder : public SlcCodeWalker {
 public:
     std::string m_seen;
@@ -96,7 +96,7 @@ TEST(SlcSyntaxNode, HoldsOneAnnotation)
     EXPECT_EQ(alive, 0);
 }
 
-TEST(SlcExprNode, IsConstantIfAllItsPartsAre)
+TEST(SlcExprNode, IsConstantOnlyIfAllItsPartsAre)
 {
     static const struct {
         const char* expression;

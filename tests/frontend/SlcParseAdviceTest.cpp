@@ -157,7 +157,7 @@ TEST(SlcParseAdvice, DoesNotResumeInTheHeadOfALoop)
 {
     static const struct {
         const char* head;
-        const char* resumed;  // the line, which is that of the fault if the fault is a ";"
+        const char* resumed;  // the line where compilation resumes: that of a fault at a ";"
     } cases[] = {
         {"float i = 0; i < 1; i += 1", "3"},
         {"int i = (1; 2", "3"},
@@ -177,7 +177,7 @@ TEST(SlcParseAdvice, DoesNotResumeInTheHeadOfALoop)
 
 TEST(SlcParseAdvice, ResumesAtTheBlockAfterAHead)
 {
-    // The head gives one report, and a later line with a fault gives another.
+    // `head`, on line 2, gives one error, and the fault on line 5 gives the other.
     const std::string block = "\nx = 1; { y = 2; }\n}";
     const std::string fault = ": ERROR: parse error\n";
     const std::string resumed = ": WARNING: Compilation resumes here\n";

@@ -25,7 +25,7 @@ struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// Makes the scanner read a text.
+/// Makes the scanner read a text as long as the object exists. Resets the counts of reports.
 class Source {
 public:
     explicit Source(std::string_view text) : m_file(std::tmpfile())
@@ -40,7 +40,7 @@ private:
     std::unique_ptr<std::FILE, Close> m_file;
 };
 
-/// Returns the number of reads of this process; negative if the system does not count them.
+/// Returns the number of read calls of this process; -1 if the system does not count them.
 long ReadsSoFar()
 {
     std::ifstream counts("/proc/self/io");
@@ -70,7 +70,8 @@ std::string TokenText(int token)
 }
 
 /// Returns the tokens of a text, separated by blanks. A keyword or operator of several characters
-/// is "#" and its number, counted from that of `light`.
+/// is "#" and its number, counted from that of `light`. "F", "I" or "S" precedes a float, an
+/// integer or a string.
 std::string Tokens(std::string_view text)
 {
     const Source source(text);
@@ -85,7 +86,8 @@ std::string Number(int token)
     return "#" + std::to_string(token - LIGHT);
 }
 
-/// Returns "file:line:column" for each token.
+/// Returns "file:line:column" for each token, separated by blanks. Operators other than `-` and `{`
+/// repeat the place before them.
 std::string Places(std::string_view text)
 {
     const Source source(text);
@@ -204,8 +206,8 @@ TEST(SlcScanner, ReportsInvalidTokens)
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
          ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
-        // The report shows the line after skipped text; '#' is a marker only at the beginning of a
-        // line.
+        // After a line marker, a pragma or a comment the report shows the line at fault. '#' begins
+        // a marker only if nothing but blanks precedes it in its line.
         {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n      ^\n"},
         {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n      ^\n"},
         {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n     ^\n"},
@@ -233,7 +235,8 @@ TEST(SlcScanner, ContinuesAfterAnUnterminatedString)
         {R"(a "b)", "a b", 1},
         {R"(a "b" c\" d)", R"(a S"b" c d)", 2},
         {R"(a "b\" c)", "a b c", 3},
-        // A backslash before a newline ends the search for the quote; later literals are complete.
+        // A backslash before a newline ends the search for the closing quote; the literal "d" after
+        // it is found.
         {"a \"b\n\\\" c \\\n\"d\"\n\"e", "a b c S\"d\" e", 5},
     };
     for (const QuoteCase& c : cases) {
@@ -271,7 +274,7 @@ TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
 {
     const std::string longest(8190, 'a');
     EXPECT_EQ(Tokens("\n" + longest), longest);
-    EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // the first line is not copied
+    EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // only a later line counts its newline
     EXPECT_EQ(Tokens("# 1 \"a\"\n" + longest + " " + longest), longest + " " + longest);
     EXPECT_EXIT(Tokens("\n" + longest + " "), testing::ExitedWithCode(2),
                 "^token too large, exceeds YYLMAX\n:2: ERROR: A token or a line has more than "

@@ -1,4 +1,4 @@
-// Checks the tree of each form of the language.
+// Checks the trees that the parser builds, and the places of their nodes.
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ std::string TreeOf(const std::string& source)
 
 const std::string k_before = "(surface s () ({}";
 
-/// Returns the tree of the statements of a body.
+/// Returns the trees of the statements of a body; the reports if the parser refuses it.
 std::string BodyOf(const std::string& statements)
 {
     const std::string tree = TreeOf("surface s() { " + statements + " }");
@@ -74,7 +74,7 @@ TEST(SlcParser, BuildsExpressions)
          "(= x (matrix 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16))"},
         {"x = f() + g(1, y = 2);", "(= x (+ (call f) (call g 1 (= y 2))))"},
         {"f(1);", "(call f 1)"},
-        // a cast binds like a sign, and has the default space of its type
+        // a cast binds like a sign; if its type has spaces, there is a default one
         {"x = color 1 + y;", "(= x (+ (cast color \"rgb\" 1) y))"},
         {"x = color \"hsv\" (1, 2, 3);", "(= x (cast color \"hsv\" (triple 1 2 3)))"},
         {"x = point y;", "(= x (cast point \"current\" y))"},
@@ -155,7 +155,7 @@ TEST(SlcParser, NamesTheOutputByTheLastShader)
     EXPECT_EQ(SlcShaderName(), "b");
 }
 
-TEST(SlcParser, GivesNodesThePlaceOfTheirFirstToken)
+TEST(SlcParser, GivesNodesBelowTheRootThePlaceOfTheirFirstToken)
 {
     const ParsedSource parsed("surface\ns(float\nx = 1)\n{\nif (a\n< b)\nx = a +\nb;\n}");
     ASSERT_NE(parsed.Root(), nullptr);

@@ -5,7 +5,7 @@
 #include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
-/// A tree as nested lists, for comparing shapes: `(= x (+ a (* b 2)))`.
+/// Prints a tree as nested lists, for comparing shapes: `(= x (+ a (* b 2)))`.
 class TreeText : public SlcCodeWalker {
 public:
     [[nodiscard]] std::string operator()(SlcSyntaxNode* node)

@@ -19,7 +19,8 @@ constexpr std::size_t k_stepLimit = 3000;
 constexpr std::size_t k_memoryLimit = std::size_t{1} << 30;
 constexpr unsigned int k_lights = 2;
 
-/// Answers all queries of a shader, and discards what it prints.
+/// Lights the points and answers all messages. Discards what a shader prints; other queries get the
+/// neutral answers of the base class.
 class FuzzScene : public QxShaderSupport {
 public:
     void EvaluateLights(const QxVector3*, unsigned int points, QxLightInput* lights,
@@ -43,7 +44,7 @@ public:
     void Report(const char*) override {}
 };
 
-/// Runs twice, since a run leaves state for the next one.
+/// Runs twice, since a run leaves state for the next one, and then reads all parameters.
 void Shade(QxShaderInstance& instance, unsigned int columns, unsigned int rows)
 {
     FuzzScene scene;

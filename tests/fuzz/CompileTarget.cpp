@@ -24,7 +24,7 @@ QxCompileOptions Options(char digit, QxCompileOptions::Output output)
     options.isStrict = choice >= 4;
     options.output = output;
     options.warningLevel = 2;
-    // Each included file is empty, so that no file of this machine is read.
+    // Each included file is empty, so that no source of this machine is read.
     options.readFile = [](const std::string&) { return std::optional(std::string()); };
     return options;
 }

@@ -1,7 +1,7 @@
 // Makes random sequences of calls of the host library, also in the callbacks of its scene.
 //
-// Each byte of an input selects a call or a value. After the end of the input a generator that is
-// seeded with its bytes selects them, so that every input is a whole sequence.
+// Each byte of an input selects a call or a value. After the end of the input, a generator that is
+// seeded with its bytes selects the rest, so that every input is a whole sequence.
 
 #include <deque>
 #include <memory>
@@ -268,8 +268,8 @@ private:
         m_buffers.push_back(std::move(buffer));
         instance.SetBuffer(Parameter(instance), values);
     }
-    /// Clears the buffers of all parameters. Half of the time, between runs, does so for all
-    /// instances and frees the buffers, so that the sanitizer finds a later access.
+    /// Clears the buffers of all parameters of the instance. Between runs, half of the time, does
+    /// so for all instances and frees the buffers, so that a sanitizer finds a later access.
     void ClearBuffer(QxShaderInstance& instance)
     {
         const std::size_t count = instance.Shader().Parameters().size();

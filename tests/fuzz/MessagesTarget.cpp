@@ -1,5 +1,5 @@
-// Sends a sequence of messages, one per line, to the language server. It is initialized
-// first, in a folder that does not exist, and starts no programs.
+// Sends a sequence of messages, one per line, to the language server. The server is initialized
+// first, in a folder that does not exist. Requests that start programs are skipped.
 
 #include <cstdio>
 #include <string>
@@ -20,7 +20,7 @@ constexpr const char* k_open = R"({"method": "textDocument/didOpen", "params": {
 constexpr const char* k_hover = R"({"id": "last", "method": "textDocument/hover", "params": {
     "textDocument": {"uri": "file:///nowhere/last.sl"}, "position": {"line": 2, "character": 9}}})";
 
-/// Counts the messages of all inputs.
+/// Counts the messages of all inputs, and prints the count now and then.
 class Count {
 public:
     void Increase()

@@ -1,6 +1,6 @@
-// Most changes replace or insert a span of text: a word, a group in brackets, or a statement. The
-// ends of a span are found by a search from a random place. Nothing is parsed, so that an invalid
-// text can be changed further.
+// Most changes replace or insert a span of text: a word, a group in brackets, a statement, or lines
+// of byte-code. The ends of a span are found by a search from a random place. Nothing is parsed, so
+// that an invalid text can be changed further.
 
 #include "fuzz/Mutator.h"
 
@@ -37,7 +37,7 @@ constexpr std::array<std::string_view, 84> k_words = {
 // Lines that may replace a line of byte-code, as those of the donor may.
 constexpr std::array<std::string_view, 12> k_numbers = {
     "0", "1", "2", "3", "7", "-1", "21", "435", "32767", "-32768", "1e38", ""};
-constexpr std::size_t k_codeLine = 5;  // length of a line of code at most, with its newline
+constexpr std::size_t k_codeLine = 5;  // lines up to this length, with newline, count as code
 constexpr std::string_view k_byteCodeStart = "\x7F";
 constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends the part that all files share
 
@@ -59,7 +59,8 @@ Span WordAt(std::string_view text, std::size_t at)
     return word;
 }
 
-/// Returns the span from the first opening bracket at or after the place to its closing bracket.
+/// Returns the span from the first opening bracket at or after the place to its closing bracket,
+/// and sets `bracket` to the opening one. The span is empty if either is missing.
 Span GroupAt(std::string_view text, std::size_t at, char& bracket)
 {
     constexpr std::string_view openings = "([{";
@@ -79,7 +80,8 @@ Span GroupAt(std::string_view text, std::size_t at, char& bracket)
     return {};
 }
 
-/// Returns the first statement after the place.
+/// Returns the text after the first semicolon or brace from the place on, up to the next one, which
+/// is mostly a statement; an empty span if there is no such character.
 Span StatementAt(std::string_view text, std::size_t at)
 {
     constexpr std::string_view ends = ";{}";
@@ -90,7 +92,8 @@ Span StatementAt(std::string_view text, std::size_t at)
     return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
 }
 
-/// Returns `count` lines, beginning with the line at the place; fewer at the end of the text.
+/// Returns `count` lines, beginning with the line at the place; fewer at the end of the text. If
+/// the place is a newline, returns one line less, beginning with the line after it.
 Span LinesAt(std::string_view text, std::size_t at, std::size_t count)
 {
     const std::size_t before = text.rfind('\n', at);
@@ -164,7 +167,8 @@ void Mutator::ChangeBytes(std::string& text)
     }
 }
 
-/// Removes a sequence of words, or inserts one of the donor.
+/// Removes up to 24 characters from the beginning of a word, or inserts such a part of the donor,
+/// which is longer if its first word is.
 void Mutator::MoveWords(std::string& text, std::string_view donor)
 {
     const std::size_t length = 1 + Below(24);

@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-/// Makes new inputs from given ones. It mostly moves words, statements and bracketed groups, and
-/// only now and then changes bytes, since a text with random bytes seldom gets past a parser. In
-/// byte-code it moves lines.
+/// Makes new inputs from given ones. Most changes replace or insert words, bracketed groups or
+/// statements, or remove a short piece of text. Few change bytes at random, since a text with
+/// random bytes seldom gets past a parser. In byte-code most changes replace lines.
 ///
-/// The same seed gives the same inputs on every machine.
+/// The same seed and calls give the same inputs on every machine.
 class Mutator {
 public:
     /// A part of a text.

@@ -2,7 +2,8 @@
 //
 // usage: TARGET MUTATIONS SEED FOLDER
 //
-// An input that ends the process is left in the working directory as "TARGET.fault".
+// An input that ends the process by a signal, or takes too long, is left in the working directory
+// as "TARGET.fault".
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with the preprocessed examples and shaders of the tests. The digit before each
-# selects its optimization level and, from 4 on, the strict rules.
+# Fills a folder with the preprocessed examples and shaders of the tests. The digit at the start of
+# each file selects the optimization level and, from 4 on, the strict rules.
 # usage: compile_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)

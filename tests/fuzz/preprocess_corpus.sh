@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with sources for the preprocessor: the cases of its tests, the headers of the examples
-# and some shaders.
+# Fills a folder with sources for the preprocessor: short cases of its tests, and short headers and
+# shaders of the examples and the golden tests.
 # usage: preprocess_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
@@ -12,5 +12,5 @@ find tests/preprocessor/cases examples tests/golden \( -name '*.sl' -o -name '*.
     | sort | while read -r source; do
     cp "$source" "$folder/${source//\//_}"
 done
-# Every six lines of the cases become a file, so that the inputs are small.
+# Every six lines of the cases for macros become a file too, so that some inputs are small.
 grep -v '^ *//' tests/preprocessor/cases/macros.sl | split -l 6 - "$folder/macros_"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs golden cases and compares their results with the expected files beside them.
+# Runs golden cases, see README.md, and compares their results with the files of expected results.
 # usage: run.sh [--update] BIN_DIRECTORY [CASE...]
 #   BIN_DIRECTORY  where shaderqx and sqxdump were built
 #   CASE           a name, without extension; all cases if none is given
@@ -17,13 +17,15 @@ shift
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE CPATH
 export LC_ALL=C
 
-# Every run prints two lines about the default commands; one contains a path of the machine.
+# A run prints a line for each default command that the environment does not replace. That of the C++
+# compiler contains a path, which is not the same on all computers.
 without_default_commands() {
     sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
 }
 
 # Runs the command of the case $1 in the working directory and writes its results to the files
-# "messages", "status" and "dump" in the folder $2. An empty output and status 0 leave no file.
+# "messages", "status" and "dump" in the folder $2. No file is written for an empty output and for
+# status 0.
 run_case() {
     local command="shaderqx $1.sl" status=0 compiled
     [ ! -e "$cases_dir/$1.cmd" ] || command=$(cat "$cases_dir/$1.cmd")
@@ -41,7 +43,7 @@ run_case() {
     done
 }
 
-# True if the results of the case $1 in the folder $2 are the expected ones.
+# True if the results of the case $1 in the folder $2 are the expected ones. Prints the differences.
 compare_outcome() {
     local kind expected same=true
     for kind in messages status dump; do
@@ -61,7 +63,8 @@ update_expected() {
     done
 }
 
-# Runs the case $1 in a new folder with its source and the contents of its folder of further files.
+# Runs the case $1 in a new folder with its source and the contents of $1.files, if they exist, and
+# compares its results with the expected ones, or makes them the expected ones.
 check_case() {
     local scratch
     scratch=$(mktemp -d)

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* k_file = "test.sl";
 
-/// Returns a file with the source as the preprocessor would write it.
+/// Returns a temporary file with a line marker and the source, in the form of preprocessed text.
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenText(const std::string& source)
 {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);

@@ -28,10 +28,10 @@ public:
 
     /// Returns the tree, or null if an error was reported.
     [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
-    /// Returns the whole standard error.
+    /// Returns all that the parser has written to standard error.
     [[nodiscard]] const std::string& Output() const { return m_output; }
 
-    /// Returns the reports, one per line: "3: ERROR: parse error".
+    /// Returns the reports that name a line, one per line: "3: ERROR: parse error".
     [[nodiscard]] std::string Reports() const
     {
         std::istringstream lines(m_output);

@@ -9,7 +9,7 @@
 class ShaderFolder : public TemporaryFolder {
 public:
     /// Compiles the shader, whose name must be `name`, and returns the path of the compiled file.
-    /// Fails the current test if the compiler refuses the source.
+    /// `compilerOptions` are for the C++ compiler. Fails the current test if a compiler fails.
     [[nodiscard]] std::string Build(const std::string& name, const std::string& source,
                                     const std::string& options = "-O2 --dso",
                                     const std::string& compilerOptions = "-O0") const;

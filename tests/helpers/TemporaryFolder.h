@@ -24,6 +24,7 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
+    /// Writes a file, after creating its parent folders.
     static void Write(const std::string& name, const std::string& text)
     {
         const auto parent = std::filesystem::path(name).parent_path();
@@ -32,6 +33,7 @@ public:
         std::ofstream(name) << text;
     }
 
+    /// Returns the contents of a file; empty if it cannot be read.
     [[nodiscard]] static std::string Read(const std::string& name)
     {
         std::ifstream file(name);

@@ -1,10 +1,11 @@
 // Checks that shared objects and byte-code compute the same values at every optimization level.
 //
-// SLC_AGREE_COMPILER is the C++ compiler, that of the build unless set, and SLC_AGREE_CXX its level
-// and other options, -O0 unless set. SLC_AGREE_RANDOM is the number of random shaders of each
-// generator, and SLC_AGREE_SEED is the first seed. With SLC_AGREE_SPREAD=1, which suits large
-// numbers, each shader is compared at one level, and the next shader at the next level.
-// SLC_AGREE_TESTS is a filter that selects tests of test_run, whose shaders are compared.
+// These environment variables change what is compared. SLC_AGREE_COMPILER is the C++ compiler,
+// by default that of the build, and SLC_AGREE_CXX its options, by default -O0. SLC_AGREE_RANDOM is
+// the number of random shaders of each of the two generators, and SLC_AGREE_SEED is the first seed.
+// With SLC_AGREE_SPREAD=1, for large numbers of shaders, each shader is compared at one level only,
+// and the next shader at the next level. SLC_AGREE_TESTS is a filter for the tests of test_run
+// whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -55,8 +56,9 @@ std::string OutputOf(const std::string& command)
     return text;
 }
 
-/// False for sources whose results must differ: byte-code has no number for `pack` and `unpack`,
-/// and only byte-code computes default values that need shading data in lights and imagers.
+/// False for sources that cannot be compared: byte-code has no instructions for `pack` and
+/// `unpack`, and only byte-code computes default values that need shading data in lights and
+/// imagers.
 bool IsComparable(const Source& source)
 {
     for (const char* text : {"pack(", "float late = alpha", "float a = noise(xcomp(Ps))"})
@@ -65,7 +67,7 @@ bool IsComparable(const Source& source)
     return true;
 }
 
-/// Returns the preprocessed shaders of a folder, sorted by name.
+/// Returns the shaders of a folder that can be compared, preprocessed and sorted by name.
 std::vector<Source> ShadersOf(const path& folder)
 {
     std::vector<Source> sources;
@@ -80,7 +82,7 @@ std::vector<Source> ShadersOf(const path& folder)
     return sources;
 }
 
-/// Returns the generated C++ of a source.
+/// Returns the generated C++ of a source at an optimization level.
 std::string CFileOf(const std::string& source, int level)
 {
     SlcOptionsControl options;
@@ -106,7 +108,7 @@ protected:
             for (int level = 0; level <= 3; ++level)
                 if (!isSpread || static_cast<int>(i % 4) == level)
                     Add(sources[i], level);
-        // Some shaders are too large for byte-code.
+        // Some shaders may be too large for byte-code: a tenth of the comparisons and four more.
         EXPECT_GE(m_pairs.size() + 4, (isSpread ? 1 : 4) * sources.size() * 9 / 10);
         ASSERT_EQ(m_objects.Build(), "");
         for (const Pair& pair : m_pairs) {
@@ -127,8 +129,8 @@ private:
         std::string path;  // of the shared object
     };
 
-    /// Compares both kernel sets, on grids of one point, and of fewer and more points than a short
-    /// and a long strip have.
+    /// Compares the shared object bit by bit with the machine, with both kernel sets, on grids of
+    /// one point, and of fewer and more points than a short strip (256) and a long one (1024) have.
     static void ExpectSameBits(const Pair& pair)
     {
         for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 300}, k_smallGrid, QxGrid{37, 29}}) {

@@ -1,4 +1,5 @@
-// Checks that the values in the examples of the reference page are those of both outputs.
+// Checks that byte-code and shared objects compute the values that docs/built-ins.md shows in its
+// examples.
 
 #include <gtest/gtest.h>
 
@@ -46,7 +47,8 @@ std::string Name(char letter, std::size_t number)
     return letter + std::to_string(number);
 }
 
-/// Assigns the expression of `code` to `target`, in a block with the statements before it.
+/// Returns the source text of a block that executes the statements of `code` and assigns the
+/// expression after them to `target`.
 std::string Assignment(const std::string& target, std::string_view code)
 {
     const std::size_t last = code.rfind("; ");
@@ -56,7 +58,8 @@ std::string Assignment(const std::string& target, std::string_view code)
     return text + "; }\n";
 }
 
-/// Returns a surface with an output for each example, and one for each value that is an expression.
+/// Returns the source of a surface with an output for each example, and another one for each
+/// expected value that is an expression.
 std::string Shader()
 {
     std::string head = "surface examples(";

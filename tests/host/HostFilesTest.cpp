@@ -1,5 +1,5 @@
 // Tests which files the host library loads and unloads, the limits that it enforces on shaders, and
-// the behavior of both kinds of files, except for the values that other tests compare.
+// how compiled shaders of both kinds free memory, clamp array indices and round.
 
 #include <gtest/gtest.h>
 
@@ -172,7 +172,7 @@ TEST_P(Host, FreesItsMemoryAfterAnError)
     EXPECT_LT(used(), before + 4096);
 }
 
-// The program is built with sanitizers, and so are the shaders.
+// The program host_life (tests/host/life) is built with sanitizers, and so are the shaders.
 TEST_F(HostFiles, LeaksNoMemory)
 {
     if (*SLC_HOST_LIFE == '\0')

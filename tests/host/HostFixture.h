@@ -11,7 +11,8 @@
 
 using Numbers = std::vector<float>;
 
-/// A surface with a parameter of each type, and outputs computed from them.
+/// A surface with parameters of most types, also arrays, and outputs, most of which are computed
+/// from them.
 inline constexpr const char* k_values = R"(
 surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "plain";
              float weights[2] = {1, 2}; point place = point(0, 0, 1); varying float each = 3;
@@ -29,8 +30,8 @@ surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "p
 }
 )";
 
-/// Holds a grid, a scene, and shaders. The test's parameter is the compiler option that selects the
-/// kind of compiled file.
+/// Holds a folder, a scene, a grid of 2 by 2 points, and one shader. The test's parameter is the
+/// compiler option that selects the kind of compiled file.
 class Host : public ::testing::TestWithParam<const char*> {
 protected:
     void Load(const std::string& source)
@@ -42,7 +43,7 @@ protected:
         return QxShader::Open(m_folder.Build(name, source, GetParam()));
     }
     void Run() { m_shader->Run(m_grid, m_scene); }
-    /// Returns the text of the error that `action` throws; empty if it throws none.
+    /// Returns the text of the `QxHostError` that `action` throws; empty if it throws nothing.
     template <class Action>
     static std::string ErrorOf(const Action& action)
     {

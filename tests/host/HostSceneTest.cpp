@@ -68,7 +68,7 @@ TEST_P(Host, RecognizesAmbientLightsByTheirCode)
     } cases[] = {
         {"Cl = power;", true, true},
         {"Cl = power * xcomp(Ps);", true, false},
-        {"Cl = power * length(P) + zcomp(I) + u;", true, true},  // the position of the light
+        {"Cl = power * length(P) + zcomp(I) + u;", true, true},  // P is that of the light
         {"if (power > 2) illuminate (point \"shader\" (0, 0, 0)) Cl = each;", false, true},
         {"solar (vector (0, 0, 1), 0) Cl = each;", false, true},
     };

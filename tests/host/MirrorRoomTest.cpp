@@ -1,6 +1,6 @@
 // Shades a room of mirrors by tracing rays in callbacks, and compares the picture with what optics
-// predicts: a ray between mirrors is a straight line through mirrored copies of the room. The
-// reference computes no reflection from an earlier one.
+// predicts: a ray between mirrors is a straight line through mirrored copies of the room. So the
+// expected color of a reflection is computed without the reflections before it.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,8 @@ constexpr QxVector3 k_room = {3, 2, 4};
 constexpr QxVector3 k_eye = {1.1F, 0.9F, 0.7F};
 constexpr QxVector3 k_lamp = {1.8F, 1.2F, 2.6F};
 
-// A wall emits a color that depends on the place. Points whose s is 0 trace no ray.
+// A wall emits a color that depends on the place, and scatters the light of the lamp. Points whose
+// s is 0 trace no ray.
 constexpr const char* k_mirror = R"(
 surface mirror(float Kr = 0; vector room = 1)
 {
@@ -89,8 +90,8 @@ double Fold(double x, double size)
     return rest <= size ? rest : 2 * size - rest;
 }
 
-/// Returns the color that a ray from the eye sees: the light of the first walls that the straight
-/// line crosses.
+/// Returns the color that a ray from the eye sees: the sum of the light of the first walls that the
+/// straight line crosses, up to `k_levels` reflections.
 QxRGBColor Expected(const QxVector3& along)
 {
     std::vector<std::pair<double, int>> crossings;  // distance and axis

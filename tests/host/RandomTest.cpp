@@ -1,4 +1,4 @@
-// Checks on which facts random numbers depend, and on which they do not.
+// Checks what random numbers depend on, and what they do not depend on.
 
 #include <algorithm>
 #include <cstdio>
@@ -35,7 +35,7 @@ surface draws(float once = random(); varying float each = random() + u;
 }
 )";
 
-/// Returns the results of `draws` at all points.
+/// Returns the outputs `sum` and `tint` of `draws` at all points of a new grid.
 Numbers SumsOf(QxShaderInstance& shader, QxHostScene& scene, const QxGrid& layout)
 {
     QxHostGrid grid(layout.columns, layout.rows);
@@ -80,7 +80,7 @@ TEST_P(Random, DependsOnSeedAndRunAlone)
     m_scene.SetRun(0);
     EXPECT_EQ(SumsOf(*m_shader, m_scene, layout), first);
 
-    // Another host shades the pieces in another order, with a separate instance.
+    // Another host begins with run 1, with a separate instance.
     QxHostScene other;
     QxShaderInstance shader(opened, other.Spaces());
     other.SetRun(1);

@@ -7,7 +7,8 @@
 
 namespace {
 
-/// Answers each query by shading one grid.
+/// Answers `trace` and `transmission` by shading one grid with `inner`; with gray if `inner` is
+/// null or the ray level has reached `levels`.
 class ShadingScene : public QxHostScene {
 public:
     QxShaderInstance* inner = nullptr;

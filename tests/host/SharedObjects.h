@@ -22,8 +22,8 @@ public:
 
     /// Adds a generated file, and returns the path that its shared object will have.
     std::string Add(const std::string& text);
-    /// Builds all added files. Returns the messages of the compiler if it fails, otherwise an empty
-    /// text.
+    /// Builds the files that were added since the last call, in several threads. Returns the
+    /// commands that failed, with their messages; empty if all succeed.
     [[nodiscard]] std::string Build();
 
 private:
@@ -41,5 +41,5 @@ private:
     std::filesystem::path m_folder;
     std::string m_compiler;
     std::size_t m_count = 0;  // number of files
-    std::size_t m_built = 0;  // number of them that are built
+    std::size_t m_built = 0;  // number of files before the last `Build`
 };

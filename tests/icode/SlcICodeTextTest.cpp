@@ -9,8 +9,8 @@ namespace {
 
 constexpr auto k_lowered = SlcICodeValidator::Stage::Lowered;
 
-// The tests of whole shaders parse every text again; these cases are instructions that the lowering
-// emits rarely or never.
+// The tests that run whole shaders also parse the text of their lists again. Many of these cases
+// are instructions that the lowering emits rarely or never.
 TEST(SlcICodeText, ParsesToTheSameList)
 {
     static const char* const texts[] = {

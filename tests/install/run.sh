@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs the build, moves the installed tree, and builds a shared object with it: the program
-# must find the header for generated C++ in that tree. The host library with its headers and the header
-# for shadeops must be installed, too.
+# Installs the build, moves the installed tree, and builds a shared object with it: shaderqx must find
+# the headers for generated C++ in that tree. sqxdump and sqxshade must run there, the host library and
+# its headers must be installed, and a shadeop library must compile with the installed header.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)

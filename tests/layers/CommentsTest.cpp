@@ -1,5 +1,5 @@
-// Checks that comments of the product name only existing files and classes, since a change that
-// renames one may leave its old name in a comment.
+// Checks that comments of the product name only existing files, and names with the prefixes Slc,
+// Sqx and Qx that occur in code. A change that renames one may leave its old name in a comment.
 
 #include <algorithm>
 #include <filesystem>
@@ -16,16 +16,17 @@ namespace fs = std::filesystem;
 
 const fs::path k_root = SLC_SOURCE_FOLDER;
 
+/// A line that contains nothing but a comment.
 struct Comment {
     std::string place;  // file and line
     std::string text;
 };
 
-/// The contents of the sources.
+/// What the tests need of the sources.
 struct Sources {
-    std::vector<Comment> comments;  // of the product
-    std::set<std::string> words;    // of code
-    std::set<std::string> fileNames;
+    std::vector<Comment> comments;    // of the product
+    std::set<std::string> words;      // of all other lines, also of comments after code
+    std::set<std::string> fileNames;  // of all files, without folders
 
     void Read(const fs::path& folder, bool isProduct);
 };
@@ -70,7 +71,7 @@ const Sources& AllSources()
     return sources;
 }
 
-/// Calls `visit(comment, match)` for each part of a comment that `pattern` matches.
+/// Calls `visit(comment, match)` for each part of a comment that matches `pattern`.
 template <class Visit>
 void ForEachNamed(const std::regex& pattern, Visit visit)
 {

@@ -1,5 +1,5 @@
-// Checks that the page of the intermediate code names every instruction class, and lists the
-// operands that each reads and writes as the rows of the classes do.
+// Checks that docs/icode.md names every instruction class, and that the operands in its tables,
+// read and written, are those in src/icode/SlcICodeClasses.def.
 
 #include <algorithm>
 #include <fstream>
@@ -41,8 +41,8 @@ std::string ToText(const Operands& operands)
     return text;
 }
 
-/// Returns the fields in a list such as `(code->m_source, code->m_form)`; the form is listed as its
-/// condition.
+/// Returns the fields in a list such as `(code->m_source, code->m_form)`, without `m_`. `m_form`
+/// becomes "condition", as on the page, since its only operand is the flag that selects points.
 std::set<std::string> Fields(const std::string& list)
 {
     static const std::regex field(R"(code->m_(\w+))");
@@ -52,8 +52,8 @@ std::set<std::string> Fields(const std::string& list)
     return names;
 }
 
-/// Returns the operands of each class, from its row in `classes`; the operands of a call have no
-/// row.
+/// Returns the operands of each class whose row in `classes` lists any, and those of
+/// `SlcCallICode`, which no row lists.
 std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
 {
     static const std::regex row(
@@ -65,7 +65,7 @@ std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
     return all;
 }
 
-/// Returns the words of a cell of operands.
+/// Returns the words in the cell `cell` of a table.
 std::set<std::string> Words(const std::string& cell)
 {
     static const std::regex word(R"(\w+)");
@@ -75,7 +75,7 @@ std::set<std::string> Words(const std::string& cell)
     return words;
 }
 
-/// Returns the operands of each class, from the tables of the page.
+/// Returns the operands of each class in the tables of the page.
 std::map<std::string, Operands> OperandsOfPage(const std::string& page)
 {
     static const std::regex row(R"(\n\| (`Slc[^|]*)\|[^|]*\|([^|]*)\|([^|]*)\|)");
@@ -107,7 +107,7 @@ TEST(ICodePage, ListsOperandsAsTheWalkerDoes)
         EXPECT_NE(page.find('`' + name + '`'), std::string::npos) << name << " is not on the page";
         const auto row = shown.find(name);
         if (row == shown.end())
-            continue;  // a base, named with its derived classes
+            continue;  // a base, which the page names only in the row of its derived classes
         std::string listed = name;
         while (!walked.contains(listed) && bases.contains(listed))
             listed = bases[listed];

@@ -1,5 +1,6 @@
-// Checks that a folder includes only itself and the folders below it. The test reads the text of
-// every source, so an include in a branch that this build leaves out counts too.
+// Checks that each folder of src/ and runtime/ includes only files of itself and of the folders
+// before it in a list. The test reads the text of the sources, so it also sees includes that the
+// preprocessor skips in this build.
 
 #include <algorithm>
 #include <filesystem>
@@ -16,11 +17,10 @@ namespace fs = std::filesystem;
 
 struct Tree {
     const char* root;
-    std::vector<std::string> folders;  // from the bottom up; "" is the root itself
+    std::vector<std::string> folders;  // from the bottom up: each includes only itself and earlier
 };
 
-// The compiler reads tables of the run time and of the byte-code file, so their folders are below
-// its own.
+// The compiler includes tables in runtime/shading and runtime/sqx, so these are below its folders.
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
                          {"shading", "sqx", "support", "preprocessor", "frontend",
                           "support/reports", "symbols", "semantics", "icode", "lowering",
@@ -29,7 +29,8 @@ const Tree k_runtime = {
     SLC_SOURCE_FOLDER "/runtime",
     {"shading", "sqx", "kernels", "machine/verify", "machine/translate", "machine/run", "host"}};
 
-/// Returns the position of a file's folder from the bottom; -1 if it is in none of them.
+/// Returns the position of a file's folder in `tree.folders`, or -1 if it is not there. Folders in
+/// driver/ count as driver.
 int Rank(const Tree& tree, const fs::path& file)
 {
     std::string folder = file.parent_path().generic_string();
@@ -44,7 +45,7 @@ bool Exists(const Tree& tree, const fs::path& included)
     return fs::exists(tree.root / included) || fs::exists(k_runtime.root / included);
 }
 
-/// Returns the files that `file` includes between the two characters of `marks`, as written.
+/// Returns the files that `file` includes between the two characters of `marks`, as it writes them.
 std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = "\"\"")
 {
     const std::regex include("^\\s*#\\s*include\\s*" + marks.substr(0, 1) + "([^\">]+)" +
@@ -58,7 +59,7 @@ std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = 
     return found;
 }
 
-/// Checks all includes of a tree, and returns their number.
+/// Checks all includes in quotes that name a folder, and returns their number.
 int CheckTree(const Tree& tree)
 {
     int checked = 0;
@@ -71,7 +72,8 @@ int CheckTree(const Tree& tree)
         const int rank = Rank(tree, source);
         EXPECT_GE(rank, 0) << source << " lies in no known folder";
         for (const fs::path& included : Includes(entry.path())) {
-            // A generated file has no folder and is included by its bare name.
+            // Generated files, and the headers of runtime/shading, which is below all folders,
+            // are included by their bare names.
             if (!included.has_parent_path())
                 continue;
             ++checked;
@@ -89,9 +91,10 @@ TEST(IncludeDirections, FoldersIncludeOnlyDownward)
     EXPECT_GT(CheckTree(k_runtime), 20);
 }
 
-// A shading header may only include system headers that slcShaderCCodeOp.h includes: it makes all
-// later declarations hidden, which would keep shared objects from linking to a system library.
-// Also, most of the standard library takes longer to compile than a small shader.
+// A header of runtime/shading may include only those system headers that slcShaderCCodeOp.h
+// includes first. That header then makes all later declarations hidden, which would keep shared
+// objects from linking to a system library. Also, most of the standard library takes longer to
+// compile than a small shader. Shared objects do not include QxHostError.h.
 TEST(IncludeDirections, ShadingHeadersIncludeOnlySharedSystemHeaders)
 {
     const fs::path folder = fs::path(k_runtime.root) / "shading";

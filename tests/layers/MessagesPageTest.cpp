@@ -1,8 +1,10 @@
-// Checks that the page of messages has every report of the compiler, in the words of the sources,
-// and no other.
+// Checks that docs/messages.md lists the reports of the compiler in the words of the sources, and
+// no text that is not in the sources.
 //
-// A report is a string in the sources that begins with a capital or a quote and contains a blank. A
-// report that a source composes of several strings is on the page with "…" between them.
+// A string in the sources counts as a report if it begins with a capital, after quotes or not, and
+// contains a blank and a small letter. Excepted are arguments of `FatalError`, which reports bugs
+// of the compiler, and the texts in `IsOther`. A report that a source composes of several strings
+// is on the page with "…" between them.
 
 #include <algorithm>
 #include <cctype>
@@ -28,10 +30,11 @@ std::string Read(const fs::path& path)
 
 struct Literal {
     std::string text;
-    bool isFatal;  // an internal fault, or part of one
+    bool isFatal;  // an argument of `FatalError`, or part of one
 };
 
-/// Returns the string literals; adjacent ones are one text.
+/// Returns the string literals of a source, with escapes resolved and without a final line break.
+/// Adjacent literals are one text.
 std::vector<Literal> LiteralsOf(std::string source)
 {
     source = std::regex_replace(source, std::regex("(^|\\s)//[^\\n]*"), "");
@@ -67,7 +70,7 @@ bool IsSource(const fs::path& path)
     return extensions.count(path.extension().string()) != 0;
 }
 
-/// True for texts of this form that are no reports on a source.
+/// True for texts that have the form of a report but do not report anything about a shader.
 bool IsOther(const std::string& text)
 {
     static const char* const others[] = {
@@ -116,7 +119,7 @@ bool LooksLikeAReport(const Literal& literal)
 {
     const std::string& text = literal.text;
     const std::size_t first = text.find_first_not_of('\'');
-    // Words such as "WARNING" alone begin reports whose rest is another string.
+    // A string without small letters, such as "WARNING", is not a report, but can begin one.
     if (std::none_of(text.begin(), text.end(),
                      [](unsigned char c) { return std::islower(c) != 0; }))
         return false;
@@ -162,8 +165,7 @@ TEST(MessagesPage, ListsExactlyTheReportsOfTheSources)
             continue;
         for (const Literal& literal : LiteralsOf(Read(entry.path()))) {
             inSources += literal.text + '\n';
-            // A text that continues with a value ends in a blank or a quote, which the page may
-            // omit.
+            // A text that is followed by a value may end in a blank, which the page may omit.
             const std::string text = literal.text.substr(0, literal.text.find_last_not_of(' ') + 1);
             if (!LooksLikeAReport(literal))
                 continue;

@@ -1,5 +1,5 @@
-// Checks that the recipes of CONTRIBUTING.md name only existing files and folders, and that each
-// name in a step is found in one of the files or folders of the step.
+// Checks that three recipes of CONTRIBUTING.md name only existing files and folders, and that each
+// name in a step occurs in a file that the step names, or in a file of a folder that it names.
 
 #include <algorithm>
 #include <filesystem>
@@ -23,8 +23,8 @@ std::string Read(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// Returns the steps of the recipe with this heading: the numbered ones, and those that only some
-/// additions need.
+/// Returns the steps of the recipe with this heading: the numbered ones, and those after dashes,
+/// which only some additions need.
 std::vector<std::string> StepsOf(const std::string& heading)
 {
     std::istringstream page(Read(k_root / "CONTRIBUTING.md"));

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# sqxdump lists all examples, a truncated file and a shared object as JSON, which must follow the
-# schema. The whole JSON object of one shader is compared.
+# sqxdump lists examples and truncated files as JSON, which must follow the schema. The JSON of a shared
+# object must equal that of the byte-code of the same shader. The test also checks which values --params
+# shows, and that sqxdump loads shared objects and shadeop libraries only with --load.
 # usage: run.sh BUILD_DIRECTORY PYTHON
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -32,7 +33,7 @@ done
 check examples.json
 [ "$(wc -l <names)" = "$(find . -name '*.sqx' | wc -l)" ] || fail 'Not one object for each example'
 
-# A file with all sections, truncated after each line.
+# A byte-code file with all sections, truncated after each line.
 printf '%s\n' 'surface whole(float a = 1/0; varying color tint[2] = {color (0, 1, 1), noise(s)};' \
     '             output varying point p = point "world" (0, 0, 0); string text = "\"\\\n'$'\xFF\xC3\xA9\xC0\xAF\xE0\x80\x80\xED\xA0\x80\xF0\x80\x80\x80\xF4\x90\x80\x80''";)' \
     '{ p = P; Ci = diffuse(faceforward(N, I)) * tint[0] + tint[1] + a; P += N; printf(text); }' >whole.sl
@@ -61,7 +62,7 @@ cat >expected <<'JSON'
 JSON
 "$build/bin/sqxdump" --json - <whole.sqx | diff <(tr -d '\n' <expected; echo) - || fail 'whole.sqx is listed differently'
 
-# A shared object has the same facts, which are read without loading it.
+# A shared object contains the same facts about the shader as data, which are read without loading it.
 mkdir object
 compile --dso -d object whole.sl
 as_object() {
@@ -70,7 +71,7 @@ as_object() {
 }
 "$build/bin/sqxdump" --json - <object/whole.sqx | diff <(as_object -) - || fail 'The shared object is listed differently'
 
-# The shared object of each example has the same facts, too. Only the data is compiled, to save time.
+# So does the shared object of each example. Only this data is compiled, to save time.
 facts_alone() {
     sed -n '/QxShaderFacts\[\] __/,$p' "$1" | c++ -x c++ -shared -fPIC -o "$2" -
 }
@@ -85,7 +86,7 @@ done
 (cd objects && "$build/bin/sqxdump" --json ./*.sqx) >objects.json || fail 'The shared objects are not listed'
 diff code.json objects.json || fail 'Shared objects are listed differently from byte-code'
 
-# A default value that byte-code cannot compute or store is unknown.
+# The facts are made from byte-code, so a default value that only C++ can compute is unknown.
 printf '%s\n' "surface wide(float a = pack(0.1, 0.2, 0.3, 0.4); float b = 2; varying float c = b + noise(s)) { Ci = a * b * c; Oi = 1; }" >wide.sl
 compile --dso -c wide.sl
 facts_alone wide.cpp wide.sqx
@@ -106,7 +107,7 @@ surface wide
 TEXT
 ) || fail 'wide.sqx is listed differently'
 
-# Libraries without facts, such as those of an older compiler, are loaded only with --load.
+# Shared objects without these facts, such as those of an older compiler, are loaded only with --load.
 printf '%s\n' '#include <cstdio>' 'struct Mark { Mark() { std::fclose(std::fopen("loaded", "w")); } } mark;' >mark.cpp
 { cat mark.cpp; sed '/QxShaderFacts\[\] __/,$d' whole.cpp; } >older.cpp
 compile_object() {
@@ -139,7 +140,7 @@ grep -q 'b .* 2$' listing || fail 'The other value of calls.sqx is not known'
 "$build/bin/sqxdump" --params --load -I . calls.sqx >listing || fail 'The library of a shadeop is not loaded'
 grep -q 'a .* 3$' listing || fail 'The value of a shadeop is listed in another way'
 
-# Truncated and changed files are reported and do not crash sqxdump.
+# Truncated and changed shared objects are reported and do not crash sqxdump.
 "$python" - <<'PYTHON'
 data = open("wide.sqx", "rb").read()
 for part in range(96):

@@ -27,7 +27,7 @@ public:
     {
         context.m_conditions.GenPlainAssignment(variable, SlcLexType::Float(value));
     }
-    /// Completes the list and returns its text.
+    /// Inserts the pending copies into the list and returns its text.
     [[nodiscard]] std::string Text()
     {
         context.m_values.ForgetWrites();

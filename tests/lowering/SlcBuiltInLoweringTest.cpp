@@ -47,8 +47,8 @@ TEST(SlcGenBuiltIns, CastArgumentsToTheirFormals)
 {
     static const LowerCase cases[] = {
         {"o = length(w);", "{ t0 = w; } { t1 = LENGTH(t0); } { o = t1; }"},
-        // An argument in a tail is cast to the type that the tail declares for it, not to that of
-        // the last fixed formal.
+        // An argument after the fixed ones is cast to the type that the variable tail declares for
+        // it, not to that of the last fixed formal.
         {"o = occlusion(P, N, 16, \"axis\", k);",
          "t0 = k; { t1 = OCCLUSION(P, N, 16, -1, 0, 0, 0, t0, #0); } { o = t1; }"},
         {"color c = spline(w, 1, 2, (1, 0, 0), 4);",
@@ -137,7 +137,7 @@ TEST(SlcGenBuiltIns, ReadNeighboursOnlyOnTheWholeGrid)
         {"N = calculatenormal(P);", "t0 = CALCULATENORMAL(P, du, dv) simd; { N = t0; }"},
         {"if (w > 1) o = area(P);",
          "{ f0 = w > 1; } u0 = any f0; t0 = AREA(P) simd at f0; { f0?( o = t0; ) }"},
-        // No instruction runs only for points whose flag is false.
+        // A whole-grid form cannot be limited to points whose flag is false, so it runs for all.
         {"if (w > 1) { if (k > 1 || Du(w) > 1) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) t0 = DU_FLOAT(w, du) simd; { u1?( f1 = "
          "u1; ) } { !u1?( f1 = t0 > 1; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o = 1; ) }"},
@@ -145,7 +145,7 @@ TEST(SlcGenBuiltIns, ReadNeighboursOnlyOnTheWholeGrid)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBuiltIns, WarnThatDerivativesOfUniformValuesAreZero)
+TEST(SlcGenBuiltIns, WarnOfCallsWithAConstantResult)
 {
     struct ZeroCase {
         const char* body;
@@ -219,7 +219,7 @@ TEST(SlcGenBuiltIns, PassMessageFunctionsTheShapeOfTheirTarget)
          "t0 = TEXTUREINFO(\"a\", \"b\", s_1, 0, 4, 1);"},
         {"if (w > 1) atmosphere(\"x\", o);",
          "{ f0 = w > 1; } u0 = any f0; t0 = ATMOSPHERE(\"x\", o, 1, 1, 1) simd at f0;"},
-        // A varying element is copied in and out.
+        // An element with a varying index is copied in and out.
         {"float x[3]; option(\"x\", x[v]);", "{ t0 = &x_1[v]; t1 = t0; } t2 = OPTION(\"x\", t1, 1, "
                                              "1, 1) simd; { t3 = &x_1[v]; t3 = t1; }"},
         // The answer and the result of the call must not share a variable.

@@ -32,7 +32,7 @@ TEST_F(ConditionsTest, GuardEachBlockByTheInnermostFlagOfItsDetail)
     m_parts.Assign(m_x, 3);
     m_conditions.EndParallelIfNotCurrentCond();
     m_conditions.LeaveCondition();
-    m_parts.Assign(m_k, 4);  // has no uniform flag to guard it
+    m_parts.Assign(m_k, 4);  // the level has no uniform flag
     m_conditions.LeaveCondition();
     m_parts.Assign(m_x, 5);
     EXPECT_EQ(m_parts.Text(),
@@ -45,7 +45,7 @@ TEST_F(ConditionsTest, LimitGridFormsOnlyWhereAFlagCan)
     m_conditions.EnterCondition(m_flag, m_uniform);
     EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::At(m_flag));
     m_conditions.BeginParallelIfNotCurrentCond();
-    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag must be false
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag is false where code runs
     m_conditions.EndParallelIfNotCurrentCond();
     m_conditions.BeginAssignIfTrue(m_uniform, m_uniform);
     EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag is uniform

@@ -36,7 +36,8 @@ TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
         {"float f(float a) { float b = a; b += 1; return b; }", "float x = f(f(u));",
          "{ b_3 = u; } { b_3 = b_3 + 1; } { b_5 = b_3; } { b_5 = b_5 + 1; } { x_1 = b_5; }"},
         {"void f() { } float g() { f(); return 1; }", "f(); float x = g();", "{ x_4 = 1; }"},
-        // A value of another type is converted to the function's type.
+        // A returned value of another type is converted to the function's type. A function without
+        // a `return` returns 0.
         {"color f() { return 1; }", "uniform float x = f() . f();",
          "t0 = 1; t1 = 1; t2 = t0 . t1; x_1 = t2;"},
         {"float f() { return 1; }", "uniform color x = f();", "x_1 = 1;"},
@@ -54,7 +55,7 @@ TEST(SlcGenCalls, BindFormalsToTheirArguments)
         {"void f(float a; output float b) { b = a; }", "float x; f(u, x);", "{ x_1 = u; }"},
         {"float f(float a) { return a; }", "uniform float x = f(2);", "t0 = 2; x_1 = t0;"},
         {"float f(varying float a) { return a; }", "float x = f(2);", "{ t0 = 2; } { x_1 = t0; }"},
-        // A value of another type is copied.
+        // An argument of another type is copied; points, vectors and normals count as one type.
         {"color f(color a) { return a; }", "color x = f(u); x = f((1, 0, 0));",
          "{ t0 = u; } { x_1 = t0; } t1 = point(1, 0, 0); t2 = t1; { x_1 = t2; }"},
         {"float f(vector a) { return a . a; }", "float x = f(N);", "{ t0 = N . N; } { x_1 = t0; }"},
@@ -64,7 +65,8 @@ TEST(SlcGenCalls, BindFormalsToTheirArguments)
         // An argument keeps the value that it had when it was read.
         {"float f(float a; float b) { return a + b; }", "float x; float y = f(x, x = 2);",
          "{ t0 = x_1; } { x_1 = 2; } { t1 = t0 + x_1; } { y_1 = t1; }"},
-        // An element is written through another reference, several statements after it was bound.
+        // The element that is bound to `a` is written through another reference in a later
+        // statement.
         {"",
          "float x[2]; float f(float a) { float y = 1; return a + (x[1] = 5); } float z = f(x[1]);",
          "t0 = &x_1[1]; { y_3 = 1; } { t1 = t0; } t2 = &x_1[1]; { t2 = 5; } { t3 = t1 + t2; } { "
@@ -123,7 +125,8 @@ TEST(SlcGenCalls, KeepTheTemporariesOfTheEnclosingExpression)
     ExpectCalls(cases, options);
 }
 
-/// Returns a shader with n functions, each of which calls the previous one `calls` times.
+/// Returns a shader with n functions, each of which, after the first, calls the previous one
+/// `calls` times.
 std::string Chain(int n, int calls)
 {
     std::string functions = "float f0(float x) { return x + 1; } ";
@@ -205,7 +208,8 @@ TEST(SlcGenCalls, NestTenThousandLevels)
 /// Builds calls of shadeops by hand, since there is no library.
 class ShadeopTest : public testing::Test {
 protected:
-    /// Returns the code of "r = mix(arguments)", where the arguments are `variables`.
+    /// Returns the code of the call `mix(variables)`, where each formal has the type `formal`, and
+    /// the result is a float of the given detail.
     std::string Lower(SlcTypeNode* formal, const std::vector<SlcPtr<SlcVarSymbolEntry>>& variables,
                       SlcDetailNode* detail)
     {

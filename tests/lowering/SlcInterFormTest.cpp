@@ -184,7 +184,8 @@ TEST(SlcInterForm, FindsWritesOfP)
     }
 }
 
-/// Lists the loops and conditions of a tree in source order, marked ones with an exclamation mark.
+/// Lists the loops and `if` statements of a tree in source order, each with an exclamation mark if
+/// it is marked.
 class MarkReader : public SlcCodeWalker {
 public:
     std::string m_marks;

@@ -12,7 +12,7 @@ SlcOperand Temporary(const char* name)
 
 class PoolsTest : public testing::Test {
 protected:
-    /// Acquires all free temporaries and returns their names in the order of acquisition.
+    /// Acquires all free varying floats and returns their names in the order of acquisition.
     std::string TakeAll()
     {
         std::string names;
@@ -63,7 +63,7 @@ TEST_F(PoolsTest, KeepTheResultOfABodyInUse)
     for (const SlcOperand& temporary : {m_a, m_b, m_c})
         m_pools.AddUsed(temporary);
     m_pools.ReleaseUsed();
-    m_pools.EnterBody();  // the outer body must record what the inner one has kept
+    m_pools.EnterBody();  // the outer body must record the temporary that the inner one keeps
     m_pools.EnterBody();
     EXPECT_EQ(Acquire(), m_c);
     const SlcOperand inner = Acquire();

@@ -1,5 +1,6 @@
 // Tests each pass over drafts alone, by the block before and after in the notation of DraftText.h.
-// tests/host/AgreementTest.cpp checks that the computed values stay the same.
+// Drafts are the instructions of the machine during translation. tests/host/AgreementTest.cpp
+// checks that the computed values stay the same.
 
 #include <stdexcept>
 
@@ -70,7 +71,8 @@ void UseStripLocals(DraftText& text)
 }
 
 /// Returns each draft with the variables that are live after it and, after '/', those that points
-/// outside of the open conditions still need. `result` is read after the block; "" for none.
+/// outside of the open conditions still need. The variables after "first:" may be read before they
+/// are written. `result` is read after the block; "" for none.
 std::string Annotated(DraftText& text, const std::string& result)
 {
     QxLiveness liveness(text.Block(), text.Storages(),
@@ -213,7 +215,8 @@ TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirExitDependsOnOtherPoints)
         {"A: { x = ADD_FLOAT_FLOAT x S; } once u = ADD_FLOAT_FLOAT u 1; grid g = "
          "SET_UNIFORM_BOOL_FLAG f; if g goto A;",
          ""},
-        // A jump from elsewhere leads into the middle of the runs, or to their beginning.
+        // A jump from elsewhere leads into the middle of the runs, or to their beginning, where it
+        // does no harm.
         {"if g goto A; grid y = CALL_PRIM_AREA C; { x = ADD_FLOAT_FLOAT S 1; } A: { z = "
          "ADD_FLOAT_FLOAT x 1; }",
          ""},
@@ -267,7 +270,8 @@ TEST(QxFuse, LeavesValuesThatHaveOtherUses)
         {"{ c = ADD_COLOR_COLOR c1 c2; C = ASSIGN_COLOR_COLOR c; C1 = ASSIGN_COLOR_COLOR c; }", ""},
         // The factor has changed before the addition.
         {"{ x = MULT_FLOAT_FLOAT a b; a = ASSIGN_TO_ZERO_FLOAT; S = ADD_FLOAT_FLOAT x d; }", ""},
-        // Another path leads between the two, or other points need the old value.
+        // Another path leads between the two, other points need the old value, or both
+        // instructions are uniform.
         {"{ x = MULT_FLOAT_FLOAT a b; A: S = ADD_FLOAT_FLOAT x d; if g goto A; }", ""},
         {"{ x = MULT_FLOAT_FLOAT a b; if f ( S = ADD_FLOAT_FLOAT x d; ) S1 = ASSIGN_FLOAT_FLOAT x; "
          "}",

@@ -14,13 +14,14 @@
 /// An instruction is written as its results, '=', its primitive and its other operands; '&x' is
 /// both read and written. A primitive in lower case belongs to the machine: `product_plus`. A first
 /// word says how the instruction runs: `once`; `grid` for the whole grid; `at f` for the points of
-/// a flag; `whole f` if it also reads or affects other points. Between parallel brackets it has no
-/// such word, or `all` if it ignores the mask. The brackets are '{ }', 'each { }' and 'if f ( )',
-/// the last with `not` or `copy` before the flag; a pass may turn the last into 'where f ( )'. In
-/// parallel brackets a jump may test a varying flag. `lights E;` begins a loop over lights, and
-/// `again S;` ends it. The stop at the end is not written. A variable that has room for one strip
-/// is printed as '~' and its number; '{~0~1/256' opens a run with two such variables and strips of
-/// 256 points.
+/// a flag; `whole f` if it also runs when the flag is set at no point. Between parallel brackets it
+/// has no such word, or `all` if it ignores the mask. The brackets are '{ }', 'each { }', in which
+/// points run one after the other, and 'if f ( )'. In the last, `not` before the flag inverts it,
+/// and `copy` means that the brackets write the flag; a pass may turn the last into 'where f ( )'.
+/// In parallel brackets a jump may test a varying flag. `lights E;` begins a loop over lights, and
+/// `again S;` ends it; E and S are labels. The stop at the end is not written. A variable that has
+/// room for one strip is printed as '~' and its number; '{~0~1/256' opens a run with two such
+/// variables and strips of 256 points.
 ///
 /// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// number, c... varying color, C... predefined color, S... predefined number, a number is a
@@ -32,10 +33,10 @@ public:
     DraftText(const DraftText&) = delete;
     DraftText& operator=(const DraftText&) = delete;
 
-    /// Returns the text of the current block. Writes '?' after a bracket whose opening bracket has
-    /// a wrong target.
+    /// Returns the text of the current block. Writes '?' after a closing bracket that has no
+    /// opening bracket, or one with a wrong target.
     [[nodiscard]] std::string Print() const;
-    /// Returns the text of one draft, without labels.
+    /// Returns the text of one draft, without a label before it.
     [[nodiscard]] std::string PrintDraft(std::size_t index) const;
 
     [[nodiscard]] QxDraftWriter& Writer() { return m_writer; }

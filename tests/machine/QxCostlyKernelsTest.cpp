@@ -135,8 +135,8 @@ const std::vector<Case>& Cases()
     return cases;
 }
 
-/// Returns coordinates and periods of both signs, whole numbers, and numbers too large to have a
-/// cell.
+/// Returns a number for each place. The numbers have both signs, and some are whole, infinite, NaN,
+/// or too large to have their own cell.
 float NumberAt(unsigned int place)
 {
     static const float odd[] = {0,     -0.0F,    1,      -1,     0.49999997F, 1e9F,
@@ -148,7 +148,8 @@ float NumberAt(unsigned int place)
     return (static_cast<float>(hash >> 8 & 0xffff) - 32768) / 2048;
 }
 
-/// Gives every NaN the same bits, since they only show which operand it came from.
+/// Gives every NaN except `k_untouched` the same bits, since they only show which operand it came
+/// from.
 unsigned int OneNan(unsigned int bits)
 {
     float value = 0;
@@ -192,7 +193,7 @@ private:
     char* m_data = nullptr;
 };
 
-/// The operands of a case, point by point; a uniform operand has one value.
+/// The operands of a case, point by point; an operand whose bit in `uniform` is set has one value.
 struct Arguments {
     std::vector<Values> values;
     std::vector<unsigned int> steps;
@@ -220,8 +221,8 @@ struct Arguments {
 
 using Mask = std::vector<QxStopAndBool>;
 
-/// Returns the results of the scalar function at the points whose mask is set, or at all points
-/// without a mask.
+/// Returns the bits of the results of the scalar function at the points whose mask is set, or at
+/// all points without a mask; `k_untouched` at the other points.
 Bits Expected(const Case& c, const Arguments& arguments, const Mask& mask)
 {
     Bits bits;

@@ -1,6 +1,6 @@
 // Checks what a run counts against its limits: the instructions that backward jumps repeat, in the
-// strip that repeats most, and the memory of its variables. Checks also what variables of the grid
-// contain where the compiler never reads or writes them.
+// strip that repeats most, and the memory of its variables. Also checks predefined variables that
+// the host does not provide, and the value of L after loops over lights.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace {
 
 /// Returns the smallest step limit that suffices for four strips of points and two lights, where Kd
-/// is 5. `s` has one value for each strip.
+/// is 5; 1000 if a larger one is necessary. `s` has one value for each strip.
 std::size_t StepsOf(const char* code, const std::vector<float>& s)
 {
     FileParts parts;
@@ -128,8 +128,8 @@ TEST(QxMachineRun, KeepsMissingVariablesApart)
 
 TEST(QxMachineRun, EndsLoopsOverLightsThatAJumpLeaves)
 {
-    // L belongs to a light only in the loop, however often the loop was left. Leaves it at once,
-    // from within another loop, and in each of five turns, and stores L.
+    // L belongs to a light only in the loop, however often the loop was left. The blocks leave it
+    // at once, from within another loop, and in each of five turns, and then store L.
     for (const char* code :
          {"EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 7 GOTO 7 END_ILLUMINANCE 3 "
           "ASSIGN_COLOR_COLOR_SIMD Ci s",

@@ -50,7 +50,7 @@ TEST(QxShadeopCheck, RefusesCallsThatNoDeclarationFits)
     };
     static const CallCase cases[] = {
         {"CALL_DSO 0 1 uf #1", "float f(float)", true},
-        {"CALL_DSO 0 1 up up", "normal f(color)", true},  // code does not distinguish triples
+        {"CALL_DSO 0 1 up up", "normal f(color)", true},  // triples of all types are stored alike
         {"CALL_DSO 0 1 us us", "string f(string)", true},
         {"CALL_DSO 0 2 uf ua uf", "float f(float[3], float)", true},
         {"CALL_DSO 0 2 uf ua uf", "float f(float[], float)", true},

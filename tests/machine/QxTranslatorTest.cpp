@@ -56,8 +56,9 @@ std::string StepText(const QxCode& code)
     return "?";
 }
 
-/// Returns the steps of `code`. The file has one more varying flag, number 18, so #1 is 19, #0 is
-/// 21 and #t is 22; 23 is a false flag. Shadeop 0 belongs to a library that does not exist.
+/// Returns the steps of `code`. The file has one more varying flag, number 18, than that of
+/// FileParts.h, so `code` must name constants by their numbers: 19 is 1.0, 21 the integer 0, 22 a
+/// true flag and 23 a false one. Shadeop 0 belongs to a library that does not exist.
 std::string Steps(const std::string& code)
 {
     FileParts parts;
@@ -91,7 +92,7 @@ TEST(QxTranslator, TurnsBracketsThatSetFlagsIntoOperations)
         {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF IF_TRUE 18 "
          "ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
          "{>5 masked where>4 masked } ."},
-        // Nothing reads vb.
+        // Nothing reads the new value of vb.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF IF_TRUE "
          "18 ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
          "{>5 masked where>4 masked } ."},
@@ -110,7 +111,8 @@ TEST(QxTranslator, ChoosesHowInstructionsRun)
         {"IF_TRUE ub ASSIGN_FLOAT_FLOAT uf 19 END_IF", "if-not-goto>2 once ."},
         {"IF_FALSE ub BEGIN_PARALLEL ASSIGN_COLOR_FLOAT Ci s END_PARALLEL END_IF",
          "if-goto>4 {>4 masked } ."},
-        // Points run one after the other if all of them write one variable.
+        // Points run one after the other if all of them write one variable, or if there is more
+        // than one call of a shadeop.
         {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT uf s END_PARALLEL", "{each>3 masked } ."},
         {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT vf s CALL_DSO 0 1 vf s CALL_DSO 0 1 vc s END_PARALLEL",
          "{each>5 masked all all } ."},

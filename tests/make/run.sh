@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds a library of shaders in a scratch folder with sqxmake, and checks after each change which
-# shaders are recompiled.
+# Compiles folders of shaders with sqxmake, and checks after each change which shaders are recompiled and
+# what sqxmake prints.
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 bin=$(cd "$1" && pwd)
@@ -32,7 +32,8 @@ says() {
     grep -qF -- "$1" messages || fail "Not said: $1"
 }
 
-# Stores the times of all outputs. `compiled_are` checks which shaders were compiled since then.
+# Stores the times of all stamps, the files that sqxmake writes after each successful compile.
+# `compiled_are` checks which shaders were compiled successfully since then, and calls `remember` again.
 remember() {
     rm -rf seen
     mkdir seen
@@ -83,7 +84,8 @@ rm "$output/plain30.sqx"
 make_is 0 "$include" "$library"
 compiled_are 'plain20 plain30'
 
-# One wrong file of fifty is named and leaves no output, and the others are compiled.
+# With -k, the one source with an error is named and leaves no output, and the other changed source is
+# compiled.
 echo 'surface plain40() { Ci = noSuchName; }' >"$library/plain40.sl"
 touch "$library/plain41.sl"
 make_is 1 -k "$include" "$library"
@@ -93,7 +95,7 @@ says 'sqxmake: 1 compiled, 49 up to date, 1 refused:'
 ! grep -qE 'ninja|FAILED|--step' messages || fail 'Words of ninja are shown'
 [ ! -e "$output/plain40.sqx" ] || fail 'The refused shader left an output'
 compiled_are plain41
-# While the file is unchanged, its reports are not repeated. Without -k others may not be compiled.
+# While the file is unchanged, its reports are not repeated.
 make_is 1 "$include" "$library"
 [ "$(cat messages)" = "sqxmake: 0 compiled, 50 up to date, 1 refused:
   $library/plain40.sl (as before)" ] || fail 'A refusal is repeated'
@@ -124,7 +126,7 @@ rm "$library/plain58.sl"
 make_is 0 -O0 "$include" "$library/plain10.sl"
 [ ! -e "$output/plain58.sqx" ] || fail 'The output of a source that is gone is still there'
 
-# Advice does not need -w2, and each variable is reported once.
+# Advice does not need -w2, and each uninitialized variable is reported once.
 echo 'surface advised() { int i = 0; Ci = i; }' >advised.sl
 make_is 1 -w0 advised.sl
 says "ADVICE: unexpected 'i': the language has no 'int'"
@@ -134,7 +136,7 @@ says "Variable 'a' may not be initialized (and 2 times after this)"
 says "Variable 'b' may not be initialized (and 1 time after this)"
 [ "$(grep -c WARNING: messages)" = 2 ] || fail 'A variable is reported more than once'
 
-# A user's preprocess command writes no dependencies; they are read from its line markers.
+# A user's preprocess command writes no dependencies; they are read from the line markers in its output.
 # shellcheck disable=SC2016  # the variables are the command's
 export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'
 make_is 0 -I"$scratch" "$library/plain10.sl"
@@ -156,8 +158,8 @@ if [ -r /proc/self/status ]; then
 fi
 unset SLC_CPP_COMMAND
 
-# A new header that is found before the included one, beside the including file or in a folder that is
-# searched earlier, recompiles the shader. Other new headers do not.
+# A shader is recompiled if a new header is found before the included one, beside the including file or in
+# a folder that is searched earlier. Other new headers do not matter.
 mkdir -p front 'far off/deep'
 echo '#include <deep/tone.h>' >'far off/tones.h'
 echo '#define TONE 2' >'far off/deep/tone.h'
@@ -185,8 +187,8 @@ echo '#define TONE oops' >front/shade.h
 make_is 1 -k -I. -Ifront '-Ifar off' toned.sl shaded.sl
 [ ! -e "$output/shaded.sqx" ] || fail 'With a bad header in front a shader kept its output'
 
-# A shadeop library that a shader calls into counts as one of its sources, also in a default value,
-# and others in the folder do not.
+# A shadeop library whose function a shader calls, here in a default value, counts as one of its sources.
+# Other libraries in the folder do not.
 mkdir 'shade ops'
 make_library() {
     echo "#include <QxShadeop.h>
@@ -209,7 +211,8 @@ compiled_are ''
 make_library twist '{"float twist(string)", "", ""},'
 make_is 0 '-Ishade ops' twisted.sl untwisted.sl
 compiled_are twisted
-# A new library that is searched before it, by its folder or its name, recompiles the shader, too.
+# The shader is also recompiled if a new library is searched before this one, because of its folder or its
+# name.
 mkdir first
 mv 'shade ops' later
 make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
@@ -231,8 +234,8 @@ make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
 
-# Headers and sources whose names ninja must escape, or cannot read in a dependency file at all: a
-# change of a header is noticed, and nothing else is compiled.
+# Headers and sources whose names must be escaped for ninja, or which ninja cannot read in a dependency
+# file at all. A change of a header is noticed, and only its shader is compiled.
 mkdir odd
 odd_names=('a b' 'a#b' 'a$b' 'a:b' 'a%b' 'a\b' 'a\ b' 'a\#b' 'a\' "a'b" 'a*b' 'a;b' 'a|b' 'a&b' $'a\tb')
 for i in "${!odd_names[@]}"; do
@@ -257,7 +260,7 @@ says '1 compiled'
 
 # Rules for make: `make -q` fails if a header is newer than the target.
 if command -v make >/dev/null; then
-    rm odd/*[\;\|\*]*  # no escape of make names them
+    rm odd/*[\;\|\*]*  # make has no escape for these characters
     for header in odd/*.h; do
         echo "#include <${header#odd/}>"
     done >every.sl
@@ -306,7 +309,7 @@ unset SLC_CPP_COMMAND
 make_is 0 "$examples/rows"
 make_is 0 --dso "$examples/dso"
 
-# Two sources with one output.
+# Two sources with one output are refused, unless --tree gives the outputs different folders.
 mkdir -p tree/deep
 echo '#define UNUSED surface plain99(
 /* surface other( */ surface oak() { Ci = "}"; }' >tree/deep/double.sl

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Each manual page is well-formed and describes the options of its program.
+# Each manual page describes the options of its program, and is well-formed if mandoc is there to check it.
+# The completions for the shells have no errors and complete a few lines as expected.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 build=$(cd "$1" && pwd)
@@ -10,7 +11,7 @@ for page in "$build"/manual/*.1; do
         echo "There is no program $name"
         failures=1
     }
-    # The help of the compiler ends with status 1.
+    # `shaderqx --version` ends with status 1.
     ("$build/bin/$name" --version || true) | grep -q "^$name version [0-9]" || {
         echo "$name does not print its version"
         failures=1
@@ -63,7 +64,7 @@ completes_to '--param --params' sqxdump --par
 completes_to 'maps matte.sqx' sqxdump --params ma
 completes_to maps sqxdump -I ma
 completes_to maps sqxmake -o ma
-# The same lines in fish, if it is installed.
+# Similar lines in fish, if it is installed.
 if command -v fish >/dev/null; then
     fish_completes() {
         fish -c "source $build/manual/${1%% *}.fish; complete -C '$1'" | cut -f1 | LC_ALL=C sort | xargs

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Without an optional library the tree configures, and lists the programs that are not built.
+# Without an optional library CMake can configure the tree, and lists what is not built.
 # usage: run.sh CXX_COMPILER
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -28,7 +28,8 @@ sqxview, which shows shaders in a browser: libpng is missing
 tests: GoogleTest with GoogleMock is missing'
 expect "$(left_out "$1" -DCMAKE_DISABLE_FIND_PACKAGE_PNG=OFF -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON |
     grep sqxview)" 'sqxview, which shows shaders in a browser: pkg-config, which finds cpp-httplib, is missing'
-# pkg-config finds no library in this folder. A new build folder is needed, since CMake caches results.
+# pkg-config finds no library in the scratch folder. A new build folder is needed, since CMake caches
+# results.
 rm -rf "$scratch/build"
 expect "$(PKG_CONFIG_LIBDIR=$scratch left_out "$1" | grep sqxview)" \
     'sqxview, which shows shaders in a browser: cpp-httplib is missing'
@@ -36,5 +37,5 @@ expect "$(left_out "$1" -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON |
     grep nlohmann)" 'sqxdump --json: nlohmann-json is missing
 sqxview, which shows shaders in a browser: nlohmann-json is missing
 sqxls, the language server for editors: nlohmann-json is missing'
-# The other programs still have targets.
+# The programs that need no optional library still have targets.
 expect "$(cmake --build "$scratch/build" --target help | grep -cE '\b(shaderqx|sqxdump|sqxmake|bench)\b')" 4

@@ -1,4 +1,4 @@
-// Tests the passes of the optimizer on hand-written lists.
+// Tests the flow graph and the passes of the optimizer on hand-written lists.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// The graph and the sets of a list that passes need.
+/// The flow graph of a list and the analyses that passes need.
 struct Analysed {
     explicit Analysed(const SlcListICode& list)
         : variables(list),
@@ -131,7 +131,7 @@ TEST(SlcDeadCodeElimination, RemovesValuesThatAreNeverRead)
         {"begin; r = &a[u]; r = 1; end;", "begin; r = &a[u]; r = 1; end;"},
         // Points that skip the guard read the first value.
         {"begin; x = 1; f?( x = 2; ) Ci = x; end;", "begin; x = 1; f?( x = 2; ) Ci = x; end;"},
-        // The value is live around the loop only.
+        // The second value is live only around the loop.
         {"begin; x = 1; S: Ci = x; x = 2; g? goto S; end;",
          "begin; x = 1; S: Ci = x; x = 2; g? goto S; end;"},
         // A light loop may run for no light, and then the first value is the result.
@@ -253,11 +253,11 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"x = 0 / 0;", "x = 0 / 0;"},
         {"x = 49 / 49;", "x = 1;"},
         {"f = 0.30000001192092896 == 0.3;", "f = true;"},
-        {"x = 12345 * 1001;", "x = 12345 * 1001;"},  // has more digits than are written
+        {"x = 12345 * 1001;", "x = 12345 * 1001;"},  // the product has more digits than are written
         {"x = 1e+07 * 20;", "x = 2e+08;"},
-        {"x = y / 3e+38;", "x = y / 3e+38;"},  // the reciprocal is not exact
+        {"x = y / 3e+38;", "x = y / 3e+38;"},  // the reciprocal is denormal
         {"x = LOG2(8, 2);", "x = 3;"},
-        {"x = ROUND(0.49999997);", "x = 1;"},  // equals the run time
+        {"x = ROUND(0.49999997);", "x = 1;"},  // as at run time
         {"x = MOD(7, 3);", "x = 1;"},
         {"x = 0 / y;", "x = 0;"},
         {"x = 1e38 * 10;", "x = 1e+38 * 10;"},  // would not be finite at run time
@@ -332,7 +332,7 @@ TEST(SlcReduceNumberTmps, SharesVariablesThatAreNeverLiveTogether)
         // The value is live around the loop.
         {"begin; x = p; S: y = p; Ci = y; Ci = x; g? goto S; end;",
          "begin; x = p; S: y = p; Ci = y; Ci = x; g? goto S; end;"},
-        // Both are read before they are set, so both are live at the entry.
+        // Both are read but never set, so both are live at the entry.
         {"begin; Ci = x; Ci = y; end;", "begin; Ci = x; Ci = y; end;"},
         {"begin; u1 = p; Ci = u1; u2 = p; Ci = u2; end;",
          "begin; u1 = p; Ci = u1; u2 = p; Ci = u2; end;"},  // uniform variables are not shared
@@ -360,7 +360,7 @@ TEST(SlcConvertTmpVarDetail, StoresOneValueIfEachPointWritesItFirst)
 {
     static const struct {
         const char* code;
-        bool once;  // the variable x
+        bool once;  // x is stored once for all points
     } cases[] = {
         {"{ x = p + 1; Ci = x; }", true},
         {"{ x = p + 1; Ci = x; } { x = p; Ci = x; }", true},
@@ -391,7 +391,7 @@ TEST(SlcCodeMotion, HoistsInvariantsOutOfTheLoop)
     static const PassCase cases[] = {
         {"begin; S: u = p + 1; pOut = u; g = p < u; !g? goto E; goto S; E: end;",
          "begin; u = p + 1; g = p < u; S: pOut = u; !g? goto E; goto S; E: end;"},
-        // All instructions that only compute are hoisted.
+        // These are the kinds of instructions that can be hoisted.
         {"begin; S: { x = zero(); y = -p; z = p - x; z1 = p * y; z2 = p / z; z3 = z1 . z2; z4 = p "
          "^ z3; z5 = point(p, 1, z4); z6 = normal(p, 1, z5); z7 = vector(p, 1, z6); z8 = color(p, "
          "1, z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; "
@@ -409,8 +409,8 @@ TEST(SlcCodeMotion, HoistsInvariantsOutOfTheLoop)
         {"begin; S: { u = p; y = 2; } { x = u; } pOut = x + y; !g? goto E; goto S; E: end;",
          "begin; { u = p; y = 2; } { x = u; } S: { } { } pOut = x + y; !g? goto E; goto S; E: "
          "end;"},
-        // Not hoisted: written twice, read before, live at the head, under a guard, operand written
-        // in the loop.
+        // These are not hoisted: a variable that is written twice, one that is read before it is
+        // written, a write under a guard, an operand that the loop writes, an array element.
         {"begin; S: u = 1; pOut = u; u = 2; !g? goto E; goto S; E: end;",
          "begin; S: u = 1; pOut = u; u = 2; !g? goto E; goto S; E: end;"},
         {"begin; u = 0; S: pOut = u; u = 2; !g? goto E; goto S; E: end;",
@@ -421,7 +421,7 @@ TEST(SlcCodeMotion, HoistsInvariantsOutOfTheLoop)
          "begin; S: x = p + 1; p = x; !g? goto E; goto S; E: end;"},
         {"begin; S: r = &a[u]; x = r + 1; pOut = x; !g? goto E; goto S; E: end;",
          "begin; S: r = &a[u]; x = r + 1; pOut = x; !g? goto E; goto S; E: end;"},
-        // The flag changes in each iteration, although the set of writes contains it once.
+        // Each iteration writes the flag twice.
         {"begin; S: { f = p < 1; f?( pOut = 1; ) f = not f; } !g? goto E; goto S; E: end;",
          "begin; S: { f = p < 1; f?( pOut = 1; ) f = not f; } !g? goto E; goto S; E: end;"},
         // The loop has no exit.
@@ -452,7 +452,7 @@ TEST(SlcRegroupParallelBlocks, JoinsRunsWithNothingBetween)
         // A run with a comparison is joined with the one before it, not with the one after it.
         {"{ x = 1; } { f = x < y; } { y = 1; }", "{ x = 1; f = x < y; } { y = 1; }"},
         {"{ x = RANDOM_FLOAT(); } { y = 1; }", "{ x = RANDOM_FLOAT(); } { y = 1; }"},
-        // A joined run would read at each point what an earlier point has written.
+        // In a joined run the points would access the uniform variable in another order.
         {"{ u = x; } { y = u; }", "{ u = x; } { y = u; }"},
         {"{ y = u; } { z = 1; } { u = x; }", "{ y = u; z = 1; } { u = x; }"},
         {"{ u = x; } { u = y; }", "{ u = x; } { u = y; }"},
@@ -475,7 +475,7 @@ TEST(SlcRegroupParallelIfs, JoinsGuardsOfOneFlag)
         {"{ f?( break f to L; ) f?( y = 1; ) }", "{ f?( break f to L; ) f?( y = 1; ) }"},
         {"{ f?( break f1 to L; ) f?( y = 1; ) }", "{ f?( break f1 to L; ) f?( y = 1; ) }"},
         {"{ f?( continue f1 to L; ) f?( y = 1; ) }", "{ f?( continue f1 to L; ) f?( y = 1; ) }"},
-        // The second guard must use the flag that the first body has written.
+        // The second guard must use the value that the first body has written to the flag.
         {"{ f?( f = x < y; x = 1; ) f?( y = 1; ) }", "{ f?( f = x < y; x = 1; ) f?( y = 1; ) }"},
     };
     ExpectRewritten(cases,

@@ -1,5 +1,5 @@
-// Compares the live variables of random lists with sets that are computed by the definition, for
-// every block and variable.
+// Compares the results of four parts of the optimizer on random lists with the definitions: live
+// variables, live ranges, variables that share storage, and dead code.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,8 @@ namespace {
 using Sets = std::vector<std::set<int>>;
 
 /// Makes lists of guards and random jumps, with more variables than a group of the analysis has.
-/// Endless loops and unreachable code come only from unconditional jumps.
+/// Endless loops and unreachable code come only from unconditional jumps, which only `jumpsAlways`
+/// allows.
 class RandomList {
 public:
     RandomList(unsigned int seed, bool jumpsAlways) : m_random(seed), m_jumpsAlways(jumpsAlways) {}
@@ -101,8 +102,8 @@ std::set<int> Needed(const SlcListICode& list, SlcDefUse& defUse)
     return needed;
 }
 
-/// Removes everything that is dead according to the sets until nothing changes, and returns the
-/// rest.
+/// Until nothing changes, removes computations that are dead according to `LiveIn` or `Needed`, and
+/// assignments of a variable to itself. Returns the text of the rest.
 std::string WithoutDeadCode(SlcListICode& list)
 {
     for (bool changed = true; changed;) {

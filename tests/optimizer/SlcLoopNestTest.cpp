@@ -1,5 +1,5 @@
-// Compares the loop nest with the definitions: dominance by reachability, and a loop by its back
-// edges.
+// Compares the loop nest with one that is computed from the definitions: a block dominates those
+// that cannot be reached without it, and back edges make a loop.
 
 #include "optimizer/SlcLoopNest.h"
 
@@ -119,8 +119,8 @@ Blocks BlocksOf(const SlcLoopNest& nest, const SlcLoopNest::Loop& loop, int coun
     return blocks;
 }
 
-/// Returns the place of the innermost loop around both blocks. An inner loop has a later place than
-/// the loops around it.
+/// Returns the place of the innermost loop around both blocks; `k_none` if there is none. An inner
+/// loop has a higher place than the loops around it.
 int CommonPlace(const SlcLoopNest& nest, int block, int other)
 {
     int place = SlcLoopNest::k_none;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages in FOLDER, uses them as a user would, and removes them completely. It
-# changes the system that it runs in: scripts/bare.sh runs it in a new container.
+# Installs the Debian packages in FOLDER, uses them as a user would, and checks that removing them leaves
+# none of their files. It changes the system that it runs in, so scripts/bare.sh runs it in a new Debian.
 # usage: debian.sh FOLDER    as root
 set -euo pipefail
 packages=$(cd "$1" && pwd)

@@ -37,7 +37,8 @@ if [ -n "$(find packages -name '*.deb')" ]; then
     done
     prefix="$scratch/a root/usr"
     dpkg-deb -f packages/shaderqx_*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
-    # The development package contains only the files that are needed to build programs.
+    # The package of the programs has no files for building with the libraries, and the development package
+    # has no programs.
     dpkg-deb -c packages/shaderqx_*.deb | grep -E '\.a$|cmake/|pkgconfig|host/' && fail 'Not for users of programs'
     dpkg-deb -c packages/shaderqx-dev_*.deb | grep -E '/bin/|/man/' && fail 'Not for builders of programs'
     if command -v lintian >/dev/null; then
@@ -45,8 +46,8 @@ if [ -n "$(find packages -name '*.deb')" ]; then
     fi
 fi
 
-# Each program has its manual page and its completion, and documents, editor files and examples are
-# installed.
+# Each program has its manual page and its completion in bash, editor files and examples are installed,
+# and the links in the installed documents lead to installed files.
 share="$prefix/share"
 for program in "$prefix"/bin/*; do
     name=$(basename "$program")

@@ -1,4 +1,5 @@
-// Compares the table of the encoder with std::pow.
+// Compares the encoder, which uses a table, with the formulas of both encodings, and checks values
+// out of range.
 
 #include <cmath>
 #include <gtest/gtest.h>

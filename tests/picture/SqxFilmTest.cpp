@@ -1,5 +1,5 @@
-// Checks grids on a film: which samples they cover, which of two is nearer, and how samples become
-// pixels.
+// Checks grids that are drawn on a film: which samples they cover, which grid is visible, and how
+// samples become pixels.
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,15 +13,16 @@ namespace {
 
 constexpr unsigned int k_side = 160;  // more rows than one lock covers
 
-/// Returns a point that is seen at x and y on a film of `k_side` samples along each edge.
+/// Returns the point at depth z that is seen at x and y on a film of `k_side` samples along each
+/// edge.
 QxVector3 SeenAt(float x, float y, float z)
 {
     const float scale = SqxShape::Project({1, 0, z}).x * k_side / 2;
     return {(x - k_side / 2.0F) / scale, (k_side / 2.0F - y) / scale, z};
 }
 
-/// Returns a grid whose cells, except for the margin, cover the square from `low` to `high` on the
-/// film.
+/// Returns a white grid at depth z whose cells, except for the margin, cover the square from `low`
+/// to `high` on the film.
 QxHostGrid Spanned(unsigned int cells, float low, float high, float z)
 {
     QxHostGrid grid(cells + 3, cells + 3);
@@ -54,7 +55,8 @@ std::size_t CountDrawn(const SqxPixels& pixels)
 
 }  // namespace
 
-// Points are moved at random, some to the center of a sample, so that edges pass through samples.
+// Inner points are moved at random, and of large cells some to the center of a sample, so that
+// edges pass through centers.
 TEST(SqxFilm, OmitsNoSampleBetweenCells)
 {
     for (const unsigned int cells : {7U, 60U, 200U}) {

@@ -1,4 +1,5 @@
-// Tests the renderer of pictures: coarse pictures first, and how rendering ends.
+// Tests the rendering of pictures: coarse pictures, texts of shaders, prepared films, how rendering
+// ends, the directions of u, v and normals, and wrong settings.
 
 #include <gtest/gtest.h>
 
@@ -65,7 +66,7 @@ TEST_F(Picture, ReportsTheTextsOfTheFinalPassOnly)
     EXPECT_EQ(texts, 100U * 80);
 }
 
-// A film that is prepared before the shaders are known is used once.
+// Only the first rendering uses the prepared film; the second creates another.
 TEST_F(Picture, IsTheSameOnAPreparedFilm)
 {
     SqxPicture picture(Settings(k_ramp));
@@ -112,7 +113,8 @@ TEST_F(Picture, StopsAnEndlessShader)
     EXPECT_EQ(picture.Render(watch), SqxPictureEnd::OutOfTime);
 }
 
-// On each shape u increases to the right and v downwards, and normals point outwards.
+// On the front of each shape u increases to the right and v downwards, and normals point to the
+// camera.
 TEST_F(Picture, ShadesEachShapeFromItsOuterSide)
 {
     constexpr const char* k_sides = "surface test() { Oi = 1; Ci = color(xcomp(Du(P)) > 0 ? 1 : 0,"

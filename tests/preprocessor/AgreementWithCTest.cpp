@@ -1,6 +1,6 @@
 // Compares all tokens, with their files and lines, with those of the system's C preprocessor. The
-// sources are the examples, the shaders of the tests, and cases for the rules of C, among them all
-// examples of the standard.
+// sources are the examples, the shaders of the tests, and cases for the rules of C, among them
+// examples of its standard. Sources for which the C preprocessor has no output are skipped.
 
 #include <array>
 #include <cstdio>
@@ -65,7 +65,7 @@ std::string OutputOf(const std::string& command)
     return output;
 }
 
-/// Returns whether the C preprocessor had an output to compare with.
+/// Compares the tokens of one source. False if the C preprocessor had no output to compare with.
 bool Compare(const fs::path& source)
 {
     const std::string folder = source.parent_path().string();

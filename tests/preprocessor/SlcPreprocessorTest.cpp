@@ -41,7 +41,8 @@ struct Preprocessed {
         text.erase(0, text.find_first_not_of('\n'));
         return text.substr(0, text.find_last_not_of('\n') + 1);
     }
-    /// Returns "line:column text" for each report.
+    /// Returns "line:column text" for each report, joined by "; ". "W " precedes the text of a
+    /// warning.
     [[nodiscard]] std::string Reports() const
     {
         std::string text;

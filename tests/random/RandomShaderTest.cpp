@@ -14,7 +14,8 @@
 namespace {
 
 /// Returns where the values of a level or machine differ from those of level 0 in the machine of
-/// the tests; empty if nowhere, and nothing if the shader is too large for byte-code.
+/// the tests, or the fault with which the latter ends; empty if there is neither. Returns no text
+/// if the shader is too large for byte-code at level 0.
 std::optional<std::string> Disagreement(const RandomProgram& program)
 {
     const std::string source = program.Text();
@@ -39,7 +40,7 @@ std::optional<std::string> Disagreement(const RandomProgram& program)
     return "";
 }
 
-/// Removes statements as long as the levels still disagree.
+/// Makes a program smaller as long as levels or machines still disagree.
 class Shrinker {
 public:
     explicit Shrinker(RandomProgram program)

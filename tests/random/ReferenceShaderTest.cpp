@@ -97,7 +97,8 @@ Fault FindFault(const ReferenceProgram& program)
     return FindValueFault(source, program);
 }
 
-/// Returns the kind of the fault of a program from which too much may have been removed.
+/// Returns the kind of the fault of a program from which statements have been removed; none if the
+/// fault may come from the removal.
 Fault::Kind FaultKind(const ReferenceProgram& program)
 {
     try {

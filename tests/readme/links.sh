@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The links and paths in the documents name existing files, and links lead from README.md to every page.
-# The gallery is up to date and has all its pictures, and every example is in the table of its folder.
+# The links and paths in the documents name existing files and folders, and README.md names every page of
+# docs/. Every shader of examples/ itself is in the table of its folder and has a picture, the pictures are
+# small enough, and the page of the gallery is up to date.
 # usage: links.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Runs the commands of a page in order, in a scratch folder with the layout of the repository after a
-# build. Blocks marked "console" contain commands after "$ ", each followed by its output, which must
-# be what the command prints. Blocks marked "sh" contain commands that must succeed. A block marked "sl"
-# is a shader, which is written to a file with its name and must compile. A block of C or C++ that begins
-# with the name of a file in a comment is written to that file.
+# Runs the commands of a page in order, in a scratch folder with examples/, runtime/ and build/release at
+# the same places as in the repository. Blocks marked "console" contain commands after "$ ", each followed
+# by its output, which must be what the command prints. Blocks marked "sh" contain one command per line,
+# which must succeed, see `works_on_the_tree` for exceptions. A block marked "sl" is a shader, which is
+# written to a file with its name and must compile. A block of C or C++ whose first line is a comment with
+# the name of a file is written to that file.
 # usage: run.sh BUILD_DIRECTORY PAGE
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -23,13 +24,14 @@ fail() {
     failures=$((failures + 1))
 }
 
-# Every run prints two lines about the default commands; one contains a path of the machine.
+# A run prints a line for each default command that the environment does not replace. That of the C++
+# compiler contains a path, which is not the same on all computers.
 without_default_commands() {
     sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
 }
 
-# True for commands that set up, build or test the tree of this test, and for scripts that change it.
-# They are not run; a script must exist.
+# True for commands that configure, build or test the repository, and for its scripts. They are not run,
+# but a script must exist and be executable.
 works_on_the_tree() {
     case $1 in
         ./scripts/*.sh* | scripts/*.sh* | tests/*.sh* | bench/*.sh*) return 0 ;;
@@ -59,7 +61,7 @@ run_shown_command() {
     printf '%s' "$2" | diff -u --label "$page" --label actual - shown || fail "other output: $1"
 }
 
-# Writes the shader $1 to a file with its name.
+# Writes the shader $1 to a file with its name, and compiles it.
 take_shader() {
     local name
     name=$(sed -nE 's/^(surface|displacement|light|volume|imager) (\w+)\(.*/\2/p' <<<"$1")

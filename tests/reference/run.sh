@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The documents, editor files and names of generated C++ that are generated from the compiler's tables
-# are up to date, and the editors recognize the compiler's reports.
+# are up to date, and the editors recognize shaders and the compiler's reports.
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)

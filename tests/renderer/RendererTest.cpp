@@ -1,5 +1,5 @@
-// Tests the renderer of examples/renderer: single pixels whose light can be worked out by hand, and
-// scenes that it refuses.
+// Tests the renderer of examples/renderer: single pixels whose light can be worked out by hand,
+// different numbers of threads, and what it refuses.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -45,7 +45,8 @@ protected:
     }
     static void TearDownTestSuite() { sm_folder.reset(); }
 
-    /// Returns the exit status of the renderer; its messages are in the file "messages".
+    /// Runs the renderer and returns its exit status, -1 if a signal ended it. Its messages are
+    /// then in the file "messages".
     static int Run(const std::string& scene, const std::string& options)
     {
         ShaderFolder::Write("scene.txt", scene);
@@ -63,7 +64,8 @@ std::unique_ptr<ShaderFolder> Renderer::sm_folder;
 const std::string k_lit = "camera at=0,1,-3 to=0\nshader w wall Kd=1\nplane w\n"
                           "shader l lamp intensity=4\nlight l at=0,2,0\n"
                           "shader p pane density=1\n";
-// The ray goes up at 45 degrees between mirrors at y = -1 and 1, and ends after five reflections.
+// The ray of the pixel goes up at 45 degrees between mirrors at y = -1 and 1, and after five
+// reflections it hits the plane `g`.
 const std::string k_mirrors = "camera at=0 to=0,1,1\nshader m mirror Kr=0.8 Ks=0\nshader g glow\n"
                               "plane m at=0,1,0 scale=50\nplane m at=0,-1,0 scale=50\n"
                               "plane g at=0,0,10.5 turn=90,0,0\n";
@@ -74,7 +76,7 @@ struct PixelCase {
     QxRGBColor expected;
 };
 
-// The camera looks along z unless the scene turns it.
+// The camera looks along z unless the scene sets it.
 const PixelCase k_pixels[] = {
     {"five mirrors", k_mirrors + "picture levels=5", {0.328F, 0.328F, 0.328F}},
     {"too many mirrors", k_mirrors + "picture levels=4", {0, 0, 0}},

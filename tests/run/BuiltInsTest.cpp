@@ -7,7 +7,8 @@
 
 namespace {
 
-// The parameters that calls may use besides the predefined variables of a surface.
+// The parameters that calls may use in addition to the predefined variables of a surface, and the
+// outputs r, c and p.
 constexpr const char* k_parameters =
     "float k = 0.5; float two = 2; color hue = color(0.2, 0.5, 0.7); point q = point(1, 2, 3);"
     "matrix m = matrix(1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1, 0, 3, 0, 0, 1); string w = \"world\";"
@@ -23,7 +24,8 @@ std::string Statement(const CallCase& c)
     return *c.target ? std::string(c.target) + " += " + c.call + ";" : c.call;
 }
 
-/// Returns the statement in all places where it is allowed.
+/// Returns the statement in several places: for all points, under uniform and varying conditions,
+/// in loops and in a function.
 std::string Everywhere(const std::string& statement)
 {
     std::string body;

@@ -1,4 +1,5 @@
-// Together the examples use all of the language: each built-in, statement and operator.
+// Checks that the examples together use all of the language: each overload of a built-in, each
+// statement, operator and type of shader.
 
 #include <gtest/gtest.h>
 
@@ -25,7 +26,8 @@ std::string Key(const std::string& name, const SlcTypeNode* returned,
     return key.append(hasTail ? "...) " : ") ").append(SqxPrimitiveName(primitive));
 }
 
-/// Returns the cards of all overloads, by what distinguishes them.
+/// Returns the text of the card of each overload of a built-in. The key is made of all that
+/// distinguishes overloads: name, types and primitive.
 std::map<std::string, std::string> Overloads()
 {
     std::map<std::string, std::string> overloads;
@@ -37,7 +39,7 @@ std::map<std::string, std::string> Overloads()
     return overloads;
 }
 
-/// Collects the node classes and the calls of checked shaders.
+/// Collects the node classes in checked shaders, and the overloads of built-ins that they call.
 class Uses : public SlcCodeWalker {
 public:
     [[nodiscard]] bool Calls(const std::string& row) const { return m_calls.count(row) != 0; }
@@ -78,7 +80,8 @@ private:
     std::set<std::type_index> m_classes;
 };
 
-/// True for the node classes that a word or operator of the source selects.
+/// True for the concrete classes of statements, expressions, assignment targets, relations, texture
+/// functions and types of shaders.
 template <class Node>
 constexpr bool IsWord =
     !std::is_abstract_v<Node> &&

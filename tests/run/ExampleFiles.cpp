@@ -34,7 +34,7 @@ ExampleFiles::ExampleFiles()
               [](const Example& a, const Example& b) { return a.name < b.name; });
     // The compiler does not announce a command that the environment sets.
     ::setenv("SLC_CC_COMMAND", "false", 1);
-    // The default preprocess command names sqxcpp, which is beside the compiler.
+    // The default preprocess command names sqxcpp without a path; it is beside the compiler.
     const std::string programs = path(SLC_PROGRAM).parent_path().string();
     ::setenv("PATH", (programs + ':' + std::getenv("PATH")).c_str(), 1);
 }

@@ -15,8 +15,9 @@ struct Example {
     [[nodiscard]] bool HasByteCode() const { return options.find("--dso") == std::string::npos; }
 };
 
-/// Copies the examples, since `-E` writes its result beside the source. Examples that need a
-/// library of shadeops are left out; the tests of that library run them.
+/// Copies the examples to a temporary folder, since `-E` writes its result beside the source, and
+/// sets the environment variables of the compiler. Examples that need a library of shadeops are
+/// left out; the tests of that library run them.
 class ExampleFiles {
 public:
     ExampleFiles();
@@ -26,8 +27,8 @@ public:
     /// Throws if there is no example of that name, which fails the running test.
     [[nodiscard]] const Example& Named(const std::string& name) const;
 
-    /// Returns the messages of the program when it compiles an example, with `options` before those
-    /// of the example. Each example is preprocessed only once.
+    /// Returns the messages of the compiler for an example, with `options` before those of the
+    /// example; after "refused" if it fails. Each example is preprocessed only once.
     [[nodiscard]] static std::string Messages(const Example& example, const std::string& options);
     /// Returns the byte-code file of an example that has one; any report fails the running test.
     [[nodiscard]] static std::string ByteCode(const Example& example, int level);
@@ -36,7 +37,7 @@ public:
 
 private:
     /// Returns the path of the preprocessed source, whose line markers say where each line comes
-    /// from.
+    /// from. Preprocesses it if that has not been done yet.
     [[nodiscard]] static std::filesystem::path Prepare(const Example& example);
     [[nodiscard]] static std::string Run(const std::string& arguments);
 

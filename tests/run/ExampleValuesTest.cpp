@@ -1,9 +1,9 @@
 // Compares what the examples compute with values that were worked out by hand.
 //
-// All run in one scene: the eye looks straight at a plane that is lit by one lamp. The answers of
-// the scene are fixed, and noise is 0.5 where all coordinates are whole numbers. The lamp shines
-// from (0, 0.8, -0.6), so that with the normal (0, 0, -1) the diffuse light is 0.6, and the
-// highlight for a roughness of 0.25 is 0.64.
+// All run in one scene, unless a case sets other values: the eye looks straight at a plane that is
+// lit by one lamp. The answers of the scene are fixed, and noise is 0.5 where all coordinates are
+// whole numbers. The lamp is in the direction (0, 0.8, -0.6) from every point, so that with the
+// normal (0, 0, -1) the diffuse light is 0.6, and the highlight for a roughness of 0.25 is 0.64.
 
 #include <gtest/gtest.h>
 
@@ -99,7 +99,8 @@ struct ValueCase {
     std::vector<float> expected;  // point by point
 };
 
-/// Returns the number of points that the expected numbers are for.
+/// Returns the number of points that the expected numbers are for; 1 if the shader does not have
+/// the output.
 std::size_t PointsOf(const SqxShader& shader, const ValueCase& c)
 {
     const std::size_t named = shader.predefinedCount + shader.parameterCount;
@@ -180,7 +181,7 @@ protected:
     unsigned int m_columns = 0;  // of the grid; 0 for a single row
 };
 
-/// Returns a coordinate in the middle of each strip of a test card.
+/// Returns the coordinate s in the middle of each of the `count` strips of a test card.
 std::vector<float> Strips(int count)
 {
     std::vector<float> places;
@@ -256,8 +257,8 @@ TEST_F(ExampleValues, OfSurfaces)
          {{"centerX", {0}}, {"size", {2}}, {"s", {0.5, 1}}},
          "Ci",
          {0, 0, 0, 1, 0.392F, 0.2F}},
-        // At the first point a thread of the second stripe lies over one of the first; at the
-        // second point it lies below.
+        // At the first point a thread of the second stripe lies over one of the first stripe; at
+        // the second point a thread of the first stripe lies over one of the third.
         {"tartan",
          {{"threads", {20}}, {"s", {0.06F}}, {"t", {0.11F, 0.16F}}},
          "Ci",
@@ -271,7 +272,7 @@ TEST_F(ExampleValues, OfSurfaces)
          {{"P", {0, 0, 0, 2, 0, 0}}},
          "Ci",
          {0.366814F, 0.184314F, 0.640564F, 0.366814F, 0.184314F, 0.731814F}},
-        // Light of three wavelengths passes the film in half, one and three quarters of a wave.
+        // The path through the film and back is 1/2, 1 and 3/4 of the three wavelengths.
         {"bubble",
          {{"ior", {1.5}}, {"thickness", {100}}, {"swirl", {0}}, {"wavelengths", {600, 300, 400}}},
          "Ci",
@@ -315,8 +316,8 @@ TEST_F(ExampleValues, OfThePlanet)
         return settings;
     };
     const ValueCase cases[] = {
-        // The ground is at half height and without clouds, so its color is halfway between two
-        // colors.
+        // The first points are on ground of half height without clouds, so the color is halfway
+        // between two of `heights`; the last is in the sea.
         {"planet", with({"sealevel", {-0.5}}), "Ci", {0.166375F, 0.196625F, 0.11495F}},
         {"planet", with({"sealevel", {-0.5}}), "height", {0.5}},
         {"planet", with({"sealevel", {-0.5}}), "cloudiness", {0}},
@@ -333,7 +334,8 @@ TEST_F(ExampleValues, OfDisplacements)
         {"dented_flat", {{"P", {1, 2, 3}}}, "P", {1, 2, 3}},
         {"ripple", {}, "P", {0, 0, -0.05F}},
         {"bumps", {{"P", {1, 2, 3}}}, "P", {1, 2, 3}},
-        // The points are at the crest of a wave, and where the wave moves sideways.
+        // The first point is at the crest of a wave; the second is where the wave moves points only
+        // sideways.
         {"waves",
          {{"heights", {0.1F, 0, 0, 0}}, {"lengths", {2, 1, 1, 1}}, {"P", {0.5, 0, 0, 1, 0, 0}}},
          "P",

@@ -21,7 +21,7 @@ std::string Surface(const std::string& body)
 {
     if (body.find(" test(") != std::string::npos)
         return body;
-    // Functions come before the shader, up to a line of dashes.
+    // If there are three dashes, the text before them goes before the shader: its functions.
     const auto dashes = body.find("---");
     const std::string functions = dashes == std::string::npos ? "" : body.substr(0, dashes);
     const std::string statements = dashes == std::string::npos ? body : body.substr(dashes + 3);
@@ -35,7 +35,8 @@ std::string Dump(const std::string& byteCode)
     return reader.Read(byteCode) ? SqxDump(reader.Shader()) : reader.Message();
 }
 
-/// `before` is inserted before the statements of the case.
+/// Runs a case at each optimization level, up to the first that fails, and compares `r`. `before`
+/// is inserted before the text of the case.
 void ExpectRuns(const RunCase& c, const std::string& before = "")
 {
     RunOutcome expected;

@@ -40,7 +40,7 @@ struct LightCase {
 };
 
 /// Returns the first number of a variable at each point: "1 2 3 4 5 6" for the six points, "1 2 3"
-/// if both rows are equal, "1" if all points are.
+/// if both rows are equal, and "1" if all numbers are equal.
 std::string ValuesOf(SqxMachine& machine, const char* name)
 {
     std::string row[2];

@@ -13,8 +13,8 @@
 namespace {
 
 /// Returns the file of a surface whose main block holds `instructions`: names, each with its
-/// values. Its variables are the varying number `s` (0), a uniform flag (1), a varying flag (2) and
-/// a varying number (3) that nothing has written, the number 2 (4) and false (5).
+/// values. Its variables are the predefined varying number `s` (0), the locals, which are a uniform
+/// flag (1), a varying flag (2) and a varying number (3), and the constants 2 (4) and false (5).
 std::string FileOf(const std::string& instructions)
 {
     std::istringstream words(instructions);

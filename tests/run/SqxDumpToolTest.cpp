@@ -133,7 +133,8 @@ TEST(SqxDumpTool, ComputesDefaultValuesAsFarAsItCan)
         EXPECT_EQ(text.substr(row + column, text.find('\n', row) - row - column), c.value)
             << c.parameter;
     }
-    // A function in a default value may print, which must not get into the listing, or never end.
+    // A function in a default value may print text, which must not appear in the listing. It may
+    // also never end.
     const CompiledFile talking(ByteCodeOf("float f() { printf(\"talk\"); return 1; }"
                                           "surface test(float x = f();) { Ci = x; }",
                                           2));

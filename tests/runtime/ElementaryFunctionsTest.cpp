@@ -1,6 +1,6 @@
 // Compares the elementary functions with references in double precision. QxElementary.h states the
-// errors. With SLC_ALL_FLOATS=1 they are measured for all arguments, or for 2^28 pairs of
-// arguments, and printed.
+// greatest errors. If the environment variable SLC_ALL_FLOATS is set, the errors are measured for
+// all arguments that have a reference, or for 2^28 pairs of arguments, and printed.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,8 @@ float FloatOf(std::uint32_t bits)
     return x;
 }
 
-/// Returns the distance from the exact value in units of the last place of a float.
+/// Returns the distance from the exact value in units of the last place of a float; infinity if
+/// only one of the two is NaN, and 0 if both are.
 double ErrorOf(float value, double exact)
 {
     if (std::isnan(value) || std::isnan(exact))
@@ -99,7 +100,7 @@ public:
         m_state = m_state * 6364136223846793005U + 1442695040888963407U;
         return static_cast<std::uint32_t>(m_state >> 32);
     }
-    /// Returns a number of either sign, from 2^-bits to 2^bits.
+    /// Returns a number of either sign, with a magnitude from 2^-bits to 2^bits.
     float Within(int bits)
     {
         const float fraction = 1 + static_cast<float>(Next() >> 9) * 0x1p-23F;

@@ -47,7 +47,8 @@ TEST(FoldedCalls, HaveTheValuesOfTheRunTime)
     for (const auto& c : cases)
         EXPECT_EQ(SlcFoldBuiltIn(c.primitive, c.arguments), c.value)
             << SqxPrimitiveName(c.primitive);
-    // No angle has this sine, so the call is left to the run time.
+    // No angle has this sine, so the value is NaN, and the optimizer leaves the call to the run
+    // time.
     const auto none = SlcFoldBuiltIn(SqxPrimitive::CALL_PRIM_ASIN, std::vector<float>{2});
     EXPECT_TRUE(none && !std::isfinite(*none));
 }

@@ -136,7 +136,7 @@ TEST(QxNoise, CellsAreConstantAndDiffer)
     EXPECT_EQ(first, second);
     QxCellNoise::At(second, 3.1f, 3.1f);
     EXPECT_NE(first, second);
-    // Numbers outside of the lattice, and those that are none, belong to its outermost cells.
+    // Numbers outside of the lattice belong to its outermost cells, and NaN to the lowest one.
     const auto at = [](float x) {
         float value;
         QxCellNoise::At(value, x);
@@ -201,7 +201,7 @@ TEST(QxColorSpaces, ConvertBack)
     }
     ExpectNear(QxColorToRgb({1 / 3.0f, 1, 1}, "hsv"), 0, 1, 0);
     ExpectNear(QxColorFromRgb({0, 0, 1}, "hsl"), 2 / 3.0f, 1, 0.5f);
-    // The colors are bright, or have no positive component.
+    // The components of the colors are all greater than 1, or all negative.
     for (const char* space : {"hsv", "hsl"})
         for (const QxRGBColor& color : {QxRGBColor{2, 5, 3}, QxRGBColor{-1, -3, -2}})
             ExpectNear(QxColorToRgb(QxColorFromRgb(color, space), space), color.r, color.g,
@@ -264,7 +264,7 @@ TEST(QxPattern, MatchesByStatesInLinearTime)
         {"\\<oak", "soak", false},
         {"a)", "a)", true},
         {"($|b)*c^", "bc", false},
-        // A malformed pattern matches nothing, not even itself.
+        // A pattern that is malformed or too large matches nothing, not even itself.
         {"(", "(", false},
         {"*a", "*a", false},
         {"a**", "a", false},
@@ -288,7 +288,7 @@ TEST(QxPattern, MatchesByStatesInLinearTime)
 
 TEST(QxDerivatives, UseNeighboursAndEdges)
 {
-    // The values are u * u + 10 v, with a step of 1 in both directions.
+    // The values are u * u + 10 v, where u and v increase by 1 from point to point.
     const QxGrid grid = {4, 3};
     float values[12];
     for (int i = 0; i < 12; ++i)
@@ -309,7 +309,7 @@ TEST(QxDerivatives, UseNeighboursAndEdges)
 
 TEST(QxDerivatives, ReadOnlyActivePoints)
 {
-    // The values are u * u + 10 v where the mask is set.
+    // The values are u * u + 10 v where the mask is set, and NaN elsewhere.
     const QxGrid grid = {5, 2};
     const bool mask[] = {true, true, false, true, true, true, false, true, true, true};
     float values[10];

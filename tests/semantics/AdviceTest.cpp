@@ -1,4 +1,4 @@
-// Checks the advice that follows errors about types and detail.
+// Checks the advice that follows errors of the semantic passes.
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,4 +1,4 @@
-// Checks that one fault gives one report, at its place: what only follows from it is not reported.
+// Checks that one fault gives one report, at its place, and that its consequences give none.
 
 #include <gtest/gtest.h>
 
@@ -192,7 +192,7 @@ TEST(OneReport, StaysQuietAfterARepeatedName)
          "1: ERROR: Illegal redefinition of variable: f"},
         {"surface a() { extern point P; extern float P; Ci = P; }",
          "1: ERROR: Illegal redefinition of variable: P"},
-        // a second declaration that is equal to the first has no effect
+        // after a second declaration with the same type and detail, the first remains in effect
         {"surface a() { float x = 1; float x = 2; x = Cs; }",
          "1: ERROR: Illegal redefinition of variable: x\n"
          "1: ERROR: Type mismatch for assignment: x"},

@@ -11,7 +11,7 @@ TEST(SlcCalculateTypesSets, FindsEveryTypeThatAnExpressionMayHave)
         const char* types;
     };
     static const Case cases[] = {
-        // leaves
+        // constants, variables, casts, assignments and texture accesses
         {"1", "float"},
         {"\"a\"", "string"},
         {"(1, 2, 3)", "point color"},
@@ -63,7 +63,7 @@ TEST(SlcCalculateTypesSets, FindsEveryTypeThatAnExpressionMayHave)
         {"c1 . v1", ""},
         {"v1 ^ n1", "point"},
         {"f1 ^ v1", ""},
-        // minus and choice
+        // signs, and choices by `?:`
         {"-f1", "float"},
         {"-(1, 2, 3)", "color point"},
         {"-n1", "normal"},
@@ -72,7 +72,7 @@ TEST(SlcCalculateTypesSets, FindsEveryTypeThatAnExpressionMayHave)
         {"f1 < 1 ? c1 : f1", "color"},
         {"f1 < 1 ? f1 : f2", "float"},
         {"f1 < 1 ? (1, 2, 3) : (3, 2, 1)", "point color"},
-        {"f1 < 1 ? v1 : p1", "point"},  // the exact kind of the second branch
+        {"f1 < 1 ? v1 : p1", "point"},  // the kind of the second value
         {"f1 < 1 ? s1 : s2", "string"},
         {"f1 < 1 ? s1 : f1", ""},
         {"f1 < 1 ? fa : fa", ""},  // arrays cannot be operands of a choice
@@ -86,7 +86,7 @@ TEST(SlcCalculateTypesSets, FindsEveryTypeThatAnExpressionMayHave)
         {"noise(p1) * c1", "color"},
         {"spline(f1, c1, c1, c1, c1, c1)", "color"},
         {"trace(p1, v1)", "float color"},
-        // what has been reported
+        // expressions that are reported, or contain one that is
         {"nothing", "error"},
         {"nothing + 1", "error"},
         {"-nothing", "error"},

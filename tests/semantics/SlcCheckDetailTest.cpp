@@ -1,5 +1,5 @@
 // Checks the rules of uniform and varying, on statements as written and for each call of a
-// function.
+// function, and the rules of light statements in called functions.
 
 #include <gtest/gtest.h>
 
@@ -285,8 +285,8 @@ TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
     }
 }
 
-// A body without arguments has the detail of its context, so contexts must not share its
-// evaluation.
+// The call `random()` has the detail of its context, so contexts with different details must not
+// share an evaluation of the body.
 TEST(SlcCheckInlineDetail, EvaluatesABodyForTheDetailOfItsContext)
 {
     for (const char* calls : {"w = f(); k = f();", "k = f(); w = f();"}) {
@@ -377,7 +377,7 @@ TEST(SlcCheckInlineDetail, RequiresALightLoopAroundUsesOfItsLight)
                                   "color g() { return f(); }\n"
                                   "color h(point P) { extern color Cl; color c = 0;\n"
                                   "  illuminance(P) { c += Cl + f(); } return c; }\n"
-                                  "color k() { extern vector L; color c = 0;"  // reads L outside
+                                  "color k() { extern vector L; color c = 0;"  // the axis reads L
                                   "  illuminance(P, L, 1) { c += Cl; } return c; }\n";
     EXPECT_EQ(CheckedShader(functions + "surface a() { illuminance(P) { Ci += f() + g(); }\n"
                                         "Ci += h(P); }")
@@ -396,7 +396,7 @@ TEST(SlcCheckInlineDetail, RequiresALightLoopAroundUsesOfItsLight)
 
 TEST(SlcCheckInlineDetail, FollowsWritesOfLocalFunctionsToOuterVariables)
 {
-    // A call of `set` changes the result of the next call of `get`.
+    // A call of `set` changes the detail of the next call of `get`.
     const CheckedShader shader("surface a() {\n"
                                "float x, y;\n"
                                "float get() { return x; }\n"
@@ -408,8 +408,8 @@ TEST(SlcCheckInlineDetail, FollowsWritesOfLocalFunctionsToOuterVariables)
     EXPECT_EQ(AssignedDetails()(body->GetStatements()[5].get()), "varying");
 }
 
-// After a write of a varying value a local is not uniform; in a loop it is not before the write
-// either.
+// After a write of a varying value, or a write at only some of the points, a local is not uniform.
+// In a loop it is not uniform before the write either.
 TEST(SlcCheckInlineDetail, FollowsEveryWriteOfALocal)
 {
     static const char* const bodies[] = {

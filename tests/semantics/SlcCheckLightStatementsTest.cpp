@@ -26,7 +26,7 @@ TEST(SlcCheckLightStatements, AreLegalByKindOfShader)
             EXPECT_EQ(CheckedShader(head + " a() " + body).Reports(),
                       legal ? "" : std::string("1: ERROR: ") + statement.illegal)
                 << head << ' ' << statement.text;
-            // In a function that nothing calls, every statement is legal.
+            // In a function that is not called, each of these statements is legal.
             EXPECT_EQ(CheckedShader("void f(point P) " + body + head + " a() {}").Reports(), "")
                 << head << ' ' << statement.text;
         }

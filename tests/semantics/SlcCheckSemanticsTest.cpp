@@ -1,4 +1,4 @@
-// Checks errors and warnings about a shader, except those about types of expressions.
+// Checks errors and warnings about the declarations, functions and statements of a shader.
 
 #include <gtest/gtest.h>
 
@@ -248,7 +248,7 @@ TEST(SlcCheckSemantics, WarnsOfAFunctionThatReplacesAnother)
          "2: WARNING: The function 'float f(normal)' replaces 'float f(point)' of test.sl:1"},
         {"surface s() { void g() {}\nvoid g() {} }",
          "2: WARNING: The function 'void g()' replaces 'void g()' of test.sl:1"},
-        // functions of other types or scopes, and of the library, are not replaced
+        // no function with other types or in another scope, and no built-in, is replaced
         {"float f(float a) { return 1; }\nfloat f(color a) { return 1; }\n"
          "color f(float a) { return 1; }\nfloat f(float a[]) { return 1; }\n"
          "float f(float a[3]) { return 1; }\nfloat sqrt(float a) { return 1; }\n"

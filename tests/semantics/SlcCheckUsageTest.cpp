@@ -14,7 +14,9 @@ const std::string k_isUsed = "WARNING: Variable 'x' is used without being initia
 const std::string k_mayBeUsed = "WARNING: Variable 'x' may be used without being initialized";
 
 struct UsageCase {
-    const char* source;   // a body, with the shader's parameter n, or a whole text
+    // The rest of a body, after the parameter n and `float x, y = 0;`. If it contains "surface", it
+    // is a whole text.
+    const char* source;
     std::string reports;  // "" for none
 };
 
@@ -117,7 +119,7 @@ TEST(SlcCheckUsage, AcceptsVariablesThatAreSet)
 TEST(SlcCheckUsage, ReplaysFunctionsWhereTheyAreCalled)
 {
     const UsageCase cases[] = {
-        // These functions read variables of enclosing scopes.
+        // These functions read variables of enclosing scopes; the last one reads its own local.
         {"float f() { return x + 1; }\n y = f();\n x = 1; y = f();", "2: " + k_isNot},
         {"float f() { extern float x; return x + 1; }\n y = f();\n x = 1; y = f();",
          "2: " + k_isNot},
@@ -135,7 +137,7 @@ TEST(SlcCheckUsage, ReplaysFunctionsWhereTheyAreCalled)
         {"void f() { extern float x; x = 1; } f(); y = x;", ""},
         {"void f() { extern float x; if (u > 0) x = 1; } f();\n y = x;", "2: " + k_mayNot},
         {"void f() { extern float x; x = 1; } if (u > 0) f();\n y = x;", "2: " + k_mayNot},
-        // Predefined variables have a value wherever a function is replayed.
+        // Predefined variables have a value at each call of a function.
         {"float f() { extern float u; return u; } float g() { return f(); }\n"
          "surface a() { Ci = g(); }",
          ""},
@@ -174,7 +176,8 @@ TEST(SlcCheckUsage, ChecksOutputArgumentsAtTheCall)
 
 TEST(SlcCheckUsage, FollowsDeepAndLongCode)
 {
-    // Each branch sets another variable, so that the record of a branch grows with the depth.
+    // Each branch sets a different variable, so the record of what a branch sets grows with the
+    // number of branches inside it.
     std::string branches;
     std::string ends;
     for (int i = 0; i < 2000; ++i) {

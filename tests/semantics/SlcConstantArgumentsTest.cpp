@@ -1,5 +1,5 @@
-// Checks the warnings of level 2 about constants that the run time treats as something else, and
-// about code with other effects than its text suggests.
+// Checks the warnings of level 2 about constant arguments that do not fit their function, and about
+// code with other effects than its text suggests.
 
 #include <gtest/gtest.h>
 #include <string>
@@ -10,7 +10,7 @@ namespace {
 
 struct Case {
     const char* statement;
-    const char* report;  // without its position
+    const char* report;  // without "1: WARNING: " in the test of numbers and formats
 };
 
 constexpr const char* k_filters = "'catmull-rom', 'box', 'triangle', 'gaussian'";

@@ -48,7 +48,7 @@ TEST(SlcResolveUniqueType, PicksOneTypeForEachPart)
         {"v1 = 2 * n1;", "(#:float * n1:normal):normal"},
         {"p1 = p2 + f1 * v1;", "(p2:point + (f1:float * v1:point):point):point"},
         {"m1 = m2 * 2;", "(m2:matrix * #:float):matrix"},
-        // products
+        // dot and cross products
         {"f1 = v1 . n1;", "(v1:point . n1:point):float"},
         {"f1 = normalize(n1) . (1, 2, 3);",
          "(normalize(n1:vector):point . (#:float, #:float, #:float):point):float"},
@@ -85,7 +85,7 @@ TEST(SlcResolveUniqueType, PicksOneTypeForEachPart)
         {"f1 = filterstep(1, f1, \"filter\", s1, \"width\", noise(p1));",
          "filterstep(#:float, f1:float, \"filter\":string, s1:string, \"width\":string, "
          "noise(p1:point):float):float"},
-        // the value of an assignment
+        // the values of an assignment and of array elements
         {"c1 = f1 = 2;", "(f1 = #:float):float"},
         {"f1 = fa[ca[1] . c1];", "fa[(ca[#:float]:color . c1:color):float]:float"},
     };
@@ -217,7 +217,7 @@ TEST(SlcResolveUniqueType, AllowsBuiltInsOnlyInTheirShaders)
 {
     struct Case {
         const char* call;
-        std::string legal;  // surface, light, volume, displacement, imager
+        std::string legal;  // first letters of the kinds of shader
     };
     static const Case cases[] = {
         {"ambient()", "s"},
@@ -245,7 +245,7 @@ TEST(SlcResolveUniqueType, AllowsBuiltInsOnlyInTheirShaders)
     EXPECT_EQ(TypedStatement("v1 = faceforward(v1, v1, v1); v1 = faceforward(v1, v1);", "imager")
                   .Reports(),
               "ERROR: Function 'faceforward' is unavailable in imager shader");
-    // Reports come in the order of the source, those of arguments first.
+    // A report about an argument precedes those about the call.
     EXPECT_EQ(TypedStatement("c1 = diffuse((1, 2, 3));", "light",
                              "color diffuse(color c) { return c; } "
                              "color diffuse(point p) { return comp(p, 0); }")
@@ -313,7 +313,7 @@ TEST(SlcResolveUniqueType, TypesLongAndNestedExpressionsInLinearTime)
         chain += "\n+ f2";
     EXPECT_EQ(TypedStatement("f1 = " + chain + ";").Reports(), "");
 
-    // Each call has three possible types: trying all combinations would never end.
+    // Each call has three possible types: trying all 3^200 combinations would never end.
     std::string nested = "p1";
     for (int i = 0; i < 200; ++i)
         nested = "noise(point\n" + nested + ")";

@@ -13,7 +13,8 @@ constexpr const char* k_declarations =
     "normal n1 = 1, n2 = 2; matrix m1 = 1, m2 = 2; string s1 = \"a\", s2 = \"b\"; "
     "float fa[3] = {1, 2, 3}; color ca[3] = {1, 2, 3};";
 
-/// Renders an expression with the type of each part.
+/// Prints an expression with the type of each expression in it. A number is "#". The condition of
+/// `?:` and the name of a texture are left out.
 class TypeText : public SlcCodeWalker {
 public:
     [[nodiscard]] std::string Of(SlcExprNode* expr)

@@ -5,11 +5,14 @@
 
 #include "machine/SqxMachine.h"
 
-/// Loads the shadeops of a byte-code shader from their libraries, as long as the object lives.
+/// The loaded shadeop libraries of a byte-code shader, for the machine of the tests.
 class NativeShadeops {
 public:
-    /// Makes `machine`, which must have loaded a shader, call the libraries in `folder`.
+    /// Makes `machine`, which must have loaded a shader, call the libraries in `folder`. Loads them
+    /// and calls the init functions of the shadeops. Fails the test if a library cannot be loaded.
+    /// The machine must not run the shader after the object has been destroyed.
     NativeShadeops(SqxMachine& machine, const std::string& folder);
+    /// Calls the cleanup functions and unloads the libraries.
     ~NativeShadeops();
     NativeShadeops(const NativeShadeops&) = delete;
     NativeShadeops& operator=(const NativeShadeops&) = delete;

@@ -23,7 +23,7 @@ std::string Options(int level, const std::string& backEnd)
            " -I" SLC_SHADEOPS_FOLDER " -I" SLC_PROBES_FOLDER;
 }
 
-/// Runs shaders on a grid of 3 by 2 points with texture coordinates.
+/// Runs shaders on a grid of 3 by 2 points with the texture coordinates `m_s` and `m_t`.
 class Shadeops : public testing::Test {
 protected:
     const Numbers m_s = {0.125, 0.5, 0.5, 0.25, 0.75, 0.9375};
@@ -57,7 +57,8 @@ protected:
         return outputs;
     }
 
-    /// Returns the outputs of a shared object, or of byte-code in the machine of the product.
+    /// Returns the outputs of a shared object, or with "--int" those of byte-code in the machine of
+    /// the product.
     Outputs Built(const std::string& name, const std::string& source, int level,
                   const std::string& libraries, const std::string& backEnd = "--dso")
     {
@@ -90,7 +91,8 @@ protected:
     }
 };
 
-// Worked out by hand for threads = 2 and wear = 0.25:
+// Worked out by hand for threads = 2 and wear = 0.25. The last columns are how far wave(s) is on
+// the way between two or three yarns, and the color there:
 //   s       t      threshold at 2s, 2t   wave(2t, 0.5)  wave(s)  of the way   color
 //   0.125   0.125  cell 1, 1: 4.5 / 16   0.25           0.25     half         (0.25, 0.03125, 0)
 //   0.5     0.25   cell 0, 2: 3.5 / 16   a hole
@@ -132,7 +134,7 @@ surface probe(uniform float a[3] = {1, 2, 3}; varying float b[3] = {4, 5, 6};
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
-/// A library may write an array whose elements other parts of the code read.
+/// A library may change an array, so reads of its elements must not move across the call.
 TEST_F(Shadeops, WriteArraysAfterReadsBeforeTheCallAndBeforeReadsAfterIt)
 {
     constexpr const char* source = R"(
@@ -163,7 +165,7 @@ surface probe()
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
-/// Whether a call is uniform is only known where its function is expanded.
+/// Whether a shadeop call in a function is uniform is known only where that function is expanded.
 TEST_F(Shadeops, RunOnceForTheGridInAFunctionThatIsCalledWithUniformValues)
 {
     constexpr const char* source = R"(
@@ -333,7 +335,7 @@ surface spoilt(uniform color tint = color(2, 3, 4); uniform string name = "tint"
     }
 }
 
-/// A file cannot make a shadeop access memory outside of its arguments.
+/// A byte-code file cannot make a shadeop access memory outside of its arguments.
 TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
 {
     const std::string path =
@@ -354,8 +356,8 @@ TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
     }
 }
 
-/// A library that has changed since the compilation is refused before any of its code runs, with
-/// the same message for both kinds of files.
+/// A library that is missing or damaged, or lacks a function that the shader needs, is refused
+/// before any of its code runs, with the same message for both kinds of shader files.
 TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
 {
     const std::string probes = TemporaryFolder::Read(SLC_PROBES_FOLDER "/probes.so");
@@ -369,7 +371,7 @@ TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
                              "__attribute__((constructor)) static void die(void) { abort(); }\n";
     const std::string lacks = "Shadeop library 'probes.so' has no ";
     struct Case {
-        std::string library;  // a C source, or the file itself
+        std::string library;  // a C source, or the file itself; empty for no library
         std::string fault;
     };
     const Case cases[] = {
@@ -418,7 +420,7 @@ TEST_F(Shadeops, MayComeFromAFileOfAnyName)
                            {"."})));
 }
 
-/// A truncated shader is refused too, and does not end the process.
+/// A truncated shared object is refused and does not crash the process.
 TEST_F(Shadeops, AreNotLoadedForATruncatedShader)
 {
     const std::string path =

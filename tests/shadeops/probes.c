@@ -7,7 +7,8 @@
 QX_SHADEOP_EXPORT int started = 0;
 QX_SHADEOP_EXPORT int stopped = 0;
 
-/* Returns how often it has been called. Tests read the counters of `start` and `stop`. */
+/* Returns how often it has been called since `start`. Tests also read `started` and `stopped`,
+ * which count the calls of `start`, and those of `stop` with data. */
 
 QX_SHADEOP_TABLE(tick) = {
     {"float tick(float)", "start", "stop"},
@@ -33,8 +34,8 @@ QX_SHADEOP_EXPORT void tick(void* data, int argc, void** argv)
     *(float*)argv[0] = (float)++*(int*)data;
 }
 
-/* Overloads: the sum of two numbers, or of the given number of elements of an array. The result is
- * written before all arguments have been read. */
+/* Overloads: the sum of two numbers, or of the given number of elements of an array. For an array
+ * the result is written before its elements have been read. */
 
 QX_SHADEOP_TABLE(sum) = {
     {"float sum(float[], float, string)", "", ""},
@@ -56,7 +57,8 @@ QX_SHADEOP_EXPORT void sum(void* data, int argc, void** argv)
         *result += ((const float*)argv[1])[i];
 }
 
-/* Reverses the components; writes the result before it has read the whole argument. */
+/* Returns the components in reverse order. Writes a part of the result before it has read the whole
+ * argument. */
 
 QX_SHADEOP_TABLE(swap) = {
     {"color swap(color)", "", ""},
@@ -106,7 +108,7 @@ QX_SHADEOP_EXPORT void store(void* data, int argc, void** argv)
     *(float*)argv[0] = ((float*)argv[1])[0] = *(const float*)argv[2];
 }
 
-/* Returns the longer of two texts. */
+/* Returns the longer of two texts, the second if they are equally long. */
 
 QX_SHADEOP_TABLE(longer) = {
     {"string longer(string, string)", NULL, NULL},

@@ -7,11 +7,12 @@
 #include "helpers/TemporaryFolder.h"
 #include "sqxls/SqxLsServer.h"
 
-/// An editor that works in a separate folder and exchanges whole messages with a server in the same
-/// process.
+/// An editor that works in a temporary folder and exchanges whole messages with a server in the
+/// same process.
 class LsEditor {
 public:
-    /// `settings` are the initialization options; `capabilities` are those of the editor.
+    /// Initializes the server. `settings` are the initialization options; `capabilities` are those
+    /// of the editor.
     explicit LsEditor(const SqxJson& settings = SqxJson::object(),
                       const SqxJson& capabilities = DefaultCapabilities());
 
@@ -19,7 +20,8 @@ public:
     [[nodiscard]] static std::string Uri(const std::string& name);
 
     void Open(const std::string& name, const std::string& text);
-    /// Replaces the first `before` of an open file by an incremental change.
+    /// Replaces the first occurrence of `before` in an open file by `after`, with an incremental
+    /// change. Fails the test if there is none.
     void Replace(const std::string& name, const std::string& before, const std::string& after);
     /// Replaces the text of an open file by the same text.
     void ReplaceBySame(const std::string& name);
@@ -27,12 +29,14 @@ public:
     void Close(const std::string& name);
 
     void Notify(const std::string& method, const SqxJson& params);
-    /// Returns the result of a request. Fails the test and returns null if the server refuses.
+    /// Sends a request and returns its result. Fails the test and returns null if the server
+    /// refuses it.
     SqxJson Ask(const std::string& method, const SqxJson& params);
-    /// Returns the error of a request. Fails the test if the server accepts it.
+    /// Sends a request and returns its error. Fails the test and returns null if the server accepts
+    /// it.
     SqxJson Refused(const std::string& method, const SqxJson& params);
-    /// Sends a request about a file, at the place of the bar in `mark`, such as `before|after`, if
-    /// that is given.
+    /// Does the same as `Ask` for a request about a file, or about the place of the bar in `mark`,
+    /// such as `before|after`, if that is not empty.
     SqxJson AskAt(const std::string& method, const std::string& name, const std::string& mark = "",
                   SqxJson params = SqxJson::object());
     void Receive(const SqxJson& message) { m_server.Receive({message, "", false}); }
@@ -40,15 +44,16 @@ public:
 
     /// Lets the server do the work that it does while it is idle.
     void Pause();
-    /// Returns "LINE:CHARACTER-LINE:CHARACTER TEXT" for each diagnostic that is shown for a file.
+    /// Calls `Pause`. Returns "LINE:CHARACTER-LINE:CHARACTER TEXT" for each diagnostic of a file.
     std::vector<std::string> Diagnostics(const std::string& name);
-    /// Returns the last message with the diagnostics of a file.
+    /// Calls `Pause`. Returns the parameters of the last message with diagnostics of a file, null
+    /// if there was none.
     const SqxJson& Published(const std::string& name);
-    std::vector<std::string> logged;
-    std::vector<std::string> asked;  // methods of the server's requests
+    std::vector<std::string> logged;  // texts that the server has logged
+    std::vector<std::string> asked;   // methods of the server's other requests and notifications
 
     [[nodiscard]] SqxJson PositionOf(const std::string& name, const std::string& mark) const;
-    /// Returns the text of a file after the edits of an answer.
+    /// Returns the text of a file after the edits of an answer, but does not apply them to it.
     [[nodiscard]] std::string Edited(const std::string& name, const SqxJson& edits) const;
     [[nodiscard]] const std::string& Text(const std::string& name) const
     {
@@ -67,5 +72,5 @@ private:
     int m_lastId = 0;
 };
 
-/// Returns a range such as "0:4-1:2".
+/// Returns a range as a text such as "0:4-1:2".
 [[nodiscard]] std::string RangeText(const SqxJson& range);

@@ -127,7 +127,7 @@ TEST(SqxLsSettings, AreThoseOfTheLastBuildForItsSources)
     EXPECT_THAT(editor.Diagnostics("a.sl"), IsEmpty());
     editor.Open("b.sl", "surface b() { Ci = GAIN; }\n");
     EXPECT_EQ(editor.Diagnostics("b.sl").size(), 1U) << "not built there";
-    // The state in the working directory of the server does not count for sources elsewhere.
+    // The server ignores the state of a build in its working directory for sources elsewhere.
     const std::string elsewhere = (std::filesystem::current_path() / "sources/c.sl").string();
     TemporaryFolder::Write(elsewhere, "surface c() { Ci = LOSS; }\n");
     ASSERT_EQ(std::system(SLC_SQXMAKE " -o out -DLOSS=2 sources/c.sl > log 2>&1"), 0)

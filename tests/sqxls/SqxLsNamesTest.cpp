@@ -1,4 +1,4 @@
-// Checks the answers about names: hover texts, places, symbols, tokens and hints.
+// Checks the answers about names: hover texts, places, new names, symbols, tokens and hints.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Tests the program itself through pipes.
+// Tests the program itself through pipes, and the classes that read its stream of messages.
 
 #include <csignal>
 #include <fcntl.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A running server whose streams are pipes.
+/// A running server whose standard input and output are pipes.
 class Program {
 public:
     Program()

@@ -8,8 +8,8 @@ namespace {
 
 TEST(SqxLsText, ConvertsPositionsOfTheProtocolAndOfTheCompiler)
 {
-    // The text has a byte order mark, a character of two bytes, one of four bytes and two units, a
-    // byte that is no character, and all three line breaks.
+    // The text has a byte order mark, a character of two bytes, a character of four bytes, which is
+    // two UTF-16 units, a byte that is not valid UTF-8, and all three kinds of line breaks.
     const SqxLsText text("\xEF\xBB\xBF"
                          "a\xC3\xA4\xF0\x9F\x98\x80z\nb\xE4"
                          "c\r\nd\re");

@@ -1,4 +1,4 @@
-// Tests the tool sqxshade: its pictures at a few points, and what it refuses.
+// Tests the program sqxshade: single pixels of its pictures, interruption, and what it refuses.
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,8 @@ struct Pixel {
 
 class SqxShade : public ::testing::Test {
 protected:
-    /// Runs the tool in the folder and returns its exit status, or -1 if it crashed.
+    /// Runs the program in the folder. Returns the exit status of the shell, or -1 if a signal
+    /// ended it.
     int Run(const std::string& arguments)
     {
         const std::string command = "cd '" + m_folder.Path().string() +
@@ -55,7 +56,8 @@ protected:
     {
         std::ofstream(m_folder.Path() / name) << source;
     }
-    /// Shades 64 times 64 pixels on black. By default pixels have the values of the shaders.
+    /// Shades 64 times 64 pixels on black and reads the picture into `m_bytes`. By default it is
+    /// linear: a byte is the value of the shader, clamped to 1, times 255.
     void Shade(const std::string& arguments, const std::string& encoding = "--linear ")
     {
         ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + encoding + arguments),
@@ -79,7 +81,7 @@ protected:
         EXPECT_TRUE(png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr));
         return bytes;
     }
-    /// Writes a PNG file of four channels.
+    /// Writes a PNG file of four channels with as many rows as there are bytes for.
     void WritePng(const std::string& name, unsigned int width,
                   const std::vector<unsigned char>& bytes) const
     {

@@ -1,4 +1,5 @@
-// Tests command lines of sqxview, and the command lines of sqxshade that it derives from settings.
+// Tests command lines of sqxview, the command lines of sqxshade that it derives from settings, and
+// the excerpts of sources that it shows with reports.
 
 #include <gtest/gtest.h>
 

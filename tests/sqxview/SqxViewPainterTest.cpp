@@ -31,7 +31,8 @@ TEST(SqxViewPainter, EndsWhileAPictureIsOutdated)
             isShown = true;
         }
         shown.notify_all();
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));  // until the painter ends
+        // Meanwhile the next picture is requested and the painter is destroyed.
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
     });
     painter->Paint(settings, 1);
     {

@@ -163,7 +163,7 @@ TEST_F(SqxViewSessionTest, ShowsTheCommandThatMakesThePicture)
     const std::size_t begin = state.find(key) + key.size();
     std::string words = state.substr(begin, state.rfind('"') - begin);
     for (std::size_t i = words.find("\\\\"); i != std::string::npos; i = words.find("\\\\", i + 1))
-        words.erase(i, 1);  // JSON escapes it
+        words.erase(i, 1);  // JSON doubles each backslash
     ASSERT_EQ(std::system((SLC_SQXSHADE " " + words).c_str()), 0) << words;
     const std::string made = m_folder.Read("a b.png");
     EXPECT_EQ(std::string(picture.begin(), picture.end()), made) << words;
@@ -234,7 +234,7 @@ TEST_F(SqxViewSessionTest, ShowsAndCountsTheCodeOfEachLevel)
     const std::string plain = m_session->Code(0, 0);
     EXPECT_TRUE(Contains(plain, "\"version\":1,\"level\":0,\"fault\":\"\"")) << plain;
     EXPECT_TRUE(Contains(plain, "\"text\":\"main\\n")) << plain;
-    // At -O2 the product is a constant, and the unused variable is gone.
+    // At -O2 the product of k and 2 is gone, since no code uses it.
     EXPECT_TRUE(Contains(plain, "k 2\\n")) << plain;
     EXPECT_FALSE(Contains(m_session->Code(0, 2), "k 2\\n"));
     EXPECT_TRUE(Contains(plain, R"("counts":[{"instructions":23,"parallelRuns":7,"locals":5},)"))

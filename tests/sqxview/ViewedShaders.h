@@ -24,7 +24,8 @@ protected:
         m_session.emplace(SqxReadViewOptions(arguments));
     }
 
-    /// Waits for a state that contains `text`, and fails the test if it does not come.
+    /// Waits for a state that contains `text` and returns it. Fails the test and returns the last
+    /// state if there is none within 30 seconds.
     std::string WaitFor(const std::string& text)
     {
         constexpr auto k_longest = std::chrono::seconds(30);
@@ -42,7 +43,8 @@ protected:
         }
     }
     std::string WaitForWhole() { return WaitFor(k_whole); }
-    /// Waits for a whole picture other than `before`, and returns its bytes.
+    /// Waits for a whole picture other than `before`, and returns the bytes of its file. Fails the
+    /// test and returns nothing if there is none after 1000 attempts.
     std::vector<char> NextPicture(const std::vector<char>& before = {})
     {
         for (int i = 0; i < 1000; ++i) {

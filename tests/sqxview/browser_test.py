@@ -30,7 +30,7 @@ GOOD = """surface flat(float Kd = 0.5; color tint = color(1, 0.5, 0); string mod
 """
 BAD = GOOD.replace("amount * tint", "amount * tinted")
 
-# The start of scripts: a function that returns the pixels of the picture.
+# The start of scripts: a function that returns the pixels of the picture, scaled to 32 by 32, as a text.
 PIXELS = """const pixels = () => {
     const picture = document.getElementById("picture");
     const canvas = document.createElement("canvas");
@@ -41,7 +41,7 @@ PIXELS = """const pixels = () => {
 };
 """
 
-# Returns the elements whose text has too little contrast (WCAG 2.1, 1.4.3).
+# A script that returns the visible elements whose text has too little contrast (WCAG 2.1, 1.4.3).
 DIM_TEXTS = """
 const channel = (v) => (v /= 255) <= 0.04045 ? v / 12.92 : ((v + 0.055) / 1.055) ** 2.4;
 const numbers = (color) => color.match(/[0-9.]+/g).map(Number);

@@ -65,7 +65,7 @@ class Browser:
         self._call("POST", "/url", {"url": address})
 
     def run(self, script, *arguments):
-        """Runs a function body in the page, which may use `await`, and returns its result."""
+        """Runs `script`, the body of a function that may use `await`, in the page. Returns its result."""
         return self._call("POST", "/execute/sync", {"script": script, "args": list(arguments)})
 
     def find(self, selector):
@@ -78,7 +78,7 @@ class Browser:
         self._call("POST", f"/element/{self.find(selector)}/value", {"text": text})
 
     def command(self, name, parameters):
-        """Sends a command of the Chrome DevTools Protocol."""
+        """Sends a command of the Chrome DevTools Protocol and returns its result."""
         return self._call("POST", "/goog/cdp/execute", {"cmd": name, "params": parameters})
 
     def screenshot(self, path):
@@ -86,7 +86,8 @@ class Browser:
             file.write(base64.b64decode(self._call("GET", "/screenshot")))
 
     def wait(self, what, script, *arguments, seconds=20):
-        """Runs the function body until its result is true, and returns the result."""
+        """Runs the function body until its result is true, and returns the result. Raises AssertionError
+        if it is not true within `seconds`."""
         end = time.monotonic() + seconds
         while True:
             result = self.run(script, *arguments)

@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Sets an environment variable as long as the object lives, or unsets it if `value` is null.
+/// Sets an environment variable, or unsets it if `value` is null, until the object is destroyed.
 class Variable {
 public:
     Variable(const char* name, const char* value) : m_name(name)

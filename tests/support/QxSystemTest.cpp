@@ -134,7 +134,8 @@ TEST_F(QxSystemTest, LaunchesProgramsWithOnlyTheStandardStreams)
     std::fclose(open);
 }
 
-/// A caller that ignores the signal still gets the exit status of the program.
+/// A caller that ignores SIGCHLD still gets the exit status of the program, and still ignores the
+/// signal afterwards.
 TEST_F(QxSystemTest, WaitsIfTheChildSignalIsIgnored)
 {
     const auto before = std::signal(SIGCHLD, SIG_IGN);

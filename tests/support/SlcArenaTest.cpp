@@ -20,7 +20,8 @@ void ExpectUntouched(const Room& room)
         ASSERT_EQ(room.place[i], room.mark) << "byte " << i << " of " << room.size;
 }
 
-// Each block is filled with a distinct mark, which any overlap would overwrite.
+// Each block is filled with the low byte of its step number. A later block that overlaps it changes
+// some of these bytes, unless the two numbers differ by a multiple of 256.
 TEST(SlcArena, BlocksOfAllSizesDoNotOverlap)
 {
     SlcArena arena;

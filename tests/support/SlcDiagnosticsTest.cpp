@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Returns what a report writes, with both counts: "errors/warnings: text".
+/// Returns the counts of errors and warnings after a report, and the text that it writes to
+/// standard error: "errors/warnings: text".
 std::string Report(const std::function<void()>& report, int level = 1)
 {
     ResetNbErrorsAndWarnings();
@@ -22,7 +23,8 @@ std::string Report(const std::function<void()>& report, int level = 1)
 
 const std::string k_file = "a.sl";
 
-/// Sets the position of a scanner that has just read `token`, which ends at `column`.
+/// Sets the position as if the scanner had just read `token`, up to `column`, in line 12 of a.sl.
+/// `filler` is the text that a report prints below the line, up to the column of its caret.
 void StandAt(int column, std::string_view token, std::string line, std::string filler)
 {
     SlcCurrentPosition() = {

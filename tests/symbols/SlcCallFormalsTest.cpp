@@ -1,4 +1,4 @@
-// Checks what declarations say about arguments, by their place in the instruction.
+// Checks which formal `SlcFormalAt` returns for each position of an argument in an instruction.
 
 #include "symbols/SlcCallFormals.h"
 
@@ -19,11 +19,11 @@ TEST(SlcCallFormals, FindsTheFormalAtEachPlaceOfAnInstruction)
         {"fresnel", 2, "float"},
         {"fresnel", 3, "output float"},
         {"pnoise", 1, "uniform float"},
-        // The card declares all of them as inputs.
+        // The card of `unpack` declares all arguments as inputs.
         {"unpack", 0, "float"},
         {"unpack", 1, "output float"},
         {"unpack", 4, "output float"},
-        // Only the values of a tail have a position, not the names.
+        // In a variable tail only the values have positions, not the names.
         {"occlusion", 2, "float in the tail"},
         {"occlusion", 3, "float in the tail"},
         {"occlusion", 7, "vector in the tail"},

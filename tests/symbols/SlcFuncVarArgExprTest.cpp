@@ -1,4 +1,5 @@
-// Tests variable tails of arguments through the symbol entry that has one.
+// Tests variable tails, which declare the optional, named and repeated arguments of a function, and
+// the symbol entries of functions with such a tail.
 
 #include "symbols/SlcFuncVarArgExpr.h"
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-/// Returns the tail of a function with these parameters after a fixed one.
+/// Returns the tail that these parameters form after a fixed one.
 std::unique_ptr<SlcFuncVarArgExpr> TailOf(const std::string& parameters)
 {
     const std::string text = "float f(float x, " + parameters + ")";
@@ -32,7 +33,7 @@ struct TailCase {
     const char* tail;
     std::vector<std::string> args;  // after the fixed one; 'name' is a literal
     bool number;                    // the count is right
-    bool types;                     // the types fit, with promotion
+    bool types;                     // the types and names fit, with promotion
 };
 
 SlcTypeNode* TypeOf(const std::string& word)
@@ -90,7 +91,7 @@ TEST(SlcFuncVarArgExpr, AcceptsTheArgumentsThatTheTailDescribes)
         const auto entry = WithTail(c.tail);
         const std::string text = c.tail + std::string(" / ") + testing::PrintToString(c.args);
         EXPECT_EQ(entry->CheckNumberArgs(args.List()), c.number) << text;
-        // A walk leaves no state for the next one.
+        // The second walk over the tail must not depend on the first one.
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(entry->CheckTypeArgs(args.List(), nullptr, true), c.types) << text;
     }

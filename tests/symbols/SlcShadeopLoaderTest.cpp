@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Installs libraries in a temporary folder, and loads shadeops from them.
+/// Installs copies of the library faulty.c in a temporary folder, and loads shadeops from them.
 class ShadeopLoader : public testing::Test {
 protected:
     ShadeopLoader() { m_options.m_searchDirs = {"."}; }
@@ -27,7 +27,8 @@ protected:
         std::filesystem::copy_file(SLC_FAULTY_SHADEOPS, path);
     }
 
-    /// Loads the shadeops of a name. Returns the warnings, then the added overloads, one per line.
+    /// Loads the shadeops of a name. Returns the reports, then the added overloads that return a
+    /// float, a color or a type of the point family, one per line.
     std::string Load(const std::string& name)
     {
         SlcShadeopLoader loader(MakeShared<SlcSemanticError>(), &m_options, {nullptr, nullptr});
@@ -47,7 +48,7 @@ protected:
         return text;
     }
 
-    /// Returns the result of `Load("endless")`, with its warning.
+    /// Returns the expected result of `Load("endless")` for one library, with its warning.
     static std::string Endless(const std::string& folder, const std::string& library)
     {
         return ":0: WARNING: 'endless_shadeops' has no record that ends it (" + folder + "/" +

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Returns the types and the name of the declaration, or the name of its first wrong part.
+/// Returns the types and the name in the declaration, or which part of it is the first wrong one.
 std::string Read(const std::string& text)
 {
     SlcShadeopReader reader(text);

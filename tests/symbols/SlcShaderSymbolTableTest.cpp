@@ -10,7 +10,8 @@
 
 namespace {
 
-/// Returns the scopes of a shader of each kind, in the order of the columns below.
+/// Returns the scopes with the predefined variables of each kind of shader: surface, light, volume,
+/// displacement, imager.
 std::vector<SlcPtr<SlcSymbolTable>> TablesOfAllKinds()
 {
     SlcSurfaceShaderTypeNode surface;
@@ -26,7 +27,7 @@ std::vector<SlcPtr<SlcSymbolTable>> TablesOfAllKinds()
     return tables;
 }
 
-/// Returns 'r' for read-only, 'w' for read and write, '-' for not predefined.
+/// Returns 'r' for read-only, 'w' for read and write, '-' for not predefined, '?' otherwise.
 char AccessTo(const SlcPtr<SlcSymbolTable>& table, const std::string& name)
 {
     if (!table->IsVarInTable(Ident(name)))
@@ -87,7 +88,7 @@ TEST(SlcShaderSymbolTable, MakesPsAnAliasOfPInASurface)
     SlcLightShaderTypeNode light;
     table = create(&light, MakeShared<SlcSymbolTable>());
     EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Ps")), "i_hiddens.GetPs()");
-    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ci").Null());  // those of the surface are gone
+    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ci").Null());  // the surface's are gone
 }
 
 TEST(SlcIlluminanceSymbolTable, SharesItsVariablesAmongAllLightLoops)

@@ -27,7 +27,7 @@ SlcPtr<SlcVarSymbolEntry> FindOrNull(const Table& table, const std::string& name
     return found;
 }
 
-/// Returns the types of the overloads that fit a call, or why there are none.
+/// Returns the return types of the overloads that fit a call, or why none fits.
 std::string SearchText(const Table& table, const std::string& name, TypedArgs& args,
                        bool noVoid = false)
 {
@@ -156,9 +156,9 @@ TEST(SlcSymbolTable, FindsOverloadsByExactFitInAnyScopeBeforePromotion)
         {"g", {{T::AString()}}, "types of color"},
         {"g", {{T::AFloat()}, {T::AFloat()}, {T::AFloat()}}, "number"},
         {"h", {{T::AColor()}, {T::AColor()}}, "color"},
-        {"h", {{T::AFloat()}, {T::AFloat()}}, "number"},  // a wrong count ends the search
+        {"h", {{T::AFloat()}, {T::AFloat()}}, "number"},  // the outer `h` takes one argument
         {"k", {}, "not found"},
-        {"f", {{T::AError()}}, "color"},  // a reported error fits everywhere
+        {"f", {{T::AError()}}, "color"},  // the type of a reported error fits any formal
     };
     for (const Case& c : cases)
         EXPECT_EQ(SearchText(local, c.name, c.args), c.found) << c.name;
@@ -250,8 +250,8 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
 
 TEST(SlcSymbolTable, FindsNamesInALongScopeWithoutWalkingIt)
 {
-    // There is one table per statement, as in a generated shader. The time of a look-up must not
-    // depend on their number.
+    // There is one table per declaration, as in a long generated shader. The time of a look-up must
+    // not depend on the number of tables.
     auto table = MakeShared<SlcSymbolTable>()->CreateNewScopeTable();
     const auto first = AddFloat(table, "first");
     for (int i = 0; i < 100000; ++i) {

@@ -12,7 +12,7 @@
 
 using T = SlcTypeNode;
 
-/// The arguments of a call, each with a set of types, as after the typing pass.
+/// The arguments of a call, each with its set of possible types, as after `SlcCalculateTypesSets`.
 class TypedArgs {
 public:
     using Types = std::vector<SlcTypeNode*>;
@@ -25,13 +25,14 @@ public:
             Add(types);
     }
 
+    /// Adds a variable.
     TypedArgs& Add(const Types& types)
     {
         return Append(
             std::make_unique<SlcIdentExprNode>(SlcPosition(), SlcLexicalNode::CreateIdent("x")),
             types);
     }
-    /// Adds a string literal; `text` has no quotes.
+    /// Adds a string literal, whose only type is string; `text` has no quotes.
     TypedArgs& AddText(const std::string& text)
     {
         return Append(std::make_unique<SlcConstExprNode>(
@@ -67,7 +68,7 @@ inline SlcIdentNode* Ident(const std::string& name)
     return SlcLexicalNode::CreateIdent(name);
 }
 
-/// Returns the signature of a function whose formals are all inputs.
+/// Returns the signature of a function whose formals are all inputs of unknown detail.
 inline SlcFuncSignature SignatureOf(const std::string& name, SlcTypeNode* returnType,
                                     const std::vector<SlcTypeNode*>& formals)
 {

@@ -11,7 +11,7 @@ function serverOptions() {
     return { command, args: ['--stdio'] };
 }
 
-/// Returns the page of a panel: a frame with the preview page, which this machine serves.
+/// Returns the HTML of a panel: a frame with the preview page at `address`, which sqxview serves.
 function pageText(address) {
     const origin = new URL(address).origin;
     return `<!DOCTYPE html><html><head><meta charset="utf-8">

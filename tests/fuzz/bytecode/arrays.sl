@@ -1,4 +1,4 @@
-// Uniform and varying arrays of every type, with computed indices.
+// Uniform and varying arrays of most types, with computed indices.
 float Total(float list[]; float count)
 {
     float sum = 0;

@@ -1,4 +1,4 @@
-// Patterns with every syntax element, constant and computed at run time.
+// Patterns with most syntax elements, constant and computed at run time.
 surface patterns(string text = "a42b, wood.tex"; string pattern = "^a[0-9]+(b|c)?"; float repeats = 3)
 {
     uniform float hits = match("^[[:alpha:]_]{2,3}[^a-c]*$", text) + match("(a|b.*){1,4}x+?", text);

@@ -1,4 +1,4 @@
-/* Uses every query of the scene, and has parameters of every kind. */
+/* Uses most queries of the scene, and has parameters of most kinds. */
 surface mirror(float Kd = 0.5; varying color tint = 1; string name = "plain"; matrix frame = 2;
                point place = point "shader" (1, 2, 3); varying float pair[2] = {1, 2};
                varying float late = noise(u);

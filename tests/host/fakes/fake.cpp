@@ -42,7 +42,7 @@ int QX_SHADER_FUNC QxModifyPoint(void)
 void QX_SHADER_FUNC QxDestroy(const QxFrame3D***)
 {
     if (--s_registrations != 0)
-        std::abort();  // each registration must be undone exactly once
+        std::abort();  // the host must have registered exactly once since the last call
 }
 
 #ifndef FAKE_WITHOUT_EVALUATE

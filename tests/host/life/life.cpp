@@ -1,5 +1,6 @@
-// Opens, runs and destroys shaders twice, so that sanitizers can check all of it. The surface has
-// parameters of every type, and the lights are shaders too. Usage: host_life SURFACE LIGHT
+// Opens, runs and destroys a surface and a light twice, so that sanitizers can check all of it. The
+// surface must have the string parameter `name`, the array `names` of two strings, and the string
+// output `said`, which is printed. Usage: host_life SURFACE LIGHT
 
 #include <cstdio>
 

@@ -1,4 +1,5 @@
-// Shades one point with a shader that the build of the project compiled, and prints its color.
+// Shades one point with the file that the argument names, which is compiled from chalk.sl, and
+// prints the color of the point.
 
 #include <iostream>
 

@@ -1,4 +1,4 @@
-// The examples of the C standard, 6.10.3.5.
+// Examples of the C standard, 6.10.3.5.
 // Example 1
 #define TABSIZE 100
 int table[TABSIZE];

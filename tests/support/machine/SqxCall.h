@@ -11,8 +11,9 @@
 
 class SqxMachine;
 
-/// One instruction at one point, as its operation sees it: the operands by position, beginning with
-/// the result if there is one. Values are copied, so a result may be one of the operands.
+/// One instruction at one point, as its operation sees it: the operands in the order of the file.
+/// If the instruction has one result, that is usually operand 0. `Get` copies values, so a result
+/// may also be an argument.
 ///
 /// If an operation has read poison, its result has poison in the components to which arithmetic has
 /// propagated it, or in all components if arithmetic has lost it.
@@ -29,16 +30,20 @@ public:
     {
     }
 
-    /// Returns an operand, a flag as a boolean. Reading a flag that was never set is a fault.
+    /// Returns an operand; `Value` is `bool` for a flag, and `QxVector3` fits any triple. Records
+    /// whether it is poison. Throws `SqxFault` for a flag that was never set, and for an operand
+    /// with another number of components.
     template <class Value>
     [[nodiscard]] Value Get(std::size_t place) const
     {
         Note(place);
         return Part<Value>(place);
     }
-    /// Like `Get`, for operations on a part of the operand: the rest may be poison.
+    /// Like `Get`, but does not record poison: for operations that use a part of the operand, whose
+    /// rest may be poison.
     template <class Value>
     [[nodiscard]] Value Part(std::size_t place) const;
+    /// Writes an operand, as poison if the operation has read poison.
     template <class Value>
     void Set(std::size_t place, const Value& value) const;
 
@@ -49,14 +54,18 @@ public:
         return GetEach<Values...>(first, std::index_sequence_for<Values...>());
     }
 
-    /// Return all numbers or texts of an operand of any type and size.
+    // These functions return all numbers or texts of an operand of any size, in the store itself.
+    // They throw `SqxFault` for an operand of the other kind.
+
     [[nodiscard]] std::span<float> Numbers(std::size_t place) const;
     [[nodiscard]] std::span<std::string> Texts(std::size_t place) const;
+
     [[nodiscard]] const SqxVariable& Variable(std::size_t place) const;
-    /// Records whether an operand is poison. Operations that read `Numbers` must call it; `Get`
-    /// does.
+    /// Records whether a number or the first text of an operand is poison. `Get` calls it;
+    /// operations that compute with `Numbers` must call it themselves.
     void Note(std::size_t place) const;
-    /// Throws `SqxFault` if the operation has read poison; for values that leave the shader.
+    /// Throws `SqxFault` if the operation has read poison or is doubtful; for values that leave the
+    /// shader.
     void RefusePoison() const;
     /// Returns the number of a variable, or a literal.
     [[nodiscard]] int Operand(std::size_t place) const { return m_operands[place]; }

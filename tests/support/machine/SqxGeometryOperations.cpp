@@ -1,4 +1,5 @@
-// The operations on points, vectors, matrices, coordinate spaces and color spaces.
+// The operations of built-ins for components, vectors, matrices, coordinate spaces and color
+// spaces, at one point.
 
 #include "QxCalls.h"
 #include "QxColorSpaces.h"
@@ -13,7 +14,7 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 
-/// Calls a function object of the run time with arguments of the given types.
+/// Calls a function object of the run time with arguments of the given types; sets its result.
 template <class Function, class... Arguments>
 void Call(const SqxCall& call)
 {
@@ -64,7 +65,8 @@ void FaceForward(const SqxCall& call)
     call.Set(0, QxFaceForward(call.Get<Vector>(1), call.Get<Vector>(2), trueNormal));
 }
 
-/// Writes the two shares and, if the call has variables for them, the two directions.
+/// Writes the reflected and the transmitted share of light and, if the call has seven operands,
+/// their directions.
 void Fresnel(const SqxCall& call)
 {
     const auto shares = QxFresnel(call.Get<Vector>(0), call.Get<Vector>(1), call.Get<float>(2));
@@ -108,7 +110,7 @@ void Depth(const SqxCall& call)
     call.Set(0, call.Machine().Support().Depth(call.Get<Vector>(1)));
 }
 
-// These operations use spaces that the file numbers.
+// These operations use spaces by their numbers in the file.
 
 template <class As>
 void ToCurrent(const SqxCall& call)
@@ -129,7 +131,7 @@ void ConcatSpace(const SqxCall& call)
     call.Set(0, call.Get<Matrix>(1) * call.Machine().SpaceByNumber(call.Operand(2)).toCurrent);
 }
 
-// These operations use spaces that the shader names, or matrices.
+// These operations use spaces whose names the shader computes, or matrices.
 
 const QxFrame3D& NamedSpace(const SqxCall& call, std::size_t place)
 {
@@ -140,7 +142,7 @@ QxFrame3D FrameAt(const SqxCall& call, std::size_t place)
 {
     if (call.Variable(place).type == SqxType::String)
         return NamedSpace(call, place);
-    // A matrix transforms from the current space.
+    // The matrix transforms from the current space to the other one.
     return QxFrame3D(QxInverse(call.Get<Matrix>(place)));
 }
 

@@ -10,7 +10,9 @@ using enum SqxPrimitive;
 
 using Vector = QxVector3;
 
-// Operations on flags. A flag that was never set is a fault only where it decides the result.
+// Operations on flags, at all points. Reading a flag that was never set is a fault, with two
+// exceptions: the opposite of such a flag also counts as never set, and the inner flag is not read
+// where the outer one is false.
 
 void SetUniformFlag(const SqxGridCall& call)
 {
@@ -43,7 +45,7 @@ void OrFlag(const SqxGridCall& call)
     }
 }
 
-// Derivatives. The whole grid has one step along each axis.
+// Derivatives. The steps along the axes, du and dv, are uniform, so they are read at point 0.
 
 template <class Value, QxGridAxis axis>
 void Derivative(const SqxGridCall& call)
@@ -78,9 +80,9 @@ void CalculateNormal(const SqxGridCall& call)
     call.Scatter(0, values);
 }
 
-// Footprints.
+// Footprints: how much values change within a shading point. Textures and filterstep use them.
 
-/// The change of a value over one shading point along u and v.
+/// A value at each point, and how much it changes along u and v within one shading point.
 template <class Value>
 struct Footprint {
     Footprint(const SqxGridCall& call, std::size_t place)
@@ -91,6 +93,7 @@ struct Footprint {
         QxDifferences(alongU.data(), center.data(), call.Grid(), QxGridAxis::U, call.Where());
         QxDifferences(alongV.data(), center.data(), call.Grid(), QxGridAxis::V, call.Where());
     }
+    /// Returns the value at a corner of each shading point; `u` and `v` are -1 or 1.
     [[nodiscard]] std::vector<Value> Corner(float u, float v) const
     {
         std::vector<Value> corner(center.size());
@@ -104,7 +107,8 @@ struct Footprint {
     std::vector<Value> alongV;
 };
 
-/// Writes the corners in order around the patch to operands that are `step` places apart.
+/// Writes the values of an operand at the four corners of each shading point, in order around it,
+/// to the operand at `first` and three more, each `step` places after the one before.
 template <class Value>
 void ScatterCorners(const SqxGridCall& call, std::size_t operand, std::size_t first,
                     std::size_t step)

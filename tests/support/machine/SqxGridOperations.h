@@ -9,7 +9,7 @@
 /// One instruction that works on the whole grid at once, and the points that it is limited to.
 class SqxGridCall {
 public:
-    /// `condition` is the number of a flag, or -1.
+    /// `condition` is the number of a flag, or -1 for all points.
     SqxGridCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, int condition,
                 const QxGrid& grid)
         : m_machine(machine),
@@ -46,6 +46,8 @@ public:
             values[i] = At(i).template Get<Value>(place);
         return values;
     }
+    /// Writes an operand at the points that the instruction handles. `values` has one value for
+    /// each point of the grid.
     template <class Value>
     void Scatter(std::size_t place, const std::vector<Value>& values) const
     {

@@ -10,7 +10,7 @@ using enum SqxPrimitive;
 
 using Vector = QxVector3;
 
-/// Returns the point of the grid; lighting has no meaning outside of points.
+/// Returns the point of the grid. Throws `SqxFault` outside of points, where there is no light.
 unsigned int PointOf(const SqxCall& call)
 {
     if (call.Point() == k_uniformPoint)
@@ -41,7 +41,7 @@ void SpecularBrdf(const SqxCall& call)
                                      call.Get<float>(4)));
 }
 
-// flag, position, axis, angle, Ps, L
+// Operands: flag, position, axis, angle, Ps, L
 void Illuminate(const SqxCall& call)
 {
     Vector L;
@@ -51,7 +51,7 @@ void Illuminate(const SqxCall& call)
     call.Set(5, L);
 }
 
-// flag, position, Ps, L
+// Operands: flag, position, Ps, L
 void IlluminateNoCone(const SqxCall& call)
 {
     Vector L;
@@ -59,7 +59,7 @@ void IlluminateNoCone(const SqxCall& call)
     call.Set(3, L);
 }
 
-// flag, axis, angle, L
+// Operands: flag, axis, angle, L
 void Solar(const SqxCall& call)
 {
     Vector L;
@@ -67,7 +67,7 @@ void Solar(const SqxCall& call)
     call.Set(3, L);
 }
 
-// flag, position, axis, angle
+// Operands: flag, position, axis, angle
 void Illuminance(const SqxCall& call)
 {
     const Vector toLight = call.Machine().CurrentLight().L[PointOf(call)];

@@ -142,7 +142,8 @@ void SqxMachine::Start()
     ApplySettings();
 }
 
-/// Checks the results that the renderer reads.
+/// Throws `SqxFault` if a predefined variable or an output parameter, which a renderer can read,
+/// has an element at some point that nothing has written.
 void SqxMachine::CheckResults()
 {
     m_running = nullptr;
@@ -210,7 +211,8 @@ void SqxMachine::RunProgram(const SqxProgram& program, bool initializer)
     }
 }
 
-/// Runs one instruction and returns the index of the next.
+/// Runs one instruction, or a parallel bracket to its end, and returns the index of the next
+/// instruction.
 std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
 {
     const SqxCode& code = program.Codes()[index];
@@ -273,8 +275,9 @@ bool SqxMachine::Flag(const SqxCode& code, std::size_t point)
     return SqxCall(*this, *m_store, code.operands, point).Get<bool>(0) == code.wanted;
 }
 
-/// A uniform flag that nothing has written is valid only if no point is active, and then nothing
-/// reads the results of the bracket. So runs the bracket and makes its results poison.
+/// Returns whether the bracket of an IF runs. If its flag is uniform and nothing has written it,
+/// the bracket runs and its results are poison: the compiler leaves such a flag unwritten only
+/// where no point is active, and there nothing may read the results.
 bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
 {
     const auto flag = static_cast<std::size_t>(code.operands[0]);
@@ -284,8 +287,8 @@ bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
     return true;
 }
 
-/// Outside the parallel brackets an instruction runs once. An initializer has none if nothing in it
-/// is conditional, so there an instruction with a varying result runs for each point.
+/// Runs an instruction outside the parallel brackets: once, except that an instruction with a
+/// varying result in an initializer runs for each point.
 void SqxMachine::RunPlain(const SqxCode& code)
 {
     const bool hasResult = code.step == SqxStep::Plain && !code.operands.empty();
@@ -364,7 +367,7 @@ void SqxMachine::CheckIndex(const SqxCall& call)
 {
     const float index = call.Get<float>(1);
     call.RefusePoison();
-    // The index is truncated, and NaN is outside.
+    // The index is truncated, and NaN is outside the array.
     if (std::trunc(index) >= 0 && std::trunc(index) < static_cast<float>(call.Operand(2)))
         return;
     char place[64];

@@ -14,24 +14,26 @@
 #include "machine/SqxStore.h"
 #include "sqx/SqxReader.h"
 
-/// Runs a compiled shader over a grid of shading points, with no information except its file.
+/// Runs a byte-code file over a grid of shading points.
 ///
-/// This simple interpreter trusts neither the file nor the compiler: it reports forbidden actions
-/// (reading a flag that was never set, using a varying value outside the points, leaving brackets,
-/// endless loops) as faults. It calls the primitives of the run time, and for some elementary
-/// functions the standard library.
+/// This simple interpreter trusts neither the file nor the compiler. Forbidden actions end a run
+/// with a fault: for example reading a flag that was never set, using a varying value outside the
+/// points, a jump within parallel brackets, or an endless loop. It calls the primitives of the run
+/// time, and for some elementary functions the standard library.
 class SqxMachine {
 public:
     SqxMachine();
     ~SqxMachine();
 
-    // These functions return false after a fault, which `Message` describes.
+    // Loading and running. These functions return false after a fault, which `Message` describes.
 
     [[nodiscard]] bool Load(const std::string& path);
     [[nodiscard]] bool LoadText(std::string_view text);
-    /// Computes the parameters that were not set, then runs the main block. Each run starts from
-    /// the initial state.
+    /// Computes the default values of parameters that were not set, then runs the main block. Each
+    /// run starts from the initial state. It is also a fault if a predefined variable or an output
+    /// parameter has an element at the end that nothing has written.
     [[nodiscard]] bool Run();
+    /// Returns the fault of the last `Load`, `LoadText` or `Run`; empty if there was none.
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
     // These functions set the inputs of a run, which stay set for later runs.
@@ -39,34 +41,44 @@ public:
     /// Sets the grid; 3 by 2 points by default.
     void SetGrid(unsigned int columns, unsigned int rows) { m_grid = {columns, rows}; }
     /// Sets the numbers of a predefined variable or parameter: for the whole grid, or for each
-    /// point in turn. A predefined variable that is not set has different values at different
-    /// points.
+    /// point in turn. Another count of numbers is a fault of `Run`; names that the shader does not
+    /// have are ignored. A predefined variable that is not set has the values of
+    /// `SqxDefaultValues`, which describe a curved patch.
     void Set(const std::string& name, std::vector<float> numbers);
+    /// Sets a text parameter at all points.
     void SetText(const std::string& name, std::string text);
-    /// Sets the matrix from that space to the current one. A space that is not set is the current
-    /// one.
+    /// Sets the matrix from the space `name` to the current space. A space that is not set is the
+    /// current space.
     void SetSpace(const std::string& name, const QxMatrix44& toCurrent);
-    /// Sets the object that answers the shader; a `SqxScene` by default. It must outlive the run.
+    /// Sets the object that answers the queries of the shader; null for a new `SqxScene` in each
+    /// run, the default. It must outlive the runs.
     void SetSupport(QxShaderSupport* support) { m_givenSupport = support; }
-    /// Sets the number of lights, which the support evaluates; two by default.
+    /// Sets how many lights the support evaluates; two by default.
     void SetLightCount(std::size_t count) { m_lightCount = count; }
+    /// Sets the function that runs for calls of the shadeop whose method in the file is `method`.
     void SetShadeop(const std::string& method, std::function<void(const SqxCall&)> function);
-    /// A run with more steps than this ends with a fault.
+    /// Sets the highest number of `Steps`; a run with more ends with a fault.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
 
-    // These functions return the results of a run.
+    // These functions return the loaded shader and the results of the last run.
 
     [[nodiscard]] const SqxShader& Shader() const { return m_reader.Shader(); }
-    /// Returns the numbers of a predefined variable or parameter at a point; empty if there is
-    /// none.
+    /// Returns the numbers of a predefined variable or parameter at a point; empty if there is no
+    /// such variable or no run. Throws `SqxFault` if it is a text, or if it is varying and `point`
+    /// is `k_uniformPoint`.
     [[nodiscard]] std::vector<float> ValueOf(const std::string& name, std::size_t point);
+    /// Returns the text of a parameter at a point; empty if there is no such parameter or no run.
+    /// Throws `SqxFault` if it is not a text.
     [[nodiscard]] std::string TextOf(const std::string& name, std::size_t point);
+    /// Returns the number of executed instructions. An instruction within parallel brackets counts
+    /// once for each point.
     [[nodiscard]] std::size_t Steps() const { return m_steps; }
 
-    // The operations use the functions below.
+    // These functions are for the operations of primitives.
 
     [[nodiscard]] QxShaderSupport& Support() { return *m_support; }
-    /// Returns the next random number of the point, or of all points for `QxDraws::k_allPoints`.
+    /// Returns the next random number of a point; for `QxDraws::k_allPoints`, the next number that
+    /// all points share.
     [[nodiscard]] float RandomNumber(unsigned int point)
     {
         return m_support->RandomNumber(point, m_draws.Next(point));
@@ -74,11 +86,13 @@ public:
     [[nodiscard]] const QxFrame3D& Space(const std::string& name) const;
     [[nodiscard]] const QxFrame3D& SpaceByNumber(int number) const;
     [[nodiscard]] bool IsLight() const;
-    /// Returns the lights as last evaluated for `P`.
+    /// Returns the lights. Throws `SqxFault` if they are not evaluated for `P`, or if the code has
+    /// reset them since then because `P` has changed.
     [[nodiscard]] QxLights Lights() const;
-    /// Returns the current light of the innermost light loop.
+    /// Returns the current light of the innermost light loop. Throws `SqxFault` outside of loops.
     [[nodiscard]] const QxLightInput& CurrentLight() const;
-    /// Returns a predefined variable, even if the file does not list it.
+    /// Returns a predefined variable at a point; its value in `SqxDefaultValues` if the file does
+    /// not list it.
     [[nodiscard]] QxVector3 PredefinedTriple(const char* name, std::size_t point);
 
 private:
@@ -149,6 +163,8 @@ private:
     std::vector<LightValues> m_lights;
     std::vector<QxLightInput> m_lightInputs;
     std::vector<LightLoop> m_lightLoops;  // innermost last
-    const SqxCode* m_doubt = nullptr;     // the open guard, if nothing has written its flag
-    const SqxCode* m_running = nullptr;   // for the message of a fault
+    // The last IF that was entered although nothing has written its flag; null after the next
+    // END_IF.
+    const SqxCode* m_doubt = nullptr;
+    const SqxCode* m_running = nullptr;  // for the message of a fault
 };

@@ -1,4 +1,4 @@
-// The lights of the machine: when they are evaluated, and the loops over them.
+// The lights of the machine: their evaluation, and the loops over them.
 
 #include "machine/SqxMachine.h"
 
@@ -43,7 +43,8 @@ std::size_t SqxMachine::BeginLights(const SqxCode& code, std::size_t index)
     return index + 1;
 }
 
-/// Jumps back to the instruction after the beginning of the loop, which identifies the loop. Inner
+/// Takes the next light and returns the index of the first instruction in the loop; after the last
+/// light, returns the index after the loop. The jump target of `code` identifies the loop. Inner
 /// loops that a jump has left end here too.
 std::size_t SqxMachine::EndLights(const SqxCode& code, std::size_t index)
 {

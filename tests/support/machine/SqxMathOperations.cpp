@@ -1,4 +1,4 @@
-// The operations of functions of numbers, interpolations and noises.
+// The operations of mathematical functions, interpolation, random numbers and noise, at one point.
 
 #include <cmath>
 
@@ -54,7 +54,7 @@ float Smaller(float a, float b)
     return QxMin(a, b);
 }
 
-/// Applies `function` to any number of arguments.
+/// Combines any number of arguments by `function`, from left to right.
 template <class Value, Value (*function)(const Value&, const Value&)>
 void OverAll(const SqxCall& call)
 {
@@ -73,7 +73,7 @@ void OverAllNumbers(const SqxCall& call)
     call.Set(0, value);
 }
 
-/// The parameter is at `place`, followed by the control values.
+/// Evaluates a spline: the parameter is at `place`, followed by the control values.
 template <class Value>
 void SplineFrom(const SqxCall& call, const char* basis, std::size_t place)
 {

@@ -12,7 +12,8 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 
-// These functions convert a value to another type.
+// `As` converts a float to a triple of equal components or to a diagonal matrix, and returns a
+// value of the type `To` unchanged.
 
 template <class To>
 To As(const To& value)
@@ -37,7 +38,7 @@ void Assign(const SqxCall& call)
 
 void AssignFlag(const SqxCall& call)
 {
-    call.Set(0, call.Part<float>(1));  // may be one that was never set
+    call.Set(0, call.Part<float>(1));  // the flag may never have been set
 }
 
 template <class To, class From>

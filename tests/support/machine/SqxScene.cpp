@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Hashes everything in a query to a value from 0 to 1: the sine of a weighted sum, so that a
-/// rounding error in the query changes the value only slightly.
+/// Hashes numbers and texts to a value from 0 to 1, which depends on the sine of a weighted sum, so
+/// that a rounding error in a query changes the value only slightly.
 class Mixer {
 public:
     Mixer& operator<<(float number)

@@ -5,11 +5,11 @@
 
 #include "QxShaderSupport.h"
 
-/// A renderer for tests, whose answers are equal in each run and differ between queries, so that a
-/// wrong argument of a call is noticed. It stores printed and reported texts.
+/// A renderer for tests. Its answers are equal in each run, and most depend on every argument of
+/// the query, so that a wrong argument of a call is noticed. It stores printed and reported texts.
 class SqxScene : public QxShaderSupport {
 public:
-    /// Fills lights around the origin, each with a different color.
+    /// Places the lights on a circle around the z axis, at z = -3; each has a different color.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     QxRGBColor Ambient(const QxVector3& position) override;
@@ -22,7 +22,8 @@ public:
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                float& occlusion) override;
-    /// Derives the numbers of the value from the name; names that start with "no" are unknown.
+    /// Derives numbers from the kind of message, the texture and the name; a text is the name
+    /// itself. Returns false for names that start with "no".
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
     float Depth(const QxVector3& position) override;

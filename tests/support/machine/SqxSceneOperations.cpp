@@ -16,7 +16,8 @@ float Number(const SqxCall& call, std::size_t place)
     return call.Get<float>(place);
 }
 
-/// Returns a color; a default value may be a single number instead.
+/// Returns a point or vector; a default value may be a single number instead, which becomes all
+/// three components.
 Vector Triple(const SqxCall& call, std::size_t place)
 {
     if (call.Numbers(place).size() == 3)
@@ -25,7 +26,7 @@ Vector Triple(const SqxCall& call, std::size_t place)
     return {value, value, value};
 }
 
-/// Sets the result of an access, a number or a color.
+/// Sets the result of an access: the color, or only its first component if the result is a number.
 void Answer(const SqxCall& call, const Color& color)
 {
     if (call.Numbers(0).size() == 1)
@@ -114,7 +115,7 @@ QxRayQuery RayQuery(const SqxCall& call)
     return query;
 }
 
-/// Reads the named values after the two vectors.
+/// Reads the two vectors and the five numbers after them, for `Occlusion` and `IndirectDiffuse`.
 QxRayQuery GatherQuery(const SqxCall& call)
 {
     QxRayQuery query = RayQuery(call);

@@ -8,8 +8,8 @@
 #include "QxMatrixMath.h"
 #include "sqx/SqxShader.h"
 
-/// Thrown if a shader does something forbidden, with a text that describes it. The machine catches
-/// it.
+/// Thrown if a shader does something forbidden, or if a test sets or asks for a value in the wrong
+/// form, with a text that describes it. `SqxMachine` catches it when it loads and runs a shader.
 struct SqxFault {
     std::string message;
 };
@@ -36,16 +36,18 @@ public:
     [[nodiscard]] const SqxVariable& Variable(std::size_t number) const;
 
     /// Returns the numbers of a variable at a point: 1, 3 or 16 for each of its elements. For a
-    /// reference, returns those of the element that it refers to. A varying variable has none
-    /// outside the points of the grid.
+    /// reference, returns the numbers of the element that it refers to. Throws `SqxFault` for a
+    /// text, for a reference that was never bound, and for a varying variable at `k_uniformPoint`.
     [[nodiscard]] std::span<float> Numbers(std::size_t number, std::size_t point);
+    /// Returns the texts of a variable, one for each element, in the same way; throws for numbers.
     [[nodiscard]] std::span<std::string> Texts(std::size_t number, std::size_t point);
 
     [[nodiscard]] bool HasPoison(std::size_t number, std::size_t point);
 
     /// Binds a reference to an element, at one point or, for `k_uniformPoint`, everywhere. An index
-    /// outside the array means its nearest element. If the index was never written, reads return
-    /// poison and writes are ignored.
+    /// outside the array means its nearest element, and NaN the first. If the index was never
+    /// written, reads return poison and writes are ignored. Throws `SqxFault` if `reference` is no
+    /// reference, or if `array` is one or has another type.
     void Bind(std::size_t reference, std::size_t point, std::size_t array, float index);
 
 private:
@@ -62,7 +64,8 @@ private:
     };
 
     void Allocate(const SqxVariable& variable, Values& values) const;
-    /// Returns the index of the values of a point, counted in points.
+    /// Returns which group of `width` values belongs to a point: 0 for a uniform variable, else
+    /// the point. Throws `SqxFault` if the variable is varying and there is no point.
     [[nodiscard]] std::size_t Place(std::size_t number, std::size_t point) const;
     [[nodiscard]] const Binding& Resolve(std::size_t reference, std::size_t point) const;
 

@@ -61,7 +61,8 @@ void Match(const SqxCall& call)
     call.Set(0, matches ? 1.0F : 0.0F);
 }
 
-/// The requested value is at `place`, and its name is before that.
+/// Asks the renderer for the value that is named by the operand before `place`, and stores the
+/// answer in the operand at `place`. Returns whether the renderer knows the value.
 bool Ask(const SqxCall& call, QxMessage message, const std::string& texture, std::size_t place)
 {
     const SqxVariable& variable = call.Variable(place);

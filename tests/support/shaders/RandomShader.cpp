@@ -11,14 +11,14 @@ void WriteAll(const std::vector<RandomStatement>& statements, std::string& text,
         statement.Write(text, depth);
 }
 
-/// Limits a number, so that it does not grow over the iterations of loops.
+/// Returns the expression with limits, so that its value does not grow over iterations of loops.
 std::string Bounded(const std::string& expression)
 {
     return "clamp(" + expression + ", -8, 8)";
 }
 
-/// Replaces the locals in an expression, so that it can be a default value. `previous` is the
-/// parameter before.
+/// Replaces the locals in an expression, so that it can be a default value. `previous` is the name
+/// of the preceding parameter.
 std::string WithoutLocals(std::string expression, const std::string& previous)
 {
     const std::pair<const char*, std::string> names[] = {{"u?w\\[[^\\]]*\\]", previous},
@@ -135,7 +135,7 @@ RandomProgram::Function RandomShader::MakeFunction(int number)
     if (!early)
         scope.mayReturn = false;
     function.body = Statements(scope, 2 + Below(3));
-    // A function has one `return`, at any place.
+    // A function has exactly one `return`: an early one or this.
     if (!early || scope.mayReturn)
         function.tail = "  return " + Float(scope, 1) + ";\n";
     return function;
@@ -233,7 +233,7 @@ RandomStatement RandomShader::Loop(Scope& scope)
     inner.body.insert(inner.body.end(), more.begin(), more.end());
     --scope.loops;
     --scope.depth;
-    // The counter's scope is a separate block, which is removed as a whole.
+    // A separate block limits the scope of the counter, and can be removed as a whole.
     RandomStatement block = {""};
     block.hasBody = true;
     block.body = {{detail + counter + " = 0;"}, inner};
@@ -246,7 +246,7 @@ RandomStatement RandomShader::LightLoop(Scope& scope)
     statement.hasBody = true;
     Scope inside = scope;
     ++inside.depth;
-    inside.loops = 0;  // `break` cannot leave a light loop alone
+    inside.loops = 0;  // no `break` or `continue` leaves the light loop
     inside.inLightLoop = true;
     statement.body.push_back({"k += Cl * 0.25;"});
     const auto more = Statements(inside, 1 + Below(2));
@@ -277,7 +277,7 @@ std::string RandomShader::FloatVariable()
 
 std::string RandomShader::Target(const Scope& scope)
 {
-    // The other formals of a function may only be read.
+    // The formals x and y of a function may only be read.
     return scope.inFunction ? OneOf({"a", "b", "c", "o"}) : FloatVariable();
 }
 

@@ -23,16 +23,16 @@ struct RandomProgram {
         std::string tail;  // the `return` at its end; empty for none
     };
     std::vector<Function> functions;
-    std::vector<std::string> parameters;  // with varying default values
+    std::vector<std::string> parameters;  // varying: the type, name and default value of each
     std::vector<RandomStatement> body;
 
     [[nodiscard]] std::string Text() const;
 };
 
-/// Writes valid surface shaders with uniform and varying control flow nested in every way, `break`
+/// Makes valid surface shaders with uniform and varying control flow nested in each other, `break`
 /// and `continue` with levels, arrays, light loops, functions with output formals and early
-/// returns, and default values with varying conditions. Every loop ends. Numbers stay small and
-/// short, so that folding a constant does not change a result by rounding.
+/// returns, and default values with varying conditions. Every loop ends. Most numbers stay small
+/// and have few binary digits, so that constant folding hardly changes a result by rounding.
 class RandomShader {
 public:
     explicit RandomShader(unsigned int seed) : m_random(seed) {}
@@ -44,7 +44,7 @@ private:
         int depth = 0;  // of statements
         int loops = 0;  // that `break` and `continue` may name
         bool inFunction = false;
-        bool mayReturn = false;  // the function has no `return` so far
+        bool mayReturn = false;  // the function may still get an early `return`
         bool inLightLoop = false;
     };
 

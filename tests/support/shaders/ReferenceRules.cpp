@@ -1,11 +1,12 @@
 // Decides by the rules of uniform and varying values whether a program is accepted.
 //
-// A variable of a function without a declared detail is uniform while it has its initial value, if
-// that is uniform, and not uniform after any assignment. A function is checked at each call, with
-// the details of the arguments; a loop is repeated until nothing changes. In a function that the
-// shader does not call, and in functions that such a function calls, only certainly varying values
-// are refused. Where compilers may differ in whether they recognize a uniform value, such as in the
-// second branch of a condition whose first branch assigns the variable, the verdict stays open.
+// If a formal or local of a function is declared without a detail, it is uniform while it has its
+// initial value, if that is uniform, and not uniform after any assignment. A function is checked at
+// each call, with the details of the arguments; a loop is repeated until nothing changes. In a
+// function that the shader does not call, and in functions that such a function calls, only
+// certainly varying values are refused. Where compilers may differ in whether they recognize a
+// uniform value, such as in the second branch of a condition whose first branch assigns the
+// variable, the verdict stays open.
 
 #include <algorithm>
 #include <set>
@@ -87,8 +88,9 @@ public:
             break;
         }
     }
-    /// Checks a function, whether it is called or not. The details of its variables are not known,
-    /// but a certainly varying value must not be assigned to a uniform variable.
+    /// Checks a function, whether it is called or not. Details that are not declared are not known,
+    /// but a certainly varying value must not be assigned to a uniform variable. Does nothing
+    /// within a call, since the definition has been checked with that of the called function.
     void Define(const ReferenceFunction& function)
     {
         if (m_inCall)
@@ -205,7 +207,7 @@ private:
             if (formal.detail == ReferenceDetail::Uniform)
                 WantUniform(details[i]);
             else if (formals[i].output && argument->detail == ReferenceDetail::Uniform)
-                WantUniform(k_varying);  // such an output must not be uniform
+                WantUniform(k_varying);  // the formal may become varying
             m_details[&formal] = details[i];
         }
         const Range outerGuard = std::exchange(m_guard, k_uniform);
@@ -224,9 +226,9 @@ private:
         return result;
     }
 
-    std::set<const ReferenceVariable*> m_externs;  // that the current function declares
-    Details m_details;                             // of variables without a declared detail
-    bool m_defining = false;                       // in `Define` and in what it calls
+    std::set<const ReferenceVariable*> m_externs;  // of the current function and its callers
+    Details m_details;                             // read for variables without a declared detail
+    bool m_defining = false;                       // in `Define` and in functions called from it
     bool m_inCall = false;
     Range m_guard = k_uniform;
     Range m_result = k_notUniform;  // of the current function

@@ -1,5 +1,5 @@
-// Evaluates a reference program at one point in the most direct way: statement by statement, with
-// plain variables, and every condition where it stands.
+// Evaluates a reference program at one point in the most direct way: executes one statement after
+// the other, skips statements whose condition is false, and keeps one value for each variable.
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,7 @@
 namespace {
 
 struct Value {
-    std::array<float, 3> number = {};  // a float or a truth value uses the first
+    std::array<float, 3> number = {};  // three equal numbers for a float or a truth value
     std::string text;
 };
 

@@ -91,7 +91,7 @@ void ReferenceShader::Predefine(Scope& scope)
     scope.variables = scope.fixed;
 }
 
-/// Makes parameters with varying default values that depend on each other.
+/// Makes varying parameters; a default value may depend on the parameters before.
 void ReferenceShader::MakeParameters(Scope& scope)
 {
     for (int i = Below(4); i > 0; --i) {
@@ -115,7 +115,8 @@ void ReferenceShader::MakeParameters(Scope& scope)
     }
 }
 
-/// Copies the final values of the variables to outputs.
+/// Assigns the final values of the variables to new outputs; of a text, the results of `match` with
+/// some patterns. `P` itself also becomes an output.
 void ReferenceShader::Finish(std::vector<Statement>& body, const Scope& scope)
 {
     const auto show = [&](Type type, Expr value) {
@@ -151,7 +152,8 @@ std::vector<Statement> ReferenceShader::Statements(Scope& scope, int count)
     return statements;
 }
 
-/// Leaves out statements of the body that would be refused, except for one in some programs.
+/// Adds a random statement. In the shader's body, leaves out statements that would be refused,
+/// except for one in some programs.
 void ReferenceShader::AddStatement(Scope& scope, std::vector<Statement>& statements)
 {
     const Scope before = scope;
@@ -267,8 +269,9 @@ Statement ReferenceShader::AssignText(Scope& scope, Variable target)
     return Assign(Reference(target), "=", Text(scope, uniform ? Need::Uniform : Need::Any));
 }
 
-/// Makes a call that writes outputs or outer variables, and assigns its result if there is one. The
-/// target does not depend on what the call writes.
+/// Makes a call that writes outputs or outer variables, and assigns its result if there is one and
+/// a variable for it. An element is no target, since its index could depend on what the call
+/// writes. Makes another statement if no call is possible.
 Statement ReferenceShader::CallForEffect(Scope& scope)
 {
     std::vector<Callable> candidates;
@@ -354,8 +357,8 @@ Statement ReferenceShader::LoopBlock(Scope& scope)
     return block;
 }
 
-/// Makes a `break` or `continue` under a condition, which is uniform if no point may leave the loop
-/// before others do.
+/// Makes a `break` or `continue` under a condition. If no point may leave the loop before others
+/// do, makes a uniform condition or, within varying control flow, only an assignment.
 Statement ReferenceShader::Leave(Scope& scope)
 {
     int most = 0;

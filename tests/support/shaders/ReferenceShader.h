@@ -6,8 +6,8 @@
 
 #include "shaders/ReferenceTree.h"
 
-/// Writes surface shaders in which uniform and varying values meet: uniform variables that
-/// functions compute, arrays of both details whose elements are outputs, nested functions with
+/// Makes surface shaders in which uniform and varying values meet: uniform variables that functions
+/// compute, arrays of both details whose elements are output arguments, nested functions with
 /// `extern`, conditions that guard reads of elements, strings, and loops around all of it.
 ///
 /// All numbers are small multiples of 1/8, so that every way to compute them gives the same result.
@@ -33,7 +33,7 @@ private:
         int guard;           // of its body
     };
 
-    /// The side effects of a call.
+    /// What a call reads and writes outside the locals of the function.
     struct Effects {
         std::vector<Variable> touched;         // outer variables that the body uses
         std::vector<Variable> uniformWritten;  // those of them that it writes, if uniform
@@ -43,7 +43,7 @@ private:
     struct Callable {
         Function function;
         Effects effects;
-        bool nested;  // other functions at its level cannot call it
+        bool nested;  // functions that are made later do not call it
     };
 
     /// What is allowed at a place.
@@ -58,9 +58,9 @@ private:
         int bodyGuard = 0;           // guard of the body of the current function
         std::size_t outer = 0;       // variables before this belong to the enclosing scope
         Effects* effects = nullptr;  // of the current function; null in the shader
-        bool plain = false;          // uses no varying variable
+        bool plain = false;          // uses no variable that is declared varying
         bool mayReturn = false;
-        bool left = false;  // some points may have left a loop
+        bool left = false;  // some points may have left a loop or an iteration
     };
 
     [[nodiscard]] int Below(int count);

@@ -65,7 +65,8 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
     return Operator(twice && Chance(50) ? "*" : Chance(50) ? "+" : "-", {first, std::move(second)});
 }
 
-/// Returns a number whose detail depends on the call of the function.
+/// Returns a number from a variable that is not declared varying, or 2. In a function its detail
+/// may depend on the call.
 Expr ReferenceShader::OpenNumber(Scope& scope)
 {
     auto variables = Variables(scope, Type::Float, false, Need::Any);
@@ -175,7 +176,7 @@ Expr ReferenceShader::Point(Scope& scope, int depth)
     return Reference(Chance(50) ? m_P : m_Ps);
 }
 
-/// Makes a call without side effects, or a variable or constant if there is no such function.
+/// Makes a call without side effects, or a variable or constant if no such call is possible.
 Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
 {
     std::vector<Callable> candidates;
@@ -191,9 +192,10 @@ Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
     return {Expr::Kind::Text, "ab"};
 }
 
-/// Fills in the arguments of a call, or returns false if the call must not occur here. No variable
-/// that the call writes has an alias: no other argument is a plain variable, and no output argument
-/// is a variable that the body uses.
+/// Fills in the arguments of a call. Returns false if the call must not occur here, or if there is
+/// no variable for an output or an array. No variable that the call writes has an alias: outputs
+/// and arrays are different variables that the body does not use, and the other arguments of such a
+/// call are computed values.
 bool ReferenceShader::Arguments(Scope& scope, const Callable& callable, Need need, Expr& call)
 {
     const Effects& effects = callable.effects;

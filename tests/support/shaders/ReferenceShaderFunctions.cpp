@@ -1,5 +1,5 @@
-// Makes the functions of shaders whose values are known, and selects the variables that their
-// bodies may use.
+// Makes the functions of shaders whose values are known, and selects the variables that statements
+// may use.
 
 #include <algorithm>
 
@@ -62,7 +62,8 @@ ReferenceShader::Function ReferenceShader::MakeFunction(Scope& scope, Effects& e
 }
 
 /// Adds a loop that passes a local to a uniform formal and may change the local afterwards, so that
-/// the next iteration passes another value.
+/// the next iteration passes another value. Does nothing if no function has such a formal or can be
+/// called.
 void ReferenceShader::AddRounds(Scope& scope, std::vector<Statement>& body)
 {
     Expr call;
@@ -100,7 +101,8 @@ void ReferenceShader::AddRounds(Scope& scope, std::vector<Statement>& body)
     body.push_back(std::move(loop));
 }
 
-/// Makes the result of a function. That of a plain function is uniform wherever it can be.
+/// Makes the result of a function. For a plain function, tries up to six times to make one that is
+/// uniform if the arguments are.
 Expr ReferenceShader::Result(Scope& scope, const Function& function)
 {
     Expr& value = function->body.back().value;
@@ -186,7 +188,7 @@ std::vector<ReferenceShader::Variable> ReferenceShader::Targets(const Scope& sco
     return found;
 }
 
-/// Records that the body of a function uses an outer variable.
+/// Records the use of a variable if it is outside of the current function. Returns the variable.
 ReferenceShader::Variable ReferenceShader::Use(Scope& scope, Variable variable, bool write)
 {
     const auto place = std::find(scope.variables.begin(), scope.variables.end(), variable);

@@ -11,7 +11,8 @@
 
 enum class ReferenceType { Float, Point, String };
 
-/// The declared detail. A variable of a function without one has the detail of its value.
+/// The declared detail. `Open`: a variable of a function is declared without a detail, and has the
+/// detail of its value.
 enum class ReferenceDetail { Uniform, Varying, Open };
 
 struct ReferenceVariable {
@@ -19,7 +20,7 @@ struct ReferenceVariable {
     ReferenceType type = ReferenceType::Float;
     ReferenceDetail detail = ReferenceDetail::Varying;
     std::size_t length = 0;  // elements of an array; 0 for none
-    std::size_t place = 0;   // index of its first value in the state of a point
+    std::size_t place = 0;   // index of its first value among the numbers or texts of a point
     int guard = 0;           // the innermost varying control flow around the declaration
 };
 
@@ -55,7 +56,7 @@ struct ReferenceStatement {
         Evaluate,  // `value`
         If,        // `value` is the condition
         While,
-        For,  // counts `variable` from 0
+        For,  // counts `variable` from 0, by 1
         Block,
         Break,  // `levels` loops
         Continue,
@@ -107,10 +108,11 @@ struct ReferenceProgram {
 /// Whether the rules of uniform and varying values accept a program; open where they do not say.
 enum class ReferenceVerdict { Accepted, Open, Refused };
 
-/// Decides about one statement of the body, with the statements inside it.
+/// Judges one statement alone, with the statements inside it, as if no other came before it.
 [[nodiscard]] ReferenceVerdict JudgeStatement(const ReferenceStatement& statement);
 [[nodiscard]] ReferenceVerdict JudgeProgram(const ReferenceProgram& program);
 
-/// Returns the final values of the outputs at a point, one number after the other, in the order of
-/// the program.
+/// Returns the final numbers of `outputs` at a point, one output after the other; an output of type
+/// point has three. Throws `std::runtime_error` if the program does not end or uses an element
+/// outside of an array.
 [[nodiscard]] std::vector<float> EvaluateAtPoint(const ReferenceProgram& program, float u, float v);

@@ -51,8 +51,8 @@ std::vector<std::string> OutputNames(const SqxShader& shader)
     return names;
 }
 
-/// Writes the source to the folder SLC_KEEP_SOURCES, if that is set, so that other tests can run
-/// it.
+/// Writes the source to the folder that the environment variable SLC_KEEP_SOURCES names, if it is
+/// set, so that other tests can run it.
 void Keep(const std::string& source)
 {
     if (const char* folder = std::getenv("SLC_KEEP_SOURCES"))
@@ -61,7 +61,7 @@ void Keep(const std::string& source)
             << source;
 }
 
-/// Expects that the machine accepts what the compiler writes.
+/// Expects that the reader and the verifier of the product's machine accept the byte-code.
 void ExpectVerified(const std::string& byteCode, const std::string& source)
 {
     SqxReader reader;

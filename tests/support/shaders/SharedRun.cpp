@@ -57,13 +57,13 @@ std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
     return result;
 }
 
-/// True for variables that only exist in a light loop, except in light shaders.
+/// True for variables that, except in light shaders, exist only in a light loop.
 bool IsOfLight(const std::string& name)
 {
     return name == "L" || name == "Cl" || name == "Ol";
 }
 
-/// Runs the shader in a host, and returns the outputs that the machine of the tests had.
+/// Runs the shader in the host library, and returns the outputs whose names are in `byteCode`.
 RunOutcome RunInHost(const std::shared_ptr<const QxShader>& shader, const RunOutcome& byteCode,
                      const QxGrid& layout)
 {

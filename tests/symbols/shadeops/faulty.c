@@ -36,7 +36,8 @@ QX_SHADEOP_TABLE(refused) = {
 
 QX_SHADEOP_TABLE(empty) = {QX_SHADEOP_END};
 
-/* Null means no function, and the end of the table. */
+/* A null for the start or the end means that there is no such function; a null for the declaration
+   ends the table. */
 QX_SHADEOP_TABLE(nulls) = {
     {"float nulls(float)", 0, 0},
     {0, "start", "stop"},
@@ -54,7 +55,7 @@ __asm__(".globl endless_shadeops\n"
         ".type endless_shadeops, @object\n"
         ".size endless_shadeops, 24\n");
 
-/* A table whose library lacks the functions that it names; one of them is a variable. */
+/* A table with names of functions that the library lacks; `datum` is a variable. */
 QX_SHADEOP_TABLE(bare) = {
     {"float bare(float)", "datum", "absent"},
     {"float bare(color)", "start", "absent"},
@@ -62,7 +63,7 @@ QX_SHADEOP_TABLE(bare) = {
 };
 QX_SHADEOP_EXPORT int datum = 1;
 
-/* Too small for a record. */
+/* A symbol that is too small for a record. */
 QX_SHADEOP_EXPORT const char* const pointer_shadeops = "float pointer(float)";
 
 /* Symbols that are no tables, and tables with texts outside of this library. */
