@@ -32,6 +32,11 @@ def check_manifest(version):
     page = (ROOT / 'docs' / 'editors.md').read_text()
     for name in SETTINGS[1:]:
         assert f'| `{name}` |' in page, f'docs/editors.md does not name {name}'
+    pattern = contributes['problemPatterns'][0]
+    for report, places in {'a.sl:3: ERROR: b: c': ('a.sl', '3', None), 'a.sl:3:5: ERROR: b: c': ('a.sl', '3', '5')}.items():
+        found = re.match(pattern['regexp'], report)
+        named = tuple(found.group(pattern[name]) for name in ('file', 'line', 'column', 'severity', 'message'))
+        assert named == (*places, 'ERROR', 'b: c'), f'{report}: {named}'
     source = (EXTENSION / 'src' / 'extension.js').read_text()
     for command in contributes['commands']:
         assert f"registerCommand('{command['command']}'" in source, command

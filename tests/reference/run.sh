@@ -22,7 +22,10 @@ cd "$scratch"
 export SLC_CPP_COMMAND='cat $input_file > $cpp_result' SLC_CC_COMMAND=false
 printf '# 1 "faulty.sl"\nsurface faulty()\n{\n    point q = P + P;\n    Ci = missing;\n}\n' >faulty.sl
 "$bin/shaderqx" faulty.sl 2>messages && exit 1
-pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | sed 's/\\\\/\\/g; s/\\d/[0-9]/g; s/(\.+?)/(.+)/')
+# Reports of the preprocessor also have a column.
+echo '#include "none.h"' >faulty2.sl
+env -u SLC_CPP_COMMAND "$bin/shaderqx" faulty2.sl 2>>messages && exit 1
+pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | sed 's/\\\\/\\/g; s/\\d/[0-9]/g; s/(\.+?)/(.+)/; s/(?:/(/')
 [ "$(grep -cE "$pattern" messages)" = "$(grep -cE '(ERROR|WARNING)' messages)" ] || {
     echo "The problem matcher does not find: "
     cat messages
@@ -43,15 +46,17 @@ if command -v vim >/dev/null && vim --version | grep -q '+syntax'; then
     }
 fi
 if command -v vim >/dev/null && vim --version | grep -q '+quickfix'; then
-    PATH=$bin:$PATH vim -u NONE -N -es --cmd 'set rtp^=editors/vim' faulty.sl \
-        -c 'compiler shaderqx' -c 'silent make' \
-        -c 'call writefile(map(filter(getqflist(), "v:val.valid"), "v:val.lnum . v:val.type"), "found")' \
-        -c 'qa!' </dev/null >/dev/null 2>&1 || true
-    [ "$(sort -u found | tr '\n' ' ')" = "$(sed -nE 's/^faulty\.sl:([0-9]+): (.).*/\1\2/p' messages | sort -u | tr '\n' ' ')" ] || {
-        echo "Vim finds other reports:"
-        cat found messages
-        exit 1
-    }
+    for source in faulty.sl faulty2.sl; do
+        PATH=$bin:$PATH env -u SLC_CPP_COMMAND vim -u NONE -N -es --cmd 'set rtp^=editors/vim' "$source" \
+            -c 'compiler shaderqx' -c 'silent make' \
+            -c 'call writefile(map(filter(getqflist(), "v:val.valid"), "v:val.lnum . v:val.type"), "found")' \
+            -c 'qa!' </dev/null >/dev/null 2>&1 || true
+        [ "$(sort -u found | tr '\n' ' ')" = "$(sed -nE "s/^$source:([0-9]+):([0-9]+:)? (.).*/\1\3/p" messages | sort -u | tr '\n' ' ')" ] || {
+            echo "Vim finds other reports:"
+            cat found messages
+            exit 1
+        }
+    done
 fi
 if command -v kate-syntax-highlighter >/dev/null; then
     syntax=home/.local/share/org.kde.syntax-highlighting/syntax
