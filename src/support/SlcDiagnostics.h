@@ -7,7 +7,7 @@
 #include <vector>
 
 // Counters and reports that need no syntax tree. They belong to the current compilation of the
-// calling thread. All text goes to standard error, unless `SetReports` has set another stream.
+// calling thread. All text goes to standard error, unless the compilation collects it.
 
 /// Ends a stage that has reported and counted errors. Thrown by value.
 class SlcCompilationError {};
