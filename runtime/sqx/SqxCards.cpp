@@ -112,8 +112,13 @@ const SqxCard& SqxCardOf(SqxPrimitive primitive)
 
 std::span<const SqxCard* const> SqxCardsNamed(std::string_view function)
 {
-    const auto found = std::ranges::equal_range(k_byName, function, {}, &SqxCard::Name);
-    return {found.begin(), found.end()};
+    const auto begin = std::lower_bound(
+        k_byName.begin(), k_byName.end(), function,
+        [](const SqxCard* card, std::string_view name) { return card->Name() < name; });
+    const auto end = std::upper_bound(
+        begin, k_byName.end(), function,
+        [](std::string_view name, const SqxCard* card) { return name < card->Name(); });
+    return {begin, end};
 }
 
 std::string_view SqxChapterOf(const SqxCard& card)
