@@ -283,6 +283,28 @@ TEST(QxFuse, LeavesValuesThatHaveOtherUses)
     ExpectRewritten(cases, Fuse);
 }
 
+TEST(QxFuse, MovesInstructionsToTheCopiesOfTheirResults)
+{
+    static const PassCase cases[] = {
+        {"{ x = ADD_FLOAT_FLOAT y 1; S1 = MULT_FLOAT_FLOAT S S; S = ASSIGN_FLOAT_FLOAT x; }",
+         "{ S1 = MULT_FLOAT_FLOAT S S; S = ADD_FLOAT_FLOAT y 1; }"},
+        {"{ x = ADD_FLOAT_FLOAT y 1; y = CALL_PRIM_SIN S; S = ASSIGN_FLOAT_FLOAT x; }", ""},
+        {"{ x = ADD_FLOAT_FLOAT y 1; S1 = MULT_FLOAT_FLOAT x S; S = ASSIGN_FLOAT_FLOAT x; }", ""},
+        {"{ x = ADD_FLOAT_FLOAT y 1; S1 = MULT_FLOAT_FLOAT S S; S = ASSIGN_FLOAT_FLOAT x; C = "
+         "ASSIGN_COLOR_FLOAT x; }",
+         ""},
+        {"{ x = ADD_FLOAT_FLOAT y 1; A: S1 = MULT_FLOAT_FLOAT S S; S = ASSIGN_FLOAT_FLOAT x; if g "
+         "goto A; }",
+         ""},
+        {"{ x = ADD_FLOAT_FLOAT y 1; if f ( S1 = MULT_FLOAT_FLOAT S S; S = ASSIGN_FLOAT_FLOAT x; ) "
+         "}",
+         ""},
+        // Light may depend on what runs in between, and a cheap function only on its operands.
+        {"{ c = CALL_PRIM_DIFFUSE c1; S1 = MULT_FLOAT_FLOAT S S; C = ASSIGN_COLOR_COLOR c; }", ""},
+    };
+    ExpectRewritten(cases, Fuse);
+}
+
 TEST(QxSimplifyMasks, OmitsMasksThatNothingObserves)
 {
     static const PassCase cases[] = {

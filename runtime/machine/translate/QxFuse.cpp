@@ -1,6 +1,7 @@
 // Forwards copies, and fuses products with sums and differences:
 //
 //     t = f(x);  y = t                    becomes    y = f(x)
+//     t = f(x);  u = g(y);  y = t         becomes    u = g(y);  y = f(x)
 //     t = a * b;  y = t + c               becomes    y = a * b + c
 //     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
 //
@@ -21,6 +22,8 @@
 namespace {
 
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
+// The most instructions between a value and its copy.
+constexpr int k_mostBetween = 6;
 
 /// A row of the table of fused instructions: an instruction that uses a product, and the fusion of
 /// both.
@@ -75,6 +78,9 @@ private:
     void FuseWithEarlier(std::size_t index, std::size_t begin);
     [[nodiscard]] bool Fuse(std::size_t before, std::size_t index);
     [[nodiscard]] bool ForwardCopy(std::size_t before, std::size_t index);
+    void MoveToCopies();
+    void MoveToCopy(std::size_t index, std::size_t begin);
+    [[nodiscard]] bool MayRunAfter(std::size_t source, std::size_t other) const;
     [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
     [[nodiscard]] bool IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const;
     void Drop(std::size_t index);
@@ -98,6 +104,24 @@ void Fuser::Run()
             Drop(index);
         if (m_kept[index])
             FuseWithEarlier(index, begin);
+    });
+    m_liveness.Renumber(m_block.Keep(m_kept));
+    MoveToCopies();
+}
+
+/// Runs after the other fusions, which remove temporaries that would be in the way.
+void Fuser::MoveToCopies()
+{
+    const bool any =
+        std::any_of(m_block.drafts.begin(), m_block.drafts.end(), [](const auto& draft) {
+            return draft.code.step == QxCodeStep::Kernel && IsCopy(draft);
+        });
+    if (!any)
+        return;
+    m_kept.assign(m_block.drafts.size(), 1);
+    m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
+        if (m_kept[index])
+            MoveToCopy(index, begin);
     });
     m_liveness.Renumber(m_block.Keep(m_kept));
 }
@@ -170,6 +194,50 @@ bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
     m_block.drafts[index] = source;
     m_block.operands[source.first] = target;
     Drop(before);
+    return true;
+}
+
+/// Moves the instruction that computes a copied value to the place of the copy, over others in
+/// between that do not affect it. The last of these usually read the old value of the copy.
+void Fuser::MoveToCopy(std::size_t index, std::size_t begin)
+{
+    const QxDraft& copy = m_block.drafts[index];
+    if (copy.code.step != QxCodeStep::Kernel || !IsCopy(copy) || OperandsOf(copy)[0].step == 0)
+        return;
+    const std::uint32_t value = OperandsOf(copy)[1].variable;
+    const std::size_t last = Before(index, begin);
+    std::size_t source = last;
+    for (int i = 0; source != k_none; ++i, source = Before(source, begin)) {
+        if (i > k_mostBetween || m_block.drafts[source].code.step != QxCodeStep::Kernel)
+            return;
+        if (m_block.drafts[source].code.count > 0 &&
+            OperandsOf(m_block.drafts[source])[0].variable == value)
+            break;
+    }
+    // Only cheap functions depend on nothing except their operands.
+    if (source == k_none || source == last || !m_block.drafts[source].row->shaped)
+        return;
+    for (std::size_t i = source + 1; i < index; ++i)
+        if (m_kept[i] && !MayRunAfter(source, i))
+            return;
+    static_cast<void>(ForwardCopy(source, index));
+}
+
+/// True if the instruction `source`, which is before `other`, may run after it.
+bool Fuser::MayRunAfter(std::size_t source, std::size_t other) const
+{
+    const QxDraft& first = m_block.drafts[source];
+    const QxDraft& second = m_block.drafts[other];
+    const QxOperand* const operands = OperandsOf(first);
+    for (std::size_t k = second.first; k < second.first + second.code.count; ++k) {
+        const std::uint32_t variable = m_block.operands[k].variable;
+        if (variable == operands[0].variable)
+            return false;
+        if (SqxIsWritten(m_block.letters[k]) &&
+            std::any_of(operands + 1, operands + first.code.count,
+                        [&](const QxOperand& operand) { return operand.variable == variable; }))
+            return false;
+    }
     return true;
 }
 
