@@ -10,7 +10,8 @@
 
 // Functions and tables for the frame of a generated file, which is its code around the instructions
 // of the shader: memory, descriptions, spaces, predefined variables and shadeop libraries. The host
-// calls the entry points of the frame in this order:
+// calls the entry points of the frame in this order; QxUseRayTracing and QxModifyPoint, which
+// return constants, at any time:
 //
 //     QxRegister, QxInterfaceVersion, QxInterrogate   once; describe the shader
 //     QxInitialize                                    for each instance, in any number of threads
@@ -41,8 +42,8 @@ inline void QxFreeString(char* text)
 #define FREE_STRING(text) QxFreeString(text)
 
 /// Creates one empty description for each parameter. The frame owns this array and those of
-/// `QxCreateVarsInit` and `QxCreateSpaceList`, and frees each by the function that follows the
-/// creating one and accepts null.
+/// `QxCreateVarsInit` and `QxCreateSpaceList`. Each is freed by the function below the one that
+/// creates it, which also accepts null.
 inline QxShaderToken* QxCreateShaderParamsDescr(int count)
 {
     return new QxShaderToken[static_cast<std::size_t>(count)];
@@ -91,8 +92,8 @@ inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
     return registry->Reserve(name);
 }
 
-/// Stores a default value at each point. The value has already been transformed to the current
-/// space; `space` is the space in which the source specifies it, "" for none.
+/// Stores a default value at each point. A point or matrix is already in the current space, a color
+/// in rgb; `space` is the space in which the source specifies the value, "" for none.
 inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {

@@ -27,12 +27,12 @@ public:
     /// not optimized. Defined in `optimizer`.
     void Optimize();
     /// Writes `<directory>/<shader>.cpp`. If there are errors, throws `SlcCompilationError` and
-    /// leaves the place as it was. Defined in `backends`.
+    /// neither creates nor changes that file. Defined in `backends`.
     void GenCCode(const std::string& directory);
     /// Does the same for `<directory>/<shader>.sqx`, the byte-code file. Defined in `backends`.
     void GenByteCode(const std::string& directory);
 
-    SlcPtr<SlcSemanticError> m_errors;  // counts the errors reported by any stage
+    SlcPtr<SlcSemanticError> m_errors;  // of the lowering and of the writers
     SlcPtr<SlcListICode> m_mainList;
     SlcOptionsControl& m_options;
     SlcPtr<SlcGenInterCode> m_codeGenerator;

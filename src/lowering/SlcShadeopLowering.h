@@ -16,26 +16,26 @@ public:
     }
 
     /// Pops the arguments, and pushes the value unless the call is void. Fatal if the options
-    /// disable shadeops, which semantic analysis has already reported.
+    /// disable shadeops: semantic analysis has then reported the function as undefined.
     void Lower(SlcProcCallExprNode* call);
 
 private:
-    /// A varying array in the layout of shadeops: the copy is the argument, and is copied back
-    /// after the call if the shader may write the array.
+    /// A varying array, and its copy in the layout of shadeops. The copy is the argument, and is
+    /// copied back after the call if the shader may write the array.
     struct ConvertedArray {
         SlcOperand original;
         SlcOperand contiguous;
         bool isWritten;  // the copy is copied back
     };
 
-    /// Replaces the varying arrays in `args` with converted copies, which it returns, and the
-    /// uniform arrays that the shadeop must not write with plain copies.
+    /// Replaces varying arrays in `args` by converted copies, and returns these; replaces uniform
+    /// arrays that the shader may not write by plain copies.
     [[nodiscard]] std::vector<ConvertedArray>
     ConvertArraysForShadeop(const SlcProcCallExprNode* call, std::deque<SlcOperand>& args);
     [[nodiscard]] static bool MayBeWritten(const SlcExprNode& argument);
     [[nodiscard]] SlcOperand CopyOfArray(const SlcOperand& array);
     [[nodiscard]] SlcDetailNode* DetailOfShadeop(const std::deque<SlcOperand>& args) const;
-    /// Returns a result variable that the call may write at any time.
+    /// Returns a variable for the result that shares no storage with an argument.
     [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,
                                            const std::deque<SlcOperand>& args,
                                            SlcDetailNode* detail);

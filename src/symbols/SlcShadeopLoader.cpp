@@ -58,7 +58,7 @@ SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, Sl
     for (const std::string& directory : m_options->m_searchDirs) {
         for (const std::string& path : LibrariesIn(directory))
             ReadLibrary(node, name, path, table, entries);
-        // As with included files, a directory hides the later ones.
+        // As with included files, the first directory that has the function hides the later ones.
         if (!entries.empty())
             break;
     }

@@ -1,4 +1,4 @@
-// Checks the numbers, names and operand layouts of byte-code instructions.
+// Checks numbers and operand layouts of byte-code, and the operator names of both back ends.
 
 #include <gtest/gtest.h>
 
@@ -73,7 +73,7 @@ TEST(SqxLayout, PlacesOperandsAndTheCondition)
         const char* operands;
     };
     static const LayoutCase cases[] = {
-        {"CALL_PRIM_ATTRIBUTE", "wrmrrr"},           // the lowering adds the shape of the variable
+        {"CALL_PRIM_ATTRIBUTE", "wrmrrr"},           // the lowering adds detail, type and length
         {"CALL_PRIM_CALCULATENORMAL_SIMD", "wrrr"},  // the lowering adds du and dv
         {"CALL_PRIM_FILTERSTEP", "wrrrrr"},
         {"CALL_PRIM_SPLINE_1D", "nw*"},

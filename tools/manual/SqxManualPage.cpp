@@ -1,6 +1,6 @@
-// Manual pages are generated from the tables of `--help`, so that they cannot contradict it. Of the
-// compiler's page, only the options are. Pages use only a few macros of man(7), which common
-// readers support.
+// Manual pages are generated from the tables of `--help`, so that they cannot contradict it. On the
+// compiler's page, only the options come from its `--help`. Pages use only a few macros of man(7),
+// which common readers support.
 //
 // Tested by tests/options and by tests/manual/run.sh: a page has each option that `--help` prints.
 
@@ -33,7 +33,7 @@ constexpr const char* k_date = "2026-11-25";
     return escaped;
 }
 
-/// Returns a word such as "-o, --output" with each spelling in bold.
+/// Returns the spellings in `words`, such as "-o, --output", each in bold.
 [[nodiscard]] std::string BoldWords(std::string_view words)
 {
     std::string text;
