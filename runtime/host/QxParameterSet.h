@@ -9,8 +9,8 @@
 #include "host/QxShader.h"
 #include "host/QxVersion.h"
 
-/// Values for the parameters of a shader, such as those of one object. An instance can switch
-/// between sets, see `QxShaderInstance::Use`. A parameter without a value here has its default.
+/// Values for the parameters of a shader, such as those for one object of a scene. An
+/// instance can switch between sets, see `QxShaderInstance::Use`. A parameter without a value here has its default.
 ///
 /// Any number of threads may read a set at a time, but not while one changes it.
 class QxParameterSet {

@@ -111,10 +111,10 @@ struct QxQuestions {
 };
 
 /// The part of a run that kernels access. The run sets it up before it runs code. While a block
-/// runs, the run updates the current light, `notesWait` and the addresses that it re-binds; kernels
-/// re-bind aliases, and change `lightsAreForP` and the members for texts, queries and random
-/// numbers. Values belong to the run, the host or the program, and their addresses are valid while
-/// a block runs.
+/// runs, the run updates the current light, `notesWait` and the addresses that it re-binds, and
+/// sends and clears `notes`; kernels re-bind aliases, add to `notes`, and change `lightsAreForP` and
+/// the members for queries and random numbers. Values belong to the run, the host or the program,
+/// and their addresses are valid while a block runs.
 struct QxMachineState {
     void** values = nullptr;  // by variable; some are re-bound, see QxMachineStore.cpp
     QxGrid grid = {0, 0};
@@ -163,9 +163,9 @@ struct QxKernelRow {
     QxKernel masked = nullptr;      // for the points of a mask; null: `all` serves both
     QxPointKernel point = nullptr;  // null: `all` serves one point too
     /// Null except for cheap functions, which may also be computed for inactive points. Used if the
-    /// result, operand 0, is varying: two kernels for each combination of uniform and varying
-    /// arguments, the one for all points at index 2 c, the one for a mask at 2 c + 1. Bit k of c is
-    /// set if argument k, which is operand k + 1, is varying.
+    /// result, operand 0, is varying. Has two kernels for each combination c of uniform and varying
+    /// arguments: for all points at index 2 c, for a mask at 2 c + 1. Bit k of c is set if argument
+    /// k, which is operand k + 1, is varying.
     const QxKernel* shaped = nullptr;
     /// For a light statement: like `masked`, but also clears the flag, operand 0, outside the mask.
     QxKernel statement = nullptr;
@@ -210,7 +210,7 @@ namespace qxavx2 {
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxavx2
 
-// The kernels that would not be faster with any instruction set.
+// The kernels that would not be faster with a larger instruction set.
 namespace qxcommon {
 [[nodiscard]] QxKernelRows SceneKernels();
 [[nodiscard]] QxKernelRows QuestionKernels();

@@ -28,7 +28,7 @@
 #endif
 
 // Only functions and data that are marked as visible can be seen outside the shared object: the
-// entry points, and a few names by which a host recognizes facts about the shader. So static
+// entry points, and a few names from which a host learns facts about the shader. So static
 // variables of inline functions are local to the object, and do not keep it loaded when a host
 // unloads it.
 #define QX_SHADER_FUNC __attribute__((visibility("default")))
@@ -49,25 +49,25 @@ static const unsigned int lightCnt = ~0u;
 // The current point, for initializers without a grid; hidden like `lightCnt`.
 static const unsigned int polyCnt = 0;
 
-// The types of the arguments of a format, see QxSceneNames.h. If the format is a constant that
-// matches its arguments, it determines the types; otherwise the generated block around the call
-// defines a variable of this name, which hides this one.
+// The types of the arguments of a format, see QxSceneNames.h. If the compiler knows that a constant
+// format matches its arguments, the format determines the types; otherwise the generated block
+// around the call defines a variable of this name, which hides this one.
 static const char* const theTypes = nullptr;
 
-// The rest redefines words of C++ and its library that generated code uses, and `ShaderSupport`. It
-// must be at the end, since code after it can no longer use these words.
+// The rest redefines `ShaderSupport`, and words of C++ and its library that generated code uses. It
+// must be at the end, since these words have another meaning in the code after it.
 
 // Indices of arrays, see QxElements.h: `int(x)` is an index, and uses the variables `qxArrays`,
 // `i_visibles` and `v` of the calling code. This `v` is for initializers without a grid, which
 // declare none.
 static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
-// Each function with indices starts with a declaration that ends in this call, so that the macro
-// can add the declaration of `qxArrays`.
+// Each function that uses `int(index)` starts with a declaration that ends in `ShaderSupport()`, so
+// this macro can add the declaration of `qxArrays` after it.
 #define ShaderSupport()                                                                            \
     ShaderSupport();                                                                               \
     QxKnownArrays qxArrays
-// Initializers with a grid allocate their varying locals by calloc. By `QxCalloc`, the size of such
-// a block is stored before it, where the look-up of an array's length needs it.
+// Initializers with a grid allocate their varying locals by calloc. `QxCalloc` also stores the size
+// of the block before it, where the look-up of an array's length reads it.
 #define calloc(count, size) QxCalloc(count, size)
 #define free(block) (qxArrays.Forget(), QxFree(block))

@@ -3,13 +3,13 @@
 #include "symbols/SlcGeneratedNames.h"
 
 /// Names that appear in generated C++, so that definitions and uses agree. The run time's headers
-/// and renderers depend on them, so odd spellings stay.
+/// and renderers depend on many of them, so they must not be renamed.
 struct SlcGeneratedText {
     static constexpr const char* sm_slcHeaderFile = "slcShaderCCodeOp.h";
     static constexpr const char* sm_slcPrefixFunc = "extern \"C\" void QX_SHADER_FUNC ";
     static constexpr const char* sm_slcPrefixFuncInt = "extern \"C\" int QX_SHADER_FUNC ";
 
-    // entry points
+    // entry points, and the static function QxInitializeAtShadeTime
     static constexpr const char* sm_slcVersionFuncName = "QxInterfaceVersion";
     static constexpr const char* sm_slcInterrogateFuncName = "QxInterrogate";
     static constexpr const char* sm_slcEvaluateFuncName = "QxEvaluate";

@@ -3,13 +3,14 @@
 //
 //     x = mix(a b, c);        rejected: b
 //         , b , c ) ;         all accepted
-//         ) b                 b is rejected: only the rule that reports a missing ";" accepts it
+//         ) b                 b is rejected: the rule that reports a missing ";" is not used here
 //
 // A candidate is rated by the number of tokens up to the first one that is rejected; later tokens
 // do not count. So the choice follows from the grammar; only among equally good candidates does it
 // matter whether the rejected token starts a line.
 //
-// Tested by tests/frontend/SlcParseAdviceTest.cpp, and for all examples by MissingTokensTest.cpp.
+// Tested by tests/frontend/SlcParseAdviceTest.cpp, and with tokens removed from the examples by
+// tests/compiler/MissingTokensTest.cpp.
 
 #include "frontend/SlcMissingToken.h"
 

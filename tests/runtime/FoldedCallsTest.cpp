@@ -1,4 +1,4 @@
-// Checks that the compiler folds calls with constant arguments by the functions of the run time.
+// Checks that the compiler uses the run time's functions to fold calls with constant arguments.
 
 #include <gtest/gtest.h>
 
@@ -47,8 +47,8 @@ TEST(FoldedCalls, HaveTheValuesOfTheRunTime)
     for (const auto& c : cases)
         EXPECT_EQ(SlcFoldBuiltIn(c.primitive, c.arguments), c.value)
             << SqxPrimitiveName(c.primitive);
-    // No angle has this sine, so the value is NaN, and the optimizer leaves the call to the run
-    // time.
+    // No angle has this sine. Folding yields NaN, so the optimizer leaves the call to the run time,
+    // which clamps the argument.
     const auto none = SlcFoldBuiltIn(SqxPrimitive::CALL_PRIM_ASIN, std::vector<float>{2});
     EXPECT_TRUE(none && !std::isfinite(*none));
 }
