@@ -10,7 +10,8 @@
 #include "host/QxVersion.h"
 
 /// Values for the parameters of a shader, such as those for one object of a scene. An
-/// instance can switch between sets, see `QxShaderInstance::Use`. A parameter without a value here has its default.
+/// instance can switch between sets, see `QxShaderInstance::Use`. A parameter without a value here
+/// has its default.
 ///
 /// Any number of threads may read a set at a time, but not while one changes it.
 class QxParameterSet {

@@ -112,9 +112,9 @@ struct QxQuestions {
 
 /// The part of a run that kernels access. The run sets it up before it runs code. While a block
 /// runs, the run updates the current light, `notesWait` and the addresses that it re-binds, and
-/// sends and clears `notes`; kernels re-bind aliases, add to `notes`, and change `lightsAreForP` and
-/// the members for queries and random numbers. Values belong to the run, the host or the program,
-/// and their addresses are valid while a block runs.
+/// sends and clears `notes`; kernels re-bind aliases, add to `notes`, and change `lightsAreForP`
+/// and the members for queries and random numbers. Values belong to the run, the host or the
+/// program, and their addresses are valid while a block runs.
 struct QxMachineState {
     void** values = nullptr;  // by variable; some are re-bound, see QxMachineStore.cpp
     QxGrid grid = {0, 0};
