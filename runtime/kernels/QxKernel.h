@@ -47,6 +47,7 @@ struct QxOperand {
     std::uint32_t step = 0;      // 1 if each point has a value; 0 if all points share one
     std::uint32_t size = 1;      // elements of an array; 1 if not an array
     QxStored stored = QxStored::Any;
+    bool takenBack = false;  // an array, also of length 1, to which a shadeop may write numbers
 };
 
 /// The points from `first` up to, but not including, `End()` whose flag in `mask` is set, or all of

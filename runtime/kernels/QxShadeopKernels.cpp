@@ -1,8 +1,10 @@
 // Calls of shadeops, one point at a time, with the addresses of their arguments. Since shadeops are
-// foreign code, they get copies; only the result and arrays of several elements, except of texts,
-// are copied back. Types and lengths were checked when the shader was opened.
+// foreign code, they get copies; only the result and arrays of numbers are copied back. Types and
+// lengths were checked when the shader was opened.
 //
 // Tested by tests/shadeops, which compare with shared objects that call the same library.
+
+#include <algorithm>
 
 #include "QxBuiltInNames.h"
 
@@ -40,7 +42,7 @@ public:
         m_handed = m_argv;  // the shadeop may change this list
         m_shadeop.method(m_shadeop.data, static_cast<int>(m_handed.size()), m_handed.data());
         for (std::size_t k = 1; k < m_code.count; ++k)
-            if (m_code.operands[k].size > 1)
+            if (m_code.operands[k].takenBack)
                 Store(m_code.operands[k], point, static_cast<const char*>(m_argv[k]));
         StoreResult(result, ElementOf(result, point, 0));
     }
@@ -69,12 +71,10 @@ private:
             std::memcpy(target, source, bytes);
         }
     }
-    /// Copies the numbers of an array back; texts are not copied back.
+    /// Copies an array back.
     void Store(const QxOperand& operand, unsigned int point, const char* source) const
     {
         const std::size_t bytes = QxBytesOf(operand.stored);
-        if (operand.stored == QxStored::Text)
-            return;
         for (std::size_t j = 0; j < operand.size; ++j, source += bytes)
             std::memcpy(ElementOf(operand, point, j), source, bytes);
     }

@@ -165,6 +165,34 @@ surface probe()
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
+/// A file does not distinguish an array of length 1 from a single value.
+TEST_F(Shadeops, WriteArraysOfLengthOne)
+{
+    constexpr const char* source = R"(
+float kept(float w[1]) { return store(w, 7) + 10 * w[0]; }
+surface probe(uniform float a[1] = {1}; output uniform float b[1] = {2};
+              output varying float c[1] = {3})
+{
+    uniform float d[1] = {4};
+    varying float e[1] = {5}, f[1] = {6};
+    float sum = store(a, 10) + store(b, 20) + store(c, s) + store(d, 40) + store(e, t);
+    if (s > 0.4)
+        sum += store(f, 60);
+    Ci = color(a[0] + b[0] + d[0], c[0], e[0]);
+    Oi = color(f[0], kept(d), sum);
+}
+)";
+    Outputs expected;
+    for (std::size_t i = 0; i < m_s.size(); ++i) {
+        const bool more = m_s[i] > 0.4F;
+        const Numbers Ci = {1 + 20 + 40, m_s[i], m_t[i]};
+        const Numbers Oi = {more ? 60.0F : 6.0F, 7 + 400, 70 + m_s[i] + m_t[i] + (more ? 60 : 0)};
+        expected.Ci.insert(expected.Ci.end(), Ci.begin(), Ci.end());
+        expected.Oi.insert(expected.Oi.end(), Oi.begin(), Oi.end());
+    }
+    ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
+}
+
 /// Whether a shadeop call in a function is uniform is known only where that function is expanded.
 TEST_F(Shadeops, RunOnceForTheGridInAFunctionThatIsCalledWithUniformValues)
 {

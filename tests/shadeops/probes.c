@@ -97,7 +97,7 @@ QX_SHADEOP_EXPORT void reverse(void* data, int argc, void** argv)
 /* Stores the number in the first element, and returns it. */
 
 QX_SHADEOP_TABLE(store) = {
-    {"float store(float[3], float)", "", ""},
+    {"float store(float[], float)", "", ""},
     QX_SHADEOP_END,
 };
 

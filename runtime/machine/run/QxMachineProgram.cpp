@@ -46,7 +46,8 @@ QxMachineProgram::QxMachineProgram(const SqxShader& shader, std::string name,
     m_info = QxInfoOf(shader);
 
     auto code = std::make_unique<QxMachineCode>();
-    code->isLight = m_info.type == QxShaderInterface::e_typeLight;
+    if (!shader.functions.empty())
+        code->shadeops = std::make_unique<QxShadeops>(shader, shadeopFolders);
     const bool avx2 =
         kernels == QxKernelChoice::Avx2 || (kernels == QxKernelChoice::Best && HasAvx2());
     if (avx2 && !HasAvx2())
@@ -56,8 +57,6 @@ QxMachineProgram::QxMachineProgram(const SqxShader& shader, std::string name,
     } catch (const QxHostError& error) {
         throw QxHostError("'" + m_name + "' cannot be run: " + error.what());
     }
-    if (!shader.functions.empty())
-        code->shadeops = std::make_unique<QxShadeops>(shader, shadeopFolders);
     m_code = std::move(code);
 }
 

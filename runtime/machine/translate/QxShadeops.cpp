@@ -30,6 +30,7 @@ QxShadeops::QxShadeops(const SqxShader& shader, const std::vector<std::string>& 
         for (const std::string& declaration : files.DeclarationsOf(shader.functions[i]))
             check.Declare(i, declaration);
     check.Run();
+    m_arrays = check.DeclaredArrays();
     for (std::size_t i = 0; i < files.Count(); ++i)
         m_libraries.emplace_back().path = files.PathOf(i);
     for (const SqxDSOFunction& function : shader.functions) {

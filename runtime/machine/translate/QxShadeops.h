@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kernels/QxKernel.h"
+#include "machine/verify/QxShadeopCheck.h"
 #include "sqx/SqxShader.h"
 
 /// The shadeops that a program calls. A library is loaded at the first call of one of its
@@ -29,6 +30,13 @@ public:
     /// throws `QxHostError` if the library cannot be loaded or lacks the method. Several threads
     /// may call shadeops at the same time if the library allows that.
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
+    /// True if a shadeop that is called with this number of arguments may write numbers to the
+    /// argument of this number, from 1. O(log n).
+    [[nodiscard]] bool MayWrite(std::size_t function, std::size_t arguments,
+                                std::size_t argument) const
+    {
+        return m_arrays.contains({function, arguments, argument});
+    }
 
 private:
     using Method = void (*)(void* data, int argc, void** argv);
@@ -60,4 +68,5 @@ private:
     std::deque<Library> m_libraries;
     std::deque<Function> m_functions;       // by number; destroyed before the libraries
     std::vector<QxLoadedShadeop> m_loaded;  // by number
+    QxShadeopCheck::Arrays m_arrays;
 };

@@ -380,6 +380,8 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         else if (letter != 'n')
             arguments.push_back(
                 m_writer.MakeArgument(value, letter, Wanted(*row, arguments.size())));
+        if (row->primitive == SqxPrimitive::CALL_DSO && letter == 'r')
+            arguments.back().operand.takenBack = IsTakenBack(block, source, i);
         // A message call also needs the type of the variable that receives the answer; other
         // kernels ignore this number.
         if (letter == 'm')
@@ -391,4 +393,21 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         (arguments.size() > row->operandCount && !row->rest))
         QxDraftWriter::Refuse(layout.name, "has another number of operands");
     m_writer.Emit(*row, arguments, number, layout, flag);
+}
+
+/// True if value `i` of a shadeop call is an array to which the shadeop may write numbers. The
+/// compiler passes a copy of an array that the shader may not write.
+bool QxTranslator::IsTakenBack(const SqxBlock& block, const SqxInstruction& call,
+                               std::size_t i) const
+{
+    constexpr std::size_t k_result = 2;  // after the number of the shadeop and that of arguments
+    const auto value = [&](std::size_t k) {
+        return static_cast<std::size_t>(block.Value(call, k));
+    };
+    const SqxVariable& array = m_shader.variables[value(i)];
+    const bool mayBeWritten =
+        !array.reference && (array.kind == SqxVariableKind::Local ||
+                             (array.kind == SqxVariableKind::Parameter && array.output));
+    return mayBeWritten && m_target.shadeops &&
+           m_target.shadeops->MayWrite(value(0), value(1), i - k_result);
 }

@@ -14,11 +14,11 @@
 /// after one that writes it, so that kernels see only uniform and varying operands.
 class QxTranslator {
 public:
-    /// Adds the variables and constants of the file to `target`, which must be empty except for
-    /// `isLight`. `shader` must be verified. All must outlive this object; the target does not
-    /// refer to the shader.
+    /// Adds the variables and constants of the file to `target`, which must be empty except for its
+    /// shadeops; these must be there if the shader calls any. `shader` must be verified. All must
+    /// outlive this object; the target does not refer to the shader.
     QxTranslator(const SqxShader& shader, const QxKernelTable& kernels, QxMachineCode& target);
-    /// Fills in the rest of the target except for its shadeops: the blocks of main and of the
+    /// Fills in the rest of the target: the blocks of main and of the
     /// initializers, and the variables and constants that they need in addition. Call it once.
     /// Throws `QxHostError` if the file uses something that the machine does not support; the
     /// target must not be used then. O(n log n) for n instructions, plus O(v) per block for v
@@ -41,6 +41,8 @@ private:
     void TranslateArrayRef(const SqxBlock& block, const SqxInstruction& source);
     void TranslateCheck(const SqxBlock& block, const SqxInstruction& source);
     void TranslateCall(const SqxBlock& block, const SqxInstruction& source);
+    [[nodiscard]] bool IsTakenBack(const SqxBlock& block, const SqxInstruction& call,
+                                   std::size_t i) const;
 
     const SqxShader& m_shader;
     const QxKernelTable& m_kernels;

@@ -45,8 +45,12 @@ void QxShadeopCheck::Declare(std::size_t function, std::string_view declaration)
             return;
         types.push_back(*argument);
     } while (!text.IsAtEnd());
-    if (text.ReadEnd())
-        m_overloads[function].push_back(std::move(types));
+    if (!text.ReadEnd())
+        return;
+    for (std::size_t k = 1; k < types.size(); ++k)
+        if (types[k].array && types[k].type != SqxType::String)
+            m_arrays.insert({function, types.size() - 1, k});
+    m_overloads[function].push_back(std::move(types));
 }
 
 void QxShadeopCheck::Run() const

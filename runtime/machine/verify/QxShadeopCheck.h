@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +13,10 @@
 /// shadeop reads and writes as many numbers as its declaration says, whatever it is passed.
 class QxShadeopCheck {
 public:
+    /// Arguments that are declared as arrays of numbers. Each element is the number of a function,
+    /// the number of arguments of an overload, and the number of an argument, from 1.
+    using Arrays = std::set<std::array<std::size_t, 3>>;
+
     /// `shader` must outlive this object.
     explicit QxShadeopCheck(const SqxShader& shader)
         : m_shader(shader),
@@ -25,6 +31,9 @@ public:
     /// Throws `QxHostError` for the first call that matches no overload, with its line and section.
     /// Points, vectors, normals and colors match each other, since they are stored the same way.
     void Run() const;
+    /// Returns the arrays of all declared overloads. A file does not distinguish an array of length
+    /// 1 from a single value, and a method does not distinguish overloads with as many arguments.
+    [[nodiscard]] const Arrays& DeclaredArrays() const { return m_arrays; }
 
 private:
     using Types = std::vector<SqxShadeopType>;  // types of the result and the arguments
@@ -39,4 +48,5 @@ private:
 
     const SqxShader& m_shader;
     std::vector<std::vector<Types>> m_overloads;  // by function
+    Arrays m_arrays;
 };
