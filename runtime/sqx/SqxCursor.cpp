@@ -6,9 +6,33 @@
 
 #include "sqx/SqxCursor.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
+
+#include "sqx/SqxFileHead.h"
+
+namespace {
+
+/// True if a number that is out of range is too large, and not too small.
+bool IsTooLarge(std::string_view number)
+{
+    const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view digits = number.substr(0, e);
+    std::string_view power = number.substr(std::min(e + 1, number.size()));
+    if (power.starts_with('+'))
+        power.remove_prefix(1);
+    long exponent = 0;
+    if (std::from_chars(power.data(), power.data() + power.size(), exponent).ec ==
+        std::errc::result_out_of_range)
+        return !power.starts_with('-');
+    const auto point = static_cast<long>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<long>(digits.find_first_of("123456789"));
+    return exponent > first - point;
+}
+
+}  // namespace
 
 std::string SqxFaultText(int line, const std::string& section, const std::string& fault)
 {
@@ -71,11 +95,12 @@ double SqxCursor::ReadFloat(const char* what)
     const std::string_view word = ReadWord(what);
     double value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    // A number outside the range of double, such as 1e-400, leaves `value` at 0 and is accepted.
-    if ((error != std::errc() && error != std::errc::result_out_of_range) ||
-        end != word.data() + word.size() || !std::isfinite(value))
+    const bool outOfRange = error == std::errc::result_out_of_range;
+    if ((error != std::errc() && !outOfRange) || end != word.data() + word.size() ||
+        !std::isfinite(value))
         Fail(std::string(what) + " is not a number: " + std::string(word));
-    if (std::abs(value) > std::numeric_limits<float>::max())
+    // A value too small for a double is accepted as 0.
+    if ((outOfRange && IsTooLarge(word)) || std::abs(value) > std::numeric_limits<float>::max())
         Fail(std::string(what) + " does not fit into single precision: " + std::string(word));
     return value;
 }
@@ -135,7 +160,8 @@ bool SqxCursor::ReadBoolLine(const char* what)
 void SqxCursor::Expect(std::string_view line)
 {
     if (!m_text.starts_with(line))
-        Fail(line.empty() ? "An empty line was expected" : "Not a byte-code file of version 5");
+        Fail(line.empty() ? "An empty line was expected"
+                          : "Not a byte-code file of version " + std::to_string(k_sqxMajorVersion));
     m_text.remove_prefix(line.size());
     EndLine();
 }

@@ -25,7 +25,7 @@ public:
     /// 0 or 1.
     [[nodiscard]] bool ReadBool(const char* what);
     /// A finite number within the range of single precision, with a decimal point in any locale.
-    /// Returns 0 for a number outside the range of double.
+    /// Returns 0 for a number that is too small for a double.
     [[nodiscard]] double ReadFloat(const char* what);
     /// The text up to the next blank or the end of the line or file, never empty. A view of the
     /// text.

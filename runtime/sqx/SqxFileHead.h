@@ -18,3 +18,5 @@ inline constexpr std::string_view k_sqxFileHead[] = {
     "",
     "5 0",
 };
+static_assert(k_sqxFileHead[6][0] == '0' + k_sqxMajorVersion &&
+              k_sqxFileHead[6][2] == '0' + k_sqxMinorVersion);

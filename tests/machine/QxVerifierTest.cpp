@@ -207,6 +207,10 @@ TEST(QxVerifier, RefusesInvalidSizesNamesAndValues)
          "Variable Kd has a type that it cannot have"},
         {&FileParts::constants, "4\n1 1e39\n4 \"a\"\n5 0\n10 1\n",
          "does not fit into single precision"},
+        {&FileParts::constants, "4\n1 -1.5e+999\n4 \"a\"\n5 0\n10 1\n",
+         "does not fit into single precision: -1.5e+999"},
+        {&FileParts::constants, "4\n1 0.01e99999999999999999999\n4 \"a\"\n5 0\n10 1\n",
+         "does not fit into single precision"},
         {&FileParts::shadeops, "1\n\"../x.so\"\n0\n",
          "shadeops: Library \"../x.so\" is not a plain file name"},
     };
