@@ -123,6 +123,8 @@ void QxShaderInstance::SetStepLimit(std::size_t limit)
 
 void QxShaderInstance::SetMemoryLimit(std::size_t bytes)
 {
+    if (bytes < m_memoryLimit)
+        ++m_changes;  // so that the next run checks the memory of parameters
     m_memoryLimit = bytes;
     for (const auto& workspace : m_workspaces)
         workspace->run->SetMemoryLimit(bytes);

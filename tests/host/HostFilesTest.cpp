@@ -148,6 +148,8 @@ TEST_F(HostFiles, LimitsMemory)
             std::string::npos);
         shader->SetMemoryLimit(100'000'000);
         shader->Run(grid, m_scene);
+        shader->SetMemoryLimit(10000);
+        EXPECT_NE(ErrorOf([&] { shader->Run(grid, m_scene); }), "") << "lowered after a run";
     }
 }
 

@@ -122,6 +122,8 @@ void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
     m_memoryLimit = memoryLimit;
     if (points != m_points)
         Allocate(points);
+    else
+        CheckMemory(points, m_bytes + std::uint64_t{m_zeros.size()} * points * sizeof(QxVector3));
     for (const std::uint32_t i : m_parameters)
         m_values[i] = m_homes[i] = variables[m_code.variables[i].number].Value();
     ResetReferences();

@@ -34,8 +34,7 @@ public:
     /// references are unbound; other locals may have values of the previous run, see `Clear`.
     /// `variables` are those of the instance; their values are used in place, so they must not move
     /// or change their length while code runs. Throws `QxHostError` if there is not enough memory,
-    /// or if another number of points than before would need more than `memoryLimit` bytes; it may
-    /// be called again afterwards.
+    /// or if more than `memoryLimit` bytes are needed; it may be called again afterwards.
     void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
     /// Binds the predefined variables; call it after `Start`. Variables that the host did not set
     /// are zero at first. `eye` is copied; the arrays of `h` must live while code runs. Throws
