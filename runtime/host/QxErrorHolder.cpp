@@ -5,6 +5,8 @@
 
 #include "host/QxErrorHolder.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr unsigned long k_questionsAfterError = 10'000'000;
@@ -46,6 +48,10 @@ void QxErrorHolder::AskGrid(void (QxShaderSupport::*question)(const QxGridQuerie
                             const QxGridQueries<Query>& asked, Results*... results)
 {
     Forward<const QxGridQueries<Query>&, Results*...>(question, asked, results...);
+    if (!m_error)
+        return;
+    QxShaderSupport neutral;
+    (neutral.*question)(asked, results...);
 }
 
 template <class... Arguments>
@@ -81,6 +87,8 @@ void QxErrorHolder::AmbientOverGrid(const QxVector3* positions, unsigned int poi
                                     QxRGBColor* results)
 {
     Forward(&QxShaderSupport::AmbientOverGrid, positions, points, results);
+    if (m_error)
+        std::fill_n(results, points, QxRGBColor{0, 0, 0});
 }
 
 QxRGBColor QxErrorHolder::Texture(const QxTextureQuery& query)
@@ -175,12 +183,15 @@ float QxErrorHolder::Depth(const QxVector3& position)
 /// Numbers after an error are random too: a shader may loop until a number meets its condition.
 float QxErrorHolder::Random()
 {
-    return m_error ? QxShaderSupport::Random() : Ask(&QxShaderSupport::Random, 0.0F);
+    if (!m_error)
+        return Ask(&QxShaderSupport::Random, 0.0F);
+    CountQuestionAfterError();
+    return QxShaderSupport::Random();
 }
 
 float QxErrorHolder::RandomNumber(unsigned int point, unsigned int draw)
 {
-    return m_error ? QxShaderSupport::RandomNumber(point, draw)
+    return m_error ? QxShaderSupport::RandomNumber(point, draw)  // calls `Random`, which counts
                    : Ask(&QxShaderSupport::RandomNumber, 0.0F, point, draw);
 }
 
@@ -207,8 +218,10 @@ bool QxErrorHolder::LightMessage(unsigned int light, const char* name, const QxM
 
 const void* QxErrorHolder::FindFile(QxFileKind kind, const char* name)
 {
-    if (m_error)
+    if (m_error) {
+        CountQuestionAfterError();
         return nullptr;
+    }
     try {
         return m_files.Find(m_answers, kind, name ? name : "");
     } catch (...) {

@@ -10,10 +10,9 @@
 /// throws until the shader has returned. The shader frees its locals only when it returns, so an
 /// exception that passed through it would leak them.
 ///
-/// After an error the host gets no more questions. A question that returns a value then returns a
-/// neutral one, or the next random number; a question that fills arrays leaves them unchanged. A
-/// shader that keeps asking may never return, so after very many more questions the error is thrown
-/// through it; look-ups of files and random numbers do not count.
+/// After an error the host gets no more questions, and the shader gets neutral answers; a random
+/// number is the next one of a stream. A shader that keeps asking may never return, so after very
+/// many more questions the error is thrown through it.
 ///
 /// Questions about files and rays for one point are forwarded as questions for a grid, so that a
 /// host needs to override only one of the two forms.

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "host/HostFixture.h"
+#include "host/QxErrorHolder.h"
 
 namespace {
 
@@ -151,6 +152,51 @@ TEST_F(HostFiles, LimitsMemory)
         shader->SetMemoryLimit(10000);
         EXPECT_NE(ErrorOf([&] { shader->Run(grid, m_scene); }), "") << "lowered after a run";
     }
+}
+
+TEST_F(HostFiles, GiveNeutralAnswersAfterAnErrorForALimitedTime)
+{
+    struct : QxHostScene {
+        void TransmissionOverGrid(const QxGridQueries<QxRayQuery>&, QxRGBColor* results) override
+        {
+            results[0] = {5, 5, 5};
+            throw QxHostError("no rays");
+        }
+    } scene;
+    constexpr unsigned int points[] = {0, 1};
+    QxRayQuery rays[2] = {};
+    rays[1].direction = {0, 1, 0};
+    const QxGridQueries<QxRayQuery> asked = {nullptr, rays, points, 2};
+    QxFileHandles files;
+    QxErrorHolder holder(scene, files);
+    std::vector<QxRGBColor> colors(2);
+    holder.TransmissionOverGrid(asked, colors.data());
+    EXPECT_EQ(colors, (std::vector<QxRGBColor>{{1, 1, 1}, {1, 1, 1}})) << "also of the error";
+    std::vector<QxVector3> open(2);
+    Numbers covered = {2, 2};
+    Numbers distances = {0, 0};
+    colors = {{2, 2, 2}, {2, 2, 2}};
+    holder.RayHitOverGrid(asked, distances.data());
+    EXPECT_EQ(distances, (Numbers{-1, -1}));
+    holder.OcclusionOverGrid(asked, covered.data(), open.data());
+    EXPECT_EQ(covered, (Numbers{0, 0}));
+    EXPECT_EQ(open[1], rays[1].direction);
+    holder.AmbientOverGrid(open.data(), 2, colors.data());
+    EXPECT_EQ(colors[1], (QxRGBColor{0, 0, 0}));
+    EXPECT_EQ(holder.RayHit(rays[0]), -1);
+    // Each of the three questions counts.
+    const auto isUnit = [](float number) { return number >= 0 && number < 1; };
+    const auto askAll = [&] {
+        return isUnit(holder.Random()) && isUnit(holder.NextRandomNumber(0)) &&
+               !holder.FindFile(QxFileKind::Texture, "a");
+    };
+    int count = 0;
+    EXPECT_EQ(ErrorOf([&] {
+                  while (count < 10'000'000 && askAll())
+                      ++count;
+              }),
+              "no rays");
+    EXPECT_NEAR(count, 10'000'000 / 3, 5);
 }
 
 // A shared object frees its locals itself, and only this test and the sanitizers notice if it does
