@@ -111,11 +111,10 @@ public:
     /// Answers a message with the value of a parameter in the current run of the instance or, if it
     /// is not running, in its last run. Before the first run, and if values, buffers or spaces have
     /// changed since the last one, answers with the initial value at one point, for which `support`
-    /// and `eye` are used. Returns false if there is no parameter of that name with a fitting type
-    /// and that number of elements, or if its number of points is neither 1 nor that of `value`.
-    /// Throws `QxHostError` if initial values cannot be computed, or if the buffer or the values
-    /// for each point of any parameter do not fit one point, and any exception that an answer
-    /// throws.
+    /// and `eye` are used, and does not write to buffers. Returns false if there is no parameter of
+    /// that name with a fitting type and that number of elements, if its number of points is
+    /// neither 1 nor that of `value`, or if its initial value is known only for a grid. Throws
+    /// `QxHostError` if initial values cannot be computed, and any exception that an answer throws.
     bool Answer(const char* name, const QxMessageValue& value, QxShaderSupport& support,
                 const QxVector3& eye);
 
@@ -165,6 +164,8 @@ private:
     void PrepareVariables(Workspace& workspace, std::size_t points,
                           const QxShadingContext& context);
     void PrepareVariable(Workspace& workspace, std::size_t parameter, std::size_t points);
+    [[nodiscard]] bool HasOneValue(std::size_t parameter) const;
+    void PrepareForAnswers(Workspace& workspace, const QxShadingContext& context);
     void ApplySetting(QxVar& variable, std::size_t parameter, std::size_t points) const;
 
     std::shared_ptr<const QxShader> m_shader;

@@ -342,28 +342,6 @@ QxShaderInstance::Workspace& QxShaderInstance::WorkspaceForAnswers(QxShaderSuppo
     const WorkspaceScope scope(*this, workspace);
     const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
     SetFilesVersion(workspace, 0);
-    PrepareVariables(workspace, 1, context);
+    PrepareForAnswers(workspace, context);
     return workspace;
-}
-
-bool QxShaderInstance::Answer(const char* name, const QxMessageValue& value,
-                              QxShaderSupport& support, const QxVector3& eye)
-{
-    const auto& parameters = m_shader->Parameters();
-    const auto found =
-        std::find_if(parameters.begin(), parameters.end(), [&](const auto& parameter) {
-            return parameter.name == name && parameter.length == value.length &&
-                   QxFitsType(parameter.type, value.type);
-        });
-    if (found == parameters.end())
-        return false;
-    Workspace& workspace = WorkspaceForAnswers(support, eye);
-    QxVar& variable = workspace.variables[static_cast<std::size_t>(found - parameters.begin())];
-    if (variable.Points() == 1)
-        value.Store(variable.Value());
-    else if (variable.Points() == value.points)
-        value.StoreForEachPoint(variable.Value());
-    else
-        return false;
-    return true;
 }

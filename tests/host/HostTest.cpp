@@ -294,6 +294,51 @@ TEST_P(Host, KeepsTheResultsOfTheLastRunWhenItAnswers)
     EXPECT_EQ(answer, 3);
 }
 
+TEST_P(Host, AnswersWithoutAGridWhateverOtherParametersHold)
+{
+    Load(R"(surface test(float scale = 2; varying float each = 0; varying float given = 1;
+                         output float sum = 3; output varying float seen = 4)
+            { sum += scale; seen = each + given; })");
+    Numbers given = {1, 2, 3, 4};
+    Numbers sum = {9};
+    m_shader->SetForEachPoint("each", Numbers{5, 6, 7, 8});
+    m_shader->SetBuffer("given", given);
+    m_shader->SetBuffer("sum", sum);
+    const auto answer = [&](const char* name) {
+        float number = -1;
+        const char handled = 1;
+        m_shader->Answer(name, {QxValueType::Float, false, 1, &number, 1, &handled}, m_scene,
+                         {0, 0, 0});
+        return number;
+    };
+    const auto answers = [&] {
+        return Numbers{answer("scale"), answer("each"), answer("given"), answer("sum")};
+    };
+    EXPECT_EQ(answers(), (Numbers{2, -1, -1, 3}));
+    EXPECT_EQ(sum, Numbers{9}) << "only a run writes to the buffer";
+    Run();
+    EXPECT_EQ(sum, Numbers{5});
+    EXPECT_EQ(m_shader->Get("seen").numbers, (Numbers{6, 8, 10, 12}));
+    EXPECT_EQ(answers(), (Numbers{2, -1, -1, 5}));
+    m_shader->Set("scale", 4);
+    EXPECT_EQ(answers(), (Numbers{4, -1, -1, 3}));
+    EXPECT_EQ(sum, Numbers{5});
+    EXPECT_EQ(m_shader->Get("seen").numbers, (Numbers{6, 8, 10, 12}));
+
+    // These values fit a grid of one point, and its outputs start anew.
+    given.resize(1);
+    m_shader->SetForEachPoint("each", Numbers{5});
+    m_shader->SetBuffer("given", given);
+    EXPECT_EQ(answers(), (Numbers{4, 5, 1, 3}));
+    EXPECT_EQ(sum, Numbers{5});
+    QxHostGrid point(1, 1);
+    for (int run = 0; run < 2; ++run) {
+        m_shader->Run(point, m_scene);
+        EXPECT_EQ(sum, Numbers{7});
+        EXPECT_EQ(answers(), (Numbers{4, 5, 1, 7}));
+    }
+}
+
 TEST_P(Host, ShadesObjectsWithSeparateParameterSets)
 {
     Load("surface test(float a = 1) { Ci = a; }");
