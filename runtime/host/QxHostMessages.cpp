@@ -134,7 +134,7 @@ bool QxHostScene::LightMessage(unsigned int number, const char* name, const QxMe
     SceneLevel& level = CurrentLevel();
     QxShaderInstance* const light =
         m_depth > 0 && number < level.lights.size() ? level.lights[number]->shader : nullptr;
-    if (light && level.lightGrid) {
+    if (light && level.lightGrid && level.runs[number] != 0) {
         if (light->m_runs != level.runs[number])
             RunLightAgain(level, number);
         if (light->Answer(name, value, *this, level.eye))

@@ -165,8 +165,8 @@ public:
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
     /// Answers with the value of a parameter of the light's shader in its run for this grid. If
-    /// there is no light of that number, or it has no shader or no such parameter, or no light
-    /// shader has run yet, answers like `Message` with `QxMessage::LightSource`.
+    /// there is no light of that number, or it has no shader or no such parameter, or the shader
+    /// has not run for this grid, answers like `Message` with `QxMessage::LightSource`.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
     /// Returns the number that `SetRandomSeed` describes, or that of an overridden `Random`. A
     /// default value that is computed once for several runs gets a number that depends only on the
@@ -216,9 +216,10 @@ private:
         QxShaderInstance* shader = nullptr;
         std::vector<const SceneLight*> lights;  // those that light the object, except ambient ones
         std::vector<AmbientSource> ambientLights;  // those that light the object
-        std::vector<unsigned long> runs;          // by light: `m_runs` of its instance after it ran
-        std::unique_ptr<QxHostGrid> lightGrid;    // null until a light shader has been run
-        std::unique_ptr<QxHostGrid> ambientGrid;  // the same for ambient light shaders; one point
+        std::vector<unsigned long> runs;  // by light: `m_runs` of its instance after it ran for
+                                          // the grid; 0 before
+        std::unique_ptr<QxHostGrid> lightGrid;     // also of earlier grids; null while a light runs
+        std::unique_ptr<QxHostGrid> ambientGrid;   // the same for ambient light shaders; one point
         std::optional<QxRGBColor> uniformAmbient;  // sum of the uniform ambient lights
         const SceneLight* running = nullptr;
         bool inAmbient = false;         // an ambient light shader is running

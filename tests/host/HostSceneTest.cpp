@@ -273,6 +273,25 @@ TEST_P(Host, PassesMessagesToOtherShaders)
     EXPECT_EQ(m_shader->Get("tag").texts[0], "");
 }
 
+TEST_P(Host, AsksALightOnlyInGridsForWhichItHasRun)
+{
+    Load(R"(surface test(output float early = 0; output float late = 0) {
+                lightsource("power", early);
+                illuminance (P, N, PI) { lightsource("power", late); }
+                Ci = 1; Oi = 1; })");
+    QxShaderInstance lamp(Open("lamp", R"(
+        light lamp(output float power = 1) {
+            power = 3; illuminate (point "shader" (0, 0, 0)) Cl = 1; })"),
+                          m_scene.Spaces());
+    m_scene.AddLight(lamp);
+    m_scene.SetAnswer(QxMessage::LightSource, "power", 7);
+    for (int run = 0; run < 2; ++run) {
+        Run();
+        EXPECT_EQ(m_shader->Get("early").numbers, Numbers{7}) << run;
+        EXPECT_EQ(m_shader->Get("late").numbers, Numbers{3}) << run;
+    }
+}
+
 namespace {
 
 /// Answers queries point by point, or those of a grid at once, with the same values.
