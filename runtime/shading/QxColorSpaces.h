@@ -157,7 +157,7 @@ inline const Space* Find(const char* name)
 
 }  // namespace qxcolor
 
-/// True if there is a color space with this name, which must not be null.
+/// True if there is a color space with this name; false for null.
 inline bool QxIsColorSpace(const char* name)
 {
     return qxcolor::Find(name) != nullptr;

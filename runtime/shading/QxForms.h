@@ -12,6 +12,12 @@
 //
 // The type of an operand distinguishes the two, so this costs nothing at run time.
 
+/// Returns the text; an empty one for null, which is a string that was never set.
+inline const char* QxOrEmpty(const char* text)
+{
+    return text ? text : "";
+}
+
 // The value of an operand at a point
 
 template <class Value>

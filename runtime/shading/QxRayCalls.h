@@ -253,6 +253,6 @@ struct QxIndirectDiffuseCall : QxRayCall {
     }
 
 private:
-    static const char* Text(const char* text) { return text; }
+    static const char* Text(const char* text) { return QxOrEmpty(text); }
     static const char* Text(float) { return ""; }
 };

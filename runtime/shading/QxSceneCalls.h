@@ -22,7 +22,7 @@ inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
 /// point has a separate name.
 inline const char* QxNameOfAll(const char* name)
 {
-    return name ? name : "";
+    return QxOrEmpty(name);
 }
 
 inline const char* QxNameOfAll(const char* const*)
@@ -78,8 +78,9 @@ public:
                                 float samples, float sBlur, float tBlur, float sWidth, float tWidth,
                                 const char* filter, float fill, float lerp)
     {
-        return {name,  channel, {s1, s2, s3, s4}, {t1, t2, t3, t4}, fidelity, samples, sBlur,
-                tBlur, sWidth,  tWidth,           filter,           fill,     lerp};
+        return {
+            QxOrEmpty(name), channel, {s1, s2, s3, s4}, {t1, t2, t3, t4},  fidelity, samples, sBlur,
+            tBlur,           sWidth,  tWidth,           QxOrEmpty(filter), fill,     lerp};
     }
     template <class... Arguments>
     Result operator()(const Arguments&... arguments) const
@@ -101,7 +102,7 @@ inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const Qx
                                        const char* filter)
 {
     QxPointsQuery query = {};
-    query.name = name;
+    query.name = QxOrEmpty(name);
     query.channel = channel;
     query.points[0] = p1;
     query.points[1] = p2;
@@ -113,7 +114,7 @@ inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const Qx
     query.tBlur = tBlur;
     query.sWidth = sWidth;
     query.tWidth = tWidth;
-    query.filter = filter;
+    query.filter = QxOrEmpty(filter);
     return query;
 }
 
@@ -309,9 +310,10 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
                                    value,
                                    points,
                                    handled.Data()};
-    const bool answered = message == QxMessage::LightSource
-                              ? support->LightMessage(light, name, target)
-                              : support->Message(message, texture, name, target);
+    const bool answered =
+        message == QxMessage::LightSource
+            ? support->LightMessage(light, QxOrEmpty(name), target)
+            : support->Message(message, QxOrEmpty(texture), QxOrEmpty(name), target);
     return answered ? 1.0f : 0.0f;
 }
 

@@ -33,11 +33,11 @@ inline constexpr QxSplineBasis k_qxSplineBases[] = {
     {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
 };
 
-/// Returns the basis of this name, which must not be null; the default for an unknown one.
+/// Returns the basis of this name; the default for null or an unknown name.
 inline const QxSplineBasis& QxFindSplineBasis(const char* name)
 {
     for (const QxSplineBasis& basis : k_qxSplineBases)
-        if (std::strcmp(basis.name, name) == 0)
+        if (name && std::strcmp(basis.name, name) == 0)
             return basis;
     return k_qxSplineBases[0];
 }

@@ -292,6 +292,51 @@ TEST_P(Host, AsksALightOnlyInGridsForWhichItHasRun)
     }
 }
 
+// In a shared object, a local of a default value that depends on the shading point is null at
+// first.
+TEST_P(Host, TreatsStringsThatWereNeverSetAsEmpty)
+{
+    Load(R"(
+        float asked(float x) {
+            uniform string name, filter; varying string each; float found = 0;
+            color sum = spline(name, x, 0, 1, 2, 3, 4) + texture(name, s, t)
+                      + texture(each, s, t, "filter", filter)
+                      + environment(each, N, "filter", filter) + shadow(name, P)
+                      + indirectdiffuse(P, N, 7, "environmentmap", name)
+                      + ctransform(name, Cs) + filterstep(x, v, "filter", filter);
+            found = attribute(name, found) + textureinfo(name, name, found) + match(name, name);
+            if (each == "" && format("%s|", each) == "|")
+                sum += spline(each, x, 0, 1, 2, 3, 4);
+            return found + comp(sum, 0);
+        }
+        surface test(varying float got = asked(u)) { Ci = got; Oi = 1; })");
+    struct : QxHostScene {
+        QxRGBColor Texture(const QxTextureQuery& q) override { return Keep({q.name, q.filter}); }
+        QxRGBColor Environment(const QxPointsQuery& q) override { return Keep({q.name, q.filter}); }
+        QxRGBColor Shadow(const QxPointsQuery& q) override { return Keep({q.name, q.filter}); }
+        QxRGBColor IndirectDiffuse(const QxRayQuery& q, QxVector3&, float&) override
+        {
+            return Keep({q.environment});
+        }
+        bool Message(QxMessage, const char* texture, const char* name,
+                     const QxMessageValue&) override
+        {
+            Keep({texture, name});
+            return false;
+        }
+        QxRGBColor Keep(std::initializer_list<const char*> more)
+        {
+            for (const char* text : more)
+                EXPECT_NE(text, nullptr);
+            return {1, 1, 1};
+        }
+    } scene;
+    m_shader->Run(m_grid, scene);
+    // Five answers, two splines, Cs, half a step, and a match.
+    const float sum = 5 + 2 * 3 + 1 + 0.5F + 1;
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[3], (QxRGBColor{sum, sum, sum}));
+}
+
 namespace {
 
 /// Answers queries point by point, or those of a grid at once, with the same values.
