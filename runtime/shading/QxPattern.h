@@ -177,15 +177,16 @@ public:
     bool Match(const char* expression, const char* text)
     {
         expression = expression ? expression : "";
-        if (!m_expression) {
+        if (!m_isKept) {
             m_kept = new Kept;
             m_isKept = true;
         }
         if (!m_expression || std::strcmp(m_expression, expression) != 0) {
             std::free(m_expression);
-            m_expression = strdup(expression);
+            m_expression = nullptr;  // stays so if there is no memory for what follows
             m_kept->compiles = m_kept->code.Compile(expression);
             m_kept->compileWork += std::strlen(expression) + m_kept->code.Size();
+            m_expression = strdup(expression);
         }
         return m_kept->compiles && m_kept->run.Match(m_kept->code, text ? text : "");
     }
