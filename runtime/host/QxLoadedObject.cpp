@@ -15,11 +15,11 @@
 #include <bit>
 #include <dlfcn.h>
 #include <filesystem>
-#include <unistd.h>
 
 #include "QxHostError.h"
 #include "host/QxHostSpaces.h"
 #include "host/QxShadeopNeeds.h"
+#include "machine/translate/QxShadeopLibraries.h"
 #include "sqx/SqxFileHead.h"
 
 namespace {
@@ -42,7 +42,7 @@ OpenLibrary Load(const std::string& path, const SqxElfFile& file)
     return library;
 }
 
-/// Searches folders for files that can be read, and records the name of each file that was searched
+/// Searches folders for shadeop libraries, and records the name of each library that was searched
 /// for, found or not.
 class ShadeopFolders : public QxSearchPath {
 public:
@@ -50,12 +50,8 @@ public:
     const char* Find(const char* file) const override
     {
         m_files.emplace_back(file);
-        for (const std::string& folder : m_folders) {
-            m_found = folder + "/" + file;
-            if (access(m_found.c_str(), R_OK) == 0)
-                return m_found.c_str();
-        }
-        return nullptr;
+        m_found = QxShadeopLibraries::PathIn(m_folders, file);
+        return m_found.empty() ? nullptr : m_found.c_str();
     }
     [[nodiscard]] const std::vector<std::string>& Files() const { return m_files; }
 

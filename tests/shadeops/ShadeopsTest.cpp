@@ -62,12 +62,13 @@ protected:
     Outputs Built(const std::string& name, const std::string& source, int level,
                   const std::string& libraries, const std::string& backEnd = "--dso")
     {
-        return Shaded(m_folder.Build(name, source, Options(level, backEnd)), libraries);
+        return Shaded(m_folder.Build(name, source, Options(level, backEnd)),
+                      {"/nowhere", libraries});
     }
 
-    Outputs Shaded(const std::string& path, const std::string& libraries)
+    Outputs Shaded(const std::string& path, const std::vector<std::string>& folders)
     {
-        QxShaderInstance shader(QxShader::Open(path, {"/nowhere", libraries}), m_scene.Spaces());
+        QxShaderInstance shader(QxShader::Open(path, folders), m_scene.Spaces());
         QxHostGrid grid(3, 2);
         grid.Set("s", m_s);
         grid.Set("t", m_t);
@@ -435,6 +436,18 @@ TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
                     << error.what();
             }
         }
+    }
+}
+
+/// A folder of the library's name is no library.
+TEST_F(Shadeops, AreSearchedByOneRuleForBothKindsOfFiles)
+{
+    std::filesystem::create_directories("first/probes.so");
+    const Numbers expected = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6};
+    for (const char* backEnd : {"--dso", "--int"}) {
+        const std::string path =
+            m_folder.Build("counts", "surface counts() { Ci = tick(s); }", Options(2, backEnd));
+        EXPECT_EQ(Shaded(path, {"first", SLC_PROBES_FOLDER}).Ci, expected) << backEnd;
     }
 }
 

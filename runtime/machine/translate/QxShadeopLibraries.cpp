@@ -14,18 +14,6 @@
 
 namespace {
 
-std::string PathIn(const std::vector<std::string>& folders, const std::string& library)
-{
-    for (const std::string& folder : folders) {
-        std::string path = folder;
-        path.append("/").append(library);
-        std::error_code error;  // a folder that cannot be read has no library
-        if (std::filesystem::is_regular_file(path, error))
-            return std::filesystem::absolute(path).string();
-    }
-    throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
-}
-
 /// True if the method's table, whose records these are, has any, and they name its init and cleanup
 /// functions: otherwise the shader could call any function that the library exports. The two names
 /// may come from different records: for all overloads, the compiler uses the first of each kind.
@@ -51,11 +39,26 @@ std::string MissingText(const std::string& library, const std::string& shadeop,
 
 }  // namespace
 
+std::string QxShadeopLibraries::PathIn(const std::vector<std::string>& folders,
+                                       const std::string& library)
+{
+    for (const std::string& folder : folders) {
+        std::string path = folder;
+        path.append("/").append(library);
+        std::error_code error;  // a folder that cannot be read has no library
+        if (std::filesystem::is_regular_file(path, error))
+            return std::filesystem::absolute(path).string();
+    }
+    return "";
+}
+
 QxShadeopLibraries::QxShadeopLibraries(const std::vector<std::string>& names,
                                        const std::vector<std::string>& folders)
 {
     for (const std::string& name : names) {
         std::string path = PathIn(folders, name);
+        if (path.empty())
+            throw QxHostError("There is no shadeop library '" + name + "' in the given folders");
         SqxElfFile file = SqxElfFile::Open(path);
         if (!file.IsLibrary())
             throw QxHostError("Cannot load shadeop library '" + path +

@@ -15,6 +15,10 @@ public:
     /// `QxHostError` if a file is in no folder, or is not a complete library of this machine.
     QxShadeopLibraries(const std::vector<std::string>& names,
                        const std::vector<std::string>& folders);
+    /// Returns the absolute path of the first regular file of that name in the folders; "" for
+    /// none. Generated code must find the same file, so it searches with this function, too.
+    [[nodiscard]] static std::string PathIn(const std::vector<std::string>& folders,
+                                            const std::string& library);
 
     /// Returns the declarations in the shadeop's table. Throws `QxHostError` if there is no table,
     /// or it has no records, if these do not name the init and cleanup functions of the shadeop, or
