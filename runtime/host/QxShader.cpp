@@ -10,9 +10,9 @@
 #include "host/QxShader.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "QxHostError.h"
 #include "host/QxByteCodeShader.h"
@@ -44,6 +44,21 @@ bool IsSharedObject(std::ifstream& file)
     return isSharedObject;
 }
 
+/// Throws if the file cannot be read to its end. `read` sets a bit of the stream then, whereas an
+/// iterator over the buffer would throw an error of the standard library.
+std::string ReadAll(std::ifstream& file, const std::string& path)
+{
+    std::string bytes;
+    std::array<char, 1 << 16> part = {};
+    do {
+        file.read(part.data(), part.size());
+        bytes.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    } while (file);
+    if (file.bad())
+        throw QxHostError("Cannot read '" + path + "'");
+    return bytes;
+}
+
 /// Discards what the computation of default values prints.
 class SupportOfDefaults : public QxShaderSupport {
 public:
@@ -60,10 +75,7 @@ std::shared_ptr<const QxShader> QxShader::Open(const std::string& path,
         return std::make_shared<QxShaderObject>(path, shadeopFolders);
     if (std::filesystem::path(path).extension() == ".sl")
         throw QxHostError("'" + path + "' is a source, but a compiled shader was expected");
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    if (file.bad())
-        throw QxHostError("Cannot read '" + path + "'");
-    return Read(bytes, path, shadeopFolders);
+    return Read(ReadAll(file, path), path, shadeopFolders);
 }
 
 std::shared_ptr<const QxShader> QxShader::Read(std::string_view bytes, const std::string& name,

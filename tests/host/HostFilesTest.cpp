@@ -33,6 +33,7 @@ TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
         {SLC_EXAMPLES_FOLDER "/matte.sl", "is a source, but a compiled shader was expected"},
         {SLC_EXAMPLES_FOLDER "/renderer/README.md", "is no shader in byte-code: "},
         {"broken.sqx", "Cannot load 'broken.sqx', a shader built with --dso was expected"},
+        {"/proc/self/mem", "Cannot read '/proc/self/mem'"},
     };
     for (int round = 0; round < 2; ++round)
         for (const auto& c : cases)
