@@ -17,12 +17,17 @@ std::string Describe(const Parameter& parameter)
 
 }  // namespace
 
-const Parameter& QxParameterSet::CheckType(QxParameterHandle handle, const QxHostValue& value) const
+std::size_t QxParameterSet::CheckHandle(QxParameterHandle handle) const
 {
     const auto number = static_cast<std::size_t>(handle);
     if (number >= m_shader->Parameters().size())
         throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter of that handle");
-    const Parameter& parameter = m_shader->Parameters()[number];
+    return number;
+}
+
+const Parameter& QxParameterSet::CheckType(QxParameterHandle handle, const QxHostValue& value) const
+{
+    const Parameter& parameter = m_shader->Parameters()[CheckHandle(handle)];
     if (!value.Fits(parameter.type))
         throw QxHostError(Describe(parameter) + ", but is set to a " + QxTypeName(value.type));
     return parameter;
@@ -50,9 +55,9 @@ void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue
 
 void QxParameterSet::Reset(QxParameterHandle parameter)
 {
-    const auto number = static_cast<std::size_t>(parameter);
-    if (number >= m_settings.size() || !m_settings[number])
+    std::optional<Setting>& setting = m_settings[CheckHandle(parameter)];
+    if (!setting)
         return;
-    m_settings[number].reset();
+    setting.reset();
     m_version = QxNextVersion();
 }

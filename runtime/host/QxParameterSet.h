@@ -45,8 +45,7 @@ public:
     {
         SetForEachPoint(m_shader->Handle(name), values);
     }
-    /// Returns a parameter to its default value. Throws `QxHostError` for an unknown name; an
-    /// unknown handle has no effect.
+    /// Returns a parameter to its default value. Throws `QxHostError` for an unknown parameter.
     void Reset(QxParameterHandle parameter);
     void Reset(const std::string& name) { Reset(m_shader->Handle(name)); }
 
@@ -62,6 +61,8 @@ public:
     [[nodiscard]] unsigned long Version() const { return m_version; }
 
 private:
+    /// Returns the index of the parameter. Throws `QxHostError` if it does not exist.
+    [[nodiscard]] std::size_t CheckHandle(QxParameterHandle parameter) const;
     /// Returns the parameter. Throws `QxHostError` if it does not exist or `value` does not fit its
     /// type.
     [[nodiscard]] const QxShader::Parameter& CheckType(QxParameterHandle parameter,

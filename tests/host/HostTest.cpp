@@ -362,8 +362,8 @@ TEST_P(Host, ShadesObjectsWithSeparateParameterSets)
     sets[0].Reset(a);
     const unsigned long version = sets[0].Version();
     sets[0].Reset(a);
-    sets[0].Reset(static_cast<QxParameterHandle>(2));
     EXPECT_EQ(sets[0].Version(), version) << "nothing has changed";
+    EXPECT_NE(ErrorOf([&] { sets[0].Reset(static_cast<QxParameterHandle>(2)); }), "");
     instance.Use(&sets[0]);
     instance.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[1].g, 2);
