@@ -157,3 +157,27 @@ TEST(QxMachineRun, EndsLoopsOverLightsThatAJumpLeaves)
     // The outer loop jumps back over five instructions for each light.
     EXPECT_EQ(StepsOf(nested, {0, 0, 0, 0}), 10U);
 }
+
+TEST(QxMachineRun, AsksTheOuterLightAfterAnInnerLoop)
+{
+    struct : QxHostScene {
+        std::vector<unsigned int> asked;
+        bool LightMessage(unsigned int light, const char*, const QxMessageValue&) override
+        {
+            asked.push_back(light);
+            return false;
+        }
+    } scene;
+    scene.AddDistantLight({0, 0, 1}, {1, 1, 1});
+    scene.AddDistantLight({0, 0, 1}, {2, 2, 2});
+    FileParts parts;
+    parts.code = "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 16 BEGIN_ILLUMINANCE 7 END_ILLUMINANCE 5 "
+                 "CALL_PRIM_LIGHTSOURCE uf us uf #1 #1 #1 END_ILLUMINANCE 3";
+    QxShaderInstance shader(QxShader::Read(parts.Text(), "test"), scene.Spaces());
+    for (const unsigned int side : {1U, 2U}) {
+        QxHostGrid grid(side, side);
+        scene.asked.clear();
+        shader.Run(grid, scene);
+        EXPECT_EQ(scene.asked, (std::vector<unsigned int>{0, 1})) << side;
+    }
+}

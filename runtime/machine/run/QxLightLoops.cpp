@@ -40,7 +40,11 @@ void QxMachineRun::LeaveLights(std::size_t loops)
 /// the grid outside all loops.
 void QxMachineRun::TakeLight()
 {
-    m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back()];
+    m_state.light = nullptr;
+    if (!m_loops.empty()) {
+        m_state.lightNumber = m_loops.back();
+        m_state.light = &m_state.lights[m_state.lightNumber];
+    }
     for (std::size_t i = 0; i < 3; ++i)
         for (const std::uint32_t variable : m_code.lightVariables[i]) {
             void* value = m_store.Home(variable);
