@@ -123,13 +123,11 @@ struct QxMachineState {
     QxShaderSupport* support = nullptr;
     QxWorkCounter* work = nullptr;
     const QxVector3* P = nullptr;
-    const QxVector3* Ng = nullptr;
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
     const QxLightInput* light = nullptr;  // current light of the innermost loop; null if none
     unsigned int lightNumber = 0;         // numbered as in a shared object, see `LightMessage`
     bool lightsAreForP = false;           // `EVAL_LIGHTS_FOR_P` need not run the lights again
-    bool inLight = false;                 // a light shader is running
     std::span<const QxLoadedShadeop> shadeops;
     bool notesWait = false;
     std::vector<QxNote> notes;

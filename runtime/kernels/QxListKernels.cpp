@@ -197,7 +197,7 @@ constexpr QxKernelRow k_rows[] = {
     MessageRow<QxMessage::Incident>(SqxPrimitive::CALL_PRIM_INCIDENT),
     MessageRow<QxMessage::Opposite>(SqxPrimitive::CALL_PRIM_OPPOSITE),
     MessageRow<QxMessage::TextureInfo, 2>(SqxPrimitive::CALL_PRIM_TEXTUREINFO),
-    ListRow<void, Vector>(SqxPrimitive::EVAL_LIGHTS, EvaluateLights),
+    Row<Vector>(SqxPrimitive::EVAL_LIGHTS, EvaluateLights),
     Anything(SqxPrimitive::EVAL_LIGHTS_FOR_P, EvaluateLightsForP),
     Anything(SqxPrimitive::RESET_EVAL_LIGHTS_FOR_P, ForgetLightsForP),
 };

@@ -111,7 +111,7 @@ constexpr QxKernelRow k_rows[] = {
     Anything(SqxPrimitive::MACHINE_BIND_EACH, BindEach),
     Anything(SqxPrimitive::MACHINE_LOAD, Move<true>),
     Anything(SqxPrimitive::MACHINE_STORE, Move<false>),
-    ListRow<void, Text, float, Text>(SqxPrimitive::CHECK_VALID_ARRAY_INDEX, CheckIndex),
+    Row<Text, float, Text>(SqxPrimitive::CHECK_VALID_ARRAY_INDEX, CheckIndex),
     Anything(SqxPrimitive::CONVERT_ARRAY_DSO_TO, CopyArray),
     Anything(SqxPrimitive::CONVERT_ARRAY_DSO_FROM, CopyArray),
 };

@@ -160,8 +160,9 @@ constexpr Form MakeForm(const SqxNumbered& numbered)
     const SqxCard& card = numbered.Card();
     form.layout.name = SqxFormNamesOf(card.primitive)[numbered.form];
     form.layout.primitive = card.primitive;
-    form.layout.simd = numbered.form == 1 || numbered.form == 2;
-    form.layout.conditional = numbered.form >= 2;
+    const auto kind = static_cast<SqxForm>(numbered.form);
+    form.layout.simd = kind == SqxForm::Grid || kind == SqxForm::GridWhere;
+    form.layout.conditional = kind == SqxForm::GridWhere || kind == SqxForm::Where;
     form.layout.run = card.run;
     const auto parameters = card.Carried();
     if (!parameters.empty() && parameters.back().isRepeated) {

@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr int k_highestShaderType = 4;
 constexpr std::streamsize k_readSize = 1 << 16;
 
 // Far larger than any file of the compiler; an endless file must not fill the memory.
@@ -137,7 +136,7 @@ void SqxReader::ReadHeader(SqxCursor& cursor)
         cursor.Expect(line);
     const int line = cursor.Line();
     m_shader.shaderType = cursor.ReadCountLine("Shader type");
-    if (m_shader.shaderType > k_highestShaderType)
+    if (m_shader.shaderType >= k_sqxShaderTypes)
         cursor.FailAt(line, "Unknown shader type " + std::to_string(m_shader.shaderType));
 }
 

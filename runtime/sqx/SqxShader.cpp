@@ -34,6 +34,7 @@ const char* SqxTypeName(SqxType type)
 const char* SqxShaderTypeName(int code)
 {
     static constexpr const char* names[] = {"surface", "displacement", "volume", "light", "imager"};
+    static_assert(std::size(names) == k_sqxShaderTypes);
     return names[code];
 }
 

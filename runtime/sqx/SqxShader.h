@@ -11,7 +11,10 @@
 /// A byte-code file as a structure. In a file that was read completely, every number in code that
 /// refers to an item of the file has been checked: the item exists. Lines are counted from 1.
 
-/// Returns the name of a shader type code, such as "surface". The code must be from 0 to 4.
+/// The number of shader type codes, which begin with 0.
+inline constexpr int k_sqxShaderTypes = 5;
+
+/// Returns the name of a shader type code, such as "surface".
 [[nodiscard]] const char* SqxShaderTypeName(int code);
 
 /// How far a file was read: up to the end of this section.

@@ -78,7 +78,6 @@ QxMachineRun::QxMachineRun(const QxMachineProgram& program)
 {
     if (m_code.shadeops)
         m_state.shadeops = m_code.shadeops->Loaded();
-    m_state.inLight = m_code.isLight;
 }
 
 void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
@@ -251,20 +250,16 @@ void QxMachineRun::CountWork(std::size_t work)
         throw QxHostStopped("Shader '" + m_program.Name() + "' was stopped");
 }
 
-/// Runs `code` only for points whose flag is set.
+/// Runs `code` only for points whose flag is set. The flag is varying, see QxOperandCheck.cpp.
 void QxMachineRun::RunWhere(const QxCode& code)
 {
     const auto* flags = static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]);
     QxPoints points = {0, m_state.grid.Size(), nullptr};
-    const bool one = code.flag.step == 0;
-    const Share share = ShareOf(flags, 0, one ? 1 : points.count, true);
+    const Share share = ShareOf(flags, 0, points.count, true);
     if (share == Share::None && !code.whole)
         return;
-    if (share == Share::All || one) {
-        if (share == Share::All)
-            code.all(m_state, code, points);
-        return;
-    }
+    if (share == Share::All)
+        return code.all(m_state, code, points);
     points.mask = flags;
     code.masked(m_state, code, points);
 }

@@ -50,7 +50,7 @@ struct QxConstant {
 /// A translated byte-code file. The variables are those of the file in order, then those that the
 /// translation added.
 ///
-/// `QxMachineProgram` sets `isLight` and `shadeops`, and `QxTranslator` the rest. Then nothing
+/// `QxMachineProgram` sets `shadeops`, and then `QxTranslator` sets the rest. After that nothing
 /// changes except that shadeops are loaded at their first call, so runs in several threads can
 /// share it. A run holds the addresses of constants, and a constant that of its text, so both are
 /// kept in deques, whose elements do not move when others are added.
@@ -69,8 +69,7 @@ struct QxMachineCode {
     std::vector<Initializer> once;         // default values that do not depend on shading data
     std::vector<Initializer> perPoint;     // the other default values
     std::unique_ptr<QxShadeops> shadeops;  // null if the shader calls none
-    bool isLight = false;
-    unsigned int depth = 0;                        // maximum nesting of conditions in all blocks
-    std::size_t instructions = 0;                  // of the file
+    unsigned int depth = 0;                // maximum nesting of conditions in all blocks
+    std::size_t instructions = 0;          // of the file
     std::vector<std::uint32_t> lightVariables[3];  // those for L, Cl and Ol
 };

@@ -46,7 +46,7 @@ void QxReferenceCheck::Run()
     FindFarReferences();
     if (m_far.empty())
         return;
-    for (int walk = 0; Walk(); ++walk)
+    for (int walk = 1; Walk(); ++walk)
         if (walk == k_mostWalks)
             m_block.Refuse(m_block.code.instructions.back(),
                            "ends a block whose jumps are too tangled to follow its references");
