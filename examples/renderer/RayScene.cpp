@@ -259,7 +259,8 @@ QxRGBColor RayScene::Transmission(const QxRayQuery& query)
         if (!hit)
             return through;
         const ShadowKind kind = m_world.objects[hit->object].shadow;
-        if (kind == ShadowKind::Opaque || OuterGrids() > m_world.rayLevels)
+        const bool isTooDeep = OuterGrids() > m_world.rayLevels;
+        if (kind == ShadowKind::Opaque || (kind == ShadowKind::Shader && isTooDeep))
             return {0, 0, 0};
         if (kind == ShadowKind::Shader)
             through = through * (k_white - OpacityAt({ray, hit}));

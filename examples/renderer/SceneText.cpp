@@ -89,20 +89,22 @@ public:
         return {numbers[0], numbers[1], numbers[2]};
     }
 
-    /// Removes a key and sets `value` to its number, which must be in the range. Drops the fraction
-    /// if `Number` is an integer. Leaves `value` unchanged if the line does not have the key, or
-    /// there is nothing after it.
+    /// Removes a key and sets `value` to its number, which must be in the range, and whole if
+    /// `Number` is an integer. Leaves `value` unchanged if the line does not have the key.
     template <class Number>
     void TakeNumber(const std::string& key, int least, int most, Number& value)
     {
-        const std::string text = Take(key, "");
-        if (text.empty())
+        const auto node = m_values.extract(key);
+        if (node.empty())
             return;
+        const std::string& text = node.mapped();
         const std::vector<float> numbers = ReadNumbers(key, text);
         if (numbers.size() != 1 || numbers[0] < static_cast<float>(least) ||
             numbers[0] > static_cast<float>(most))
             throw Error(Quoted(key) + " takes a number from " + std::to_string(least) + " to " +
                         std::to_string(most) + ", but is set to " + Quoted(text));
+        if (std::is_integral_v<Number> && numbers[0] != std::trunc(numbers[0]))
+            throw Error(Quoted(key) + " takes a whole number, but is set to " + Quoted(text));
         value = static_cast<Number>(numbers[0]);
     }
 

@@ -30,6 +30,10 @@ protected:
         (void)sm_folder->Build("facing",
                                "surface facing() { Oi = 1; Ci = 0.5 + 0.5 * color(normalize(N)); }",
                                "--int");
+        (void)sm_folder->Build("veil",
+                               "surface veil() { color lit = 0; illuminance (P) lit += Cl;"
+                               " Oi = comp(lit, 0) > 0 ? 0 : 1; }",
+                               "--int");
         // The picture is red and green above blue and white.
         std::vector<unsigned char> pixels;
         for (int i = 0; i < 64; ++i) {
@@ -98,6 +102,11 @@ const PixelCase k_pixels[] = {
      {0.5F, 0.25F, 0.25F}},
     {"full shadow", k_lit + "sphere w at=0,1.5,0 scale=0.1", {0, 0, 0}},
     {"no shadow", k_lit + "sphere w at=0,1.5,0 scale=0.1 shadow=none", {1, 1, 1}},
+    // The veil is clear where it is lit, and asks for light one level deeper than rays go.
+    {"no shadow on what casts one",
+     k_lit + "picture levels=0\nshader v veil\nplane v at=0,1.2,0 shadow=shader\n"
+             "sphere w at=0,1.7,0 scale=0.1 shadow=none",
+     {1, 1, 1}},
     {"half of an area light",
      "camera at=0,1,-3 to=0\nshader w wall Kd=1\nshader l panel intensity=4 samples=64\n"
      "light l at=0,2,0\nplane w\nplane w at=1,1,0",
@@ -180,6 +189,8 @@ TEST_F(Renderer, RefusesWrongScenes)
         {"shader w wall\nmesh w bad.obj", "scene.txt:2: bad.obj:4: Damaged line"},
         {"picture width=0",
          "scene.txt:1: 'width' takes a number from 1 to 8192, but is set to '0'"},
+        {"picture width=3.7", "scene.txt:1: 'width' takes a whole number, but is set to '3.7'"},
+        {"picture width=", "scene.txt:1: 'width' takes numbers, but is set to ''"},
         {"camera to=0,1,-5", "scene.txt:1: The camera must not look straight up or down"},
     };
     ShaderFolder::Write("bad.obj", "v 0 0 0\nv 0 1 0\nv 1 0 0\nf 1 2 4\n");
