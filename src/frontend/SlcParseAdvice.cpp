@@ -1,7 +1,8 @@
 // Tracks the open parentheses, the open braces and the indentation of their lines, the head of the
 // current statement (the part before its body, such as `if (x > 1)`), and whether a condition
 // contains a comparison. SlcParseHints.cpp derives advice from this state. Unless advice is shown,
-// token texts are not kept and no hints are made.
+// token texts are not kept and no hints are made; then the state is only needed after a fault, and
+// most sources have none. So tokens are only logged up to the first fault, and followed there.
 //
 // After a fault in a body the parser drops tokens up to a ";" or "}". If the fault is in the head
 // of a statement, the next ";" or "}" usually belongs to the following block, so resuming there
@@ -18,6 +19,7 @@
 #include <utility>
 
 #include "frontend/SlcLaterWords.h"
+#include "frontend/SlcLexicalNode.h"
 #include "frontend/SlcScanner.h"
 #include "frontend/SlcTokenFamilies.h"
 #include "grammar.h"
@@ -44,6 +46,12 @@ std::string Named(int code, const std::string& text)
     return "'" + (text.size() > k_longest ? text.substr(0, k_longest) + "..." : text) + "'";
 }
 
+bool OpensDefinition(const SlcSyntaxNode* name)
+{
+    const auto* const ident = dynamic_cast<const SlcIdentNode*>(name);
+    return ident && SlcOpensLaterDefinition(ident->GetName());
+}
+
 }  // namespace
 
 const SlcParseAdvice::Token& SlcParseAdvice::Before(std::size_t places) const
@@ -55,6 +63,42 @@ const SlcParseAdvice::Token& SlcParseAdvice::Before(std::size_t places) const
 int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
 {
     m_value = &value;
+    return m_isFollowing ? NextFollowed(value, range) : NextLogged(value, range);
+}
+
+int SlcParseAdvice::NextLogged(SlcTokenValue& value, SlcTextRange& range)
+{
+    const int token = SlcScanner::Next(value);
+    m_given = token;
+    m_logged.push_back(static_cast<std::int16_t>(token));
+    m_nodeBefore = m_lastNode;
+    m_lastNode = value.node;
+    range = RangeOfToken();
+    if (token == 0)
+        range.end = range.begin;
+    return token;
+}
+
+void SlcParseAdvice::CatchUp()
+{
+    if (std::exchange(m_isFollowing, true))
+        return;
+    m_scanned = m_logged.size();
+    for (const std::int16_t code : m_logged) {
+        const std::size_t later = m_scanned - 1 - m_count;
+        Token& token = NextPlace();
+        token.code = code;
+        // Only the last two tokens are asked for this.
+        token.opensDefinition = code == IDENTIFIER && later < 2 &&
+                                OpensDefinition(later == 0 ? m_lastNode : m_nodeBefore);
+        Follow(token);
+        ++m_count;
+    }
+    m_logged = {};
+}
+
+int SlcParseAdvice::NextFollowed(SlcTokenValue& value, SlcTextRange& range)
+{
     if (m_pending == Pending::Separator) {
         m_pending = Pending::Block;
         return ';';
@@ -185,8 +229,7 @@ int SlcParseAdvice::Read()
 
 void SlcParseAdvice::Keep(int code)
 {
-    // Reuse the slot of the oldest token, which is no longer needed.
-    Token& token = m_tokens[m_count % k_kept];
+    Token& token = NextPlace();
     token.code = code;
     token.line = SlcCurrentPosition().line;
     token.text.clear();
@@ -258,7 +301,7 @@ void SlcParseAdvice::FollowParenthesis(const Token& token)
 void SlcParseAdvice::FollowBrace(const Token& token)
 {
     if (token.code == '{') {
-        m_braces.push_back({token.line, IndentOfLine()});
+        m_braces.push_back({token.line, m_isShown ? IndentOfLine() : 0});
     } else if (token.code == '}') {
         m_lastClosing = token.line;
         m_lastClosed = m_braces.empty() ? Brace() : m_braces.back();
@@ -267,7 +310,7 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         // A closing brace that is indented less than the opening brace suggests that it is meant
         // for an outer block, and that the closing brace of this block is missing. If another "}"
         // follows directly, the indentation of the line says nothing about this brace.
-        const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
+        const bool isFirst = m_isShown && NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;
         m_braces.pop_back();
@@ -314,8 +357,15 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     }
 }
 
+void SlcParseAdvice::RejectedBlock()
+{
+    CatchUp();
+    m_drops = Drops::Else;
+}
+
 std::string SlcParseAdvice::Rejected(const SlcParserTables& tables)
 {
+    CatchUp();
     const int token = m_given;
     if (m_keepsBlocks)
         m_found = {m_scanned - 1, Replacement(tables)};

@@ -55,7 +55,7 @@ public:
     [[nodiscard]] std::optional<Repair> NextRepair() const;
     /// Drops an `else` that follows a call with a block, and the statement of the `else`. Call it
     /// after that call has been reported; the last token must end the block.
-    void RejectedBlock() { m_drops = Drops::Else; }
+    void RejectedBlock();
 
 private:
     struct Token {
@@ -73,6 +73,12 @@ private:
     enum class Drops { Nothing, HeadOfFor, Definition, Else };
     enum class Pending { None, Separator, Block };
 
+    /// Reads a token and only logs it; used until the first fault, unless advice is shown.
+    [[nodiscard]] int NextLogged(SlcTokenValue& value, SlcTextRange& range);
+    /// Follows the tokens that have only been logged, and all later ones.
+    void CatchUp();
+    /// Does the same as `Next`, and follows the tokens.
+    [[nodiscard]] int NextFollowed(SlcTokenValue& value, SlcTextRange& range);
     [[nodiscard]] static SlcTextRange RangeOfToken();
     /// Reads the next token that is not dropped.
     [[nodiscard]] int ReadKept();
@@ -100,8 +106,10 @@ private:
     /// Returns the token to insert, which has an empty range after the last token; an inserted
     /// number is 0.
     [[nodiscard]] int Insert(SlcTokenValue& value, SlcTextRange& range);
-    /// Adds a token to `m_tokens` and updates the state.
+    /// Adds the last token to `m_tokens` and updates the state.
     void Keep(int code);
+    /// Returns the place in `m_tokens` for the next token, which is that of the oldest one.
+    [[nodiscard]] Token& NextPlace() { return m_tokens[m_count % k_kept]; }
     /// Returns a token to insert so that the rejected one becomes acceptable; 0 if none would help.
     [[nodiscard]] int Replacement(const SlcParserTables& tables) const;
     /// Updates the state for a token; each of the next four functions updates a part of it.
@@ -175,11 +183,16 @@ private:
     int m_pendingBrace = '{';
     SlcTokenValue m_blockValue = {};
     bool m_keepsBlocks = false;
+    bool m_isFollowing = m_isShown;  // false up to the first fault, unless advice is shown
     std::vector<Repair> m_repairs;
     std::size_t m_nextRepair = 0;  // index in `m_repairs`
     std::size_t m_scanned = 0;     // number of tokens read from the scanner
     Repair m_found;                // repair of the last fault
     int m_given = 0;               // the last token passed to the parser
+
+    std::vector<std::int16_t> m_logged;           // the tokens that are not followed yet
+    const SlcSyntaxNode* m_lastNode = nullptr;    // the name, if the last of these is a name
+    const SlcSyntaxNode* m_nodeBefore = nullptr;  // the same for the one before it
 
     Condition m_condition = Condition::None;  // the condition of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // number of parentheses open before the condition

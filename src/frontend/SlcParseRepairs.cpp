@@ -20,6 +20,7 @@ void SlcParseAdvice::KeepBlocks(std::vector<Repair> repairs)
 {
     m_keepsBlocks = true;
     m_isShown = true;
+    m_isFollowing = true;
     m_repairs = std::move(repairs);
 }
 

@@ -19,6 +19,17 @@ std::string AdviceOn(const std::string& source)
     return advice;
 }
 
+/// Returns the reports at warning level 2, except advice.
+std::string ReportsWithoutAdvice(const std::string& source)
+{
+    std::istringstream lines(ParsedSource(source, 2).Reports());
+    std::string reports;
+    for (std::string line; std::getline(lines, line);)
+        if (line.find(": ADVICE: ") == std::string::npos)
+            reports += line + "\n";
+    return reports;
+}
+
 struct Case {
     const char* source;
     const char* advice;
@@ -143,8 +154,11 @@ TEST(SlcParseAdvice, ExplainsFaultsOfBracesAndDefinitions)
         {"surface s() {\nfloat x = 1 y = 2;\n}",
          "2: ADVICE: unexpected 'y': a ',' is missing before it"},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(AdviceOn(c.source), c.advice) << c.source;
+        // Without advice, the tokens before the first fault are followed only then.
+        EXPECT_EQ(ParsedSource(c.source).Reports(), ReportsWithoutAdvice(c.source)) << c.source;
+    }
 }
 
 TEST(SlcParseAdvice, IsNotPrintedBelowTheSecondLevel)
