@@ -123,10 +123,7 @@ void SlcResolveTexture::Resolve(SlcTextureExprNode* texture)
     }
     static_cast<void>(ResolveRequestedType(texture));
 
-    SlcExprNode* filename = texture->GetFilename()->GetName();
-    if (LacksType(filename, T::AString()))
-        m_errors->Error(texture, TextsOf(*m_kind).filename);
-    SetUnique(filename, T::AString());
+    ResolveFilename(texture);
     SlcExprNode* channel = texture->GetChannel()->GetChannel();
     if (LacksType(channel, T::AFloat()))
         m_errors->Error(texture, "Texture channel must be a float");
@@ -135,6 +132,16 @@ void SlcResolveTexture::Resolve(SlcTextureExprNode* texture)
     const int coordinates = ResolveCoordinates(texture);
     if (coordinates >= 0)
         ResolveParameters(static_cast<std::size_t>(coordinates));
+}
+
+void SlcResolveTexture::ResolveFilename(const SlcTextureExprNode* texture)
+{
+    if (!texture->GetFilename())
+        return;
+    SlcExprNode* filename = texture->GetFilename()->GetName();
+    if (LacksType(filename, T::AString()))
+        m_errors->Error(texture, TextsOf(*m_kind).filename);
+    SetUnique(filename, T::AString());
 }
 
 void SlcResolveTexture::ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message)

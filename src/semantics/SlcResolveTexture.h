@@ -26,6 +26,8 @@ private:
 
     [[nodiscard]] static const KindTexts& TextsOf(const SlcTextureTypeNode& kind);
 
+    /// Checks the texture's name, which is missing only after a syntax error.
+    void ResolveFilename(const SlcTextureExprNode* texture);
     /// Returns the number of arguments that are coordinates; -1 after a fault that leaves the
     /// meaning of all arguments unclear. The next two functions return the same.
     [[nodiscard]] int ResolveCoordinates(SlcTextureExprNode* texture);

@@ -174,6 +174,8 @@ TEST(QxSourceIndex, ContinuesAfterFaults)
          "0:3:6+1 parameter b read float uniform"},
         {"string m[1] = {\"\"}; Ci = nothing * texture(\nm[0][0]);\n}\n",
          "0:3:1+1 local m read string uniform"},
+        {"Ci = color texture(\"x\"[0][1], s, Kd);\n}\n",
+         "0:2:34+2 parameter Kd read float uniform"},
     };
     for (const auto& c : cases) {
         const QxCompileResult result =
