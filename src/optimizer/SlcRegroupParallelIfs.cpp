@@ -41,7 +41,7 @@ void SlcRegroupParallelIfs::Optimize(SlcPtr<SlcListICode>& list)
 {
     m_list = &*list;
     m_output.clear();
-    m_openIf = nullptr;
+    m_open.clear();
     for (m_position = 0; m_position < list->m_icodes.size(); ++m_position)
         list->m_icodes[m_position]->ApplyWalker(this);
     list->m_icodes.swap(m_output);
@@ -49,7 +49,7 @@ void SlcRegroupParallelIfs::Optimize(SlcPtr<SlcListICode>& list)
 
 void SlcRegroupParallelIfs::CloseAtMark(const SlcPtr<SlcICode>& mark)
 {
-    m_openIf = nullptr;
+    m_open.clear();
     m_lastWasJump = false;
     m_output.push_back(mark);
 }
@@ -66,19 +66,18 @@ void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndParallelICode> code)
 
 void SlcRegroupParallelIfs::Case(SlcPtr<SlcIfICode> code)
 {
-    m_openIf = code;
-    m_flagWritten = false;
+    m_open.push_back({code, false});
     m_lastWasJump = false;
     m_output.push_back(code);
 }
 
 bool SlcRegroupParallelIfs::NextGuardJoins() const
 {
-    if (m_flagWritten || m_lastWasJump || m_openIf.Null() ||
+    if (m_lastWasJump || m_open.empty() || m_open.back().flagWritten ||
         m_position + 1 >= m_list->m_icodes.size())
         return false;
     const SlcICode& next = *m_list->m_icodes[m_position + 1];
-    const SlcIfICode& open = *m_openIf;
+    const SlcIfICode& open = *m_open.back().code;
     return typeid(next) == typeid(open) &&
            static_cast<const SlcIfICode&>(next).m_flag == open.m_flag;
 }
@@ -89,9 +88,10 @@ void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndIfICode> code)
         ++m_position;
         return;
     }
-    const SlcLabel label = m_openIf ? m_openIf->m_label : code->m_label;
+    const SlcLabel label = m_open.empty() ? code->m_label : m_open.back().code->m_label;
     m_output.push_back(MakeShared<SlcEndIfICode>(label));
-    m_openIf = nullptr;
+    if (!m_open.empty())
+        m_open.pop_back();
 }
 
 void SlcRegroupParallelIfs::Case(SlcPtr<SlcBreakICode> code)
@@ -109,7 +109,8 @@ void SlcRegroupParallelIfs::Case(SlcPtr<SlcContinueICode> code)
 void SlcRegroupParallelIfs::Default(SlcPtr<SlcICode> code)
 {
     m_lastWasJump = false;
-    if (m_openIf && !m_flagWritten)
-        m_flagWritten = WritesWalker().Writes(code, m_openIf->m_flag);
+    for (Guard& guard : m_open)
+        if (!guard.flagWritten)
+            guard.flagWritten = WritesWalker().Writes(code, guard.code->m_flag);
     m_output.push_back(std::move(code));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <vector>
 
 #include "icode/SlcBlockICode.h"
 #include "icode/SlcOperandWalker.h"
@@ -26,16 +27,19 @@ private:
     void Case(SlcPtr<SlcContinueICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
+    struct Guard {
+        SlcPtr<SlcIfICode> code;
+        bool flagWritten = false;  // its body writes its flag
+    };
+
     /// Handles the begin or end of a run. A guard around it is not joined with the next guard.
     void CloseAtMark(const SlcPtr<SlcICode>& mark);
-    /// True if the next instruction opens a guard that can be joined with the open one.
+    /// True if the next instruction opens a guard that can be joined with the innermost open one.
     [[nodiscard]] bool NextGuardJoins() const;
 
     std::deque<SlcPtr<SlcICode>> m_output;
     const SlcListICode* m_list = nullptr;
-    std::size_t m_position = 0;   // index of the current instruction
-    SlcPtr<SlcIfICode> m_openIf;  // the guard opened last; null if a guard has closed since, or a
-                                  // run has begun or ended
-    bool m_flagWritten = false;   // the body of the open guard writes its flag
-    bool m_lastWasJump = false;   // the previous instruction is a `break` or `continue`
+    std::size_t m_position = 0;  // index of the current instruction
+    std::vector<Guard> m_open;   // of the current run, the innermost last
+    bool m_lastWasJump = false;  // the previous instruction but ends is a `break` or `continue`
 };

@@ -477,6 +477,13 @@ TEST(SlcRegroupParallelIfs, JoinsGuardsOfOneFlag)
         {"{ f?( continue f1 to L; ) f?( y = 1; ) }", "{ f?( continue f1 to L; ) f?( y = 1; ) }"},
         // The second guard must use the value that the first body has written to the flag.
         {"{ f?( f = x < y; x = 1; ) f?( y = 1; ) }", "{ f?( f = x < y; x = 1; ) f?( y = 1; ) }"},
+        // The lowering does not nest guards.
+        {"{ f?( x = 1; ) f?( f1?( y = 1; ) ) }", "{ f?( x = 1; f1?( y = 1; ) ) }"},
+        {"{ f?( f1?( x = 1; ) f1?( y = 1; ) ) f?( z = 1; ) }",
+         "{ f?( f1?( x = 1; y = 1; ) z = 1; ) }"},
+        {"{ f?( f1?( f = x < y; ) ) f?( y = 1; ) }", "{ f?( f1?( f = x < y; ) ) f?( y = 1; ) }"},
+        {"{ f?( f1?( break f to L; ) ) f?( y = 1; ) }",
+         "{ f?( f1?( break f to L; ) ) f?( y = 1; ) }"},
     };
     ExpectRewritten(cases,
                     [](SlcPtr<SlcListICode>& list) { SlcRegroupParallelIfs().Optimize(list); });
