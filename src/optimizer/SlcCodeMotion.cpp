@@ -88,6 +88,12 @@ bool Is(const SlcPtr<SlcICode>& code)
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
 
+/// True if the block ends in a jump to its only successor.
+bool OnlyJumps(const SlcBasicBlock& block)
+{
+    return Is<SlcGotoICode>(block.GetListICode().back()) && block.GetNextBlocks().size() == 1;
+}
+
 /// Returns the number of the flag that the instruction inverts in place; -1 for other instructions.
 /// The data-flow sets do not count this as a write, since the new value depends on the old one. But
 /// nothing that depends on the flag may be hoisted, since the flag changes in each iteration.
@@ -135,12 +141,14 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
     return true;
 }
 
-// A jump from outside the loop would skip the instructions before the head.
+// A jump from outside the loop would skip the instructions before the head. So would a jump to the
+// head at the end of the block before it, which remains without dead code elimination.
 bool SlcCodeMotion::CanHoistBefore(int head) const
 {
     const auto& predecessors = m_graph.Blocks()[head].GetPredBlocks();
     return std::all_of(predecessors.begin(), predecessors.end(), [&](int predecessor) {
-        return predecessor >= head || predecessor == head - 1;
+        return predecessor >= head ||
+               (predecessor == head - 1 && !OnlyJumps(m_graph.Blocks()[predecessor]));
     });
 }
 

@@ -409,6 +409,11 @@ TEST(SlcCodeMotion, HoistsInvariantsOutOfTheLoop)
         {"begin; S: { u = p; y = 2; } { x = u; } pOut = x + y; !g? goto E; goto S; E: end;",
          "begin; { u = p; y = 2; } { x = u; } S: { } { } pOut = x + y; !g? goto E; goto S; E: "
          "end;"},
+        // A jump to the head would skip hoisted code, even if it is right before the head.
+        {"begin; goto S; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;",
+         "begin; goto S; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;"},
+        {"begin; g? goto S; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;",
+         "begin; g? goto S; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;"},
         // These are not hoisted: a variable that is written twice, one that is read before it is
         // written, a write under a guard, an operand that the loop writes, an array element.
         {"begin; S: u = 1; pOut = u; u = 2; !g? goto E; goto S; E: end;",
