@@ -79,8 +79,9 @@ std::string SlcICodeNames::Of(const SlcOperand& operand)
 
 bool SlcICodeNames::IsTemporary(const SlcLexType& operand)
 {
-    return operand.IsIdent() && IsNumbered(operand.GetName(), "T") &&
-           operand.GetName().back() == '_';
+    // A parameter of a shader may have such a name, too.
+    return operand.IsIdent() && operand.GetStorage()->IsLocal() &&
+           IsNumbered(operand.GetName(), "T") && operand.GetName().back() == '_';
 }
 
 std::string SlcICodeNames::Numbered(char kind, const std::string& name)

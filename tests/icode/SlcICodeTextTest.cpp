@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "helpers/CodeText.h"
+#include "icode/SlcICodeNames.h"
 #include "icode/SlcICodeValidator.h"
 
 namespace {
@@ -113,6 +114,19 @@ TEST(SlcICodeValidator, FindsInvalidInstructions)
     for (const Case& c : cases)
         EXPECT_EQ(SlcICodeValidator::FirstFault(*CodeText().List(c.text), k_lowered), c.fault)
             << c.text;
+}
+
+TEST(SlcICodeNames, ATemporaryIsALocal)
+{
+    const auto isTemporary = [](const char* name, SlcStorageSpecNode* storage) {
+        return SlcICodeNames::IsTemporary(SlcLexType(SlcLexicalNode::CreateIdent(name),
+                                                     SlcTypeNode::AFloat(),
+                                                     SlcDetailNode::AUniform(), storage));
+    };
+    EXPECT_TRUE(isTemporary("T1_", SlcStorageSpecNode::ALocal()));
+    EXPECT_FALSE(isTemporary("T1_2", SlcStorageSpecNode::ALocal()));
+    EXPECT_FALSE(isTemporary("T1_", SlcStorageSpecNode::AInput()));
+    EXPECT_FALSE(isTemporary("T1_", SlcStorageSpecNode::AOutput()));
 }
 
 // The parser refuses brackets that do not match, but a pass could leave them.
