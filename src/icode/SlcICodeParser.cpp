@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <limits>
+#include <optional>
 #include <string>
 
 #include "icode/SlcICodeSigns.h"
@@ -17,8 +19,18 @@
 
 namespace {
 
+/// Parses all of `text` as a number; nothing if it is none or out of range.
+template <class Number>
+std::optional<Number> NumberOf(std::string_view text)
+{
+    Number number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number)
+                                                                    : std::nullopt;
+}
+
 /// Parses a constant that begins with `#`: an integer that the compiler added, or an infinite or
-/// NaN float.
+/// NaN float. Null for anything else.
 SlcOperand HashConstant(const std::string& token)
 {
     if (token == "#inf" || token == "#-inf" || token == "#nan") {
@@ -26,7 +38,8 @@ SlcOperand HashConstant(const std::string& token)
                                              : std::numeric_limits<double>::infinity();
         return SlcLexType::Float(token == "#-inf" ? -value : value);
     }
-    return SlcLexType::Int(std::stoi(token.substr(1)), true);
+    const auto number = NumberOf<int>(std::string_view(token).substr(1));
+    return number ? SlcLexType::Int(*number, true) : SlcOperand();
 }
 
 /// Primitives are spelled in upper case, the keywords of the text form in lower case.
@@ -119,6 +132,10 @@ SlcPtr<SlcICode> SlcICodeParser::Words(const std::string& word)
         return MakeShared<SlcBeginShaderICode>();
     if (word == "end")
         return MakeShared<SlcEndShaderICode>();
+    if (word == "note" && !AtEnd() && Peek() == ";") {
+        static const std::string noFile;
+        return MakeShared<SlcCommentICode>("", 0, &noFile);
+    }
     return nullptr;
 }
 
@@ -211,13 +228,16 @@ SlcOperand SlcICodeParser::Operand(const std::string& token)
         return SlcLexType::Bool(token == "true");
     if (token.front() == '"')
         return SlcLexType::String(token);
-    if (token.front() == '#')
-        return HashConstant(token);
-    if (SlcIsICodeNumber(token))
-        return SlcLexType::Float(std::stod(token));
-    if (!SlcIsICodeWordChar(token.front()))
-        Fail("an operand");
-    return m_scope.FindVariable(token);
+    if (token.front() == '#') {
+        if (SlcOperand constant = HashConstant(token))
+            return constant;
+    } else if (SlcIsICodeNumber(token)) {
+        if (const auto number = NumberOf<double>(token))
+            return SlcLexType::Float(*number);
+    } else if (SlcIsICodeWordChar(token.front())) {
+        return m_scope.FindVariable(token);
+    }
+    Fail("an operand");
 }
 
 SlcICodeParser::Operands SlcICodeParser::Arguments()

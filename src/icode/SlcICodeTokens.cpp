@@ -54,7 +54,7 @@ bool SlcIsICodeWordChar(char c)
 
 bool SlcIsICodeNumber(std::string_view token)
 {
-    return NumberLength(token) == token.size();
+    return !token.empty() && NumberLength(token) == token.size();
 }
 
 std::vector<std::string> SlcSplitICodeText(std::string_view text)

@@ -30,7 +30,8 @@ TEST(SlcICodeText, ParsesToTheSameList)
         "next S; E:",
         "f, x = illuminate(x, y) simd; f, x = illuminate(x, y, 1, z); f, x = solar(x, 0) simd at "
         "f;",
-        "begin; { f?( break f h to E; continue f to S; ) !f?( x = y; ) } S: !g? goto S; g? goto E; "
+        "note; begin; { f?( break f h to E; continue f to S; ) !f?( x = y; ) } S: !g? goto S; g? "
+        "goto E; "
         "goto E; E: end;",
     };
     for (const char* text : texts)
@@ -72,6 +73,9 @@ TEST(SlcICodeText, ReportsWhereParsingFails)
          "expected an instruction in place of 'color' after ' color ( 1 , 2 ) '"},
         {"x = SIN(1", "expected ')' after ' x = SIN ( 1 '"},
         {"x =", "expected more after ' x = '"},
+        {"x = #y;", "expected an operand after ' x = #y '"},
+        {"x = #3000000000;", "expected an operand after ' x = #3000000000 '"},
+        {"x = 1e999;", "expected an operand after ' x = 1e999 '"},
     };
     for (const Case& c : cases) {
         std::string fault;
