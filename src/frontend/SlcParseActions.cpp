@@ -10,6 +10,7 @@
 
 #include "frontend/SlcParseActions.h"
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 #include <string>
@@ -23,6 +24,10 @@
 namespace SlcParseActions {
 
 namespace {
+
+/// The stack per level of a thread other than the main one, whose size cannot be changed: 8 MB, the
+/// usual size, allow the maximum height. Optimized passes need less than half of it.
+constexpr std::size_t k_threadStackPerLevel = (std::size_t{8} << 20) / SlcSyntaxNode::k_maxHeight;
 
 /// The state of the current parse.
 struct Parse {
@@ -64,8 +69,10 @@ void Begin()
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
     Current() = {};
     // If the user limits the stack, the maximum height is lower, so that no walk overflows it.
-    Current().maxHeight =
-        static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
+    std::size_t levels = QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel;
+    if (!QxStack::IsOfMainThread())
+        levels = std::min(levels, QxStack::Left() / k_threadStackPerLevel);
+    Current().maxHeight = static_cast<int>(levels);
 }
 
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)

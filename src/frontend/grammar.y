@@ -348,7 +348,7 @@ statements
     : statement
         { Put($$, @$, std::make_unique<SlcStmtsNode>(Take<SlcStmtNode>($1))); }
     | statements statement
-        { $$ = $1; As<SlcStmtsNode>($$)->AddStatement(Take<SlcStmtNode>($2)); }
+        { $$ = $1; As<SlcStmtsNode>($$)->AddStatement(Take<SlcStmtNode>($2)); RejectIfTooHigh($$); }
     ;
 
 statement

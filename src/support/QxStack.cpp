@@ -8,6 +8,7 @@
 
 #include <pthread.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -41,6 +42,11 @@ std::size_t QxStack::Reserve(std::size_t wanted)
     const rlim_t before = limit.rlim_cur;
     limit.rlim_cur = std::min<rlim_t>(wanted, limit.rlim_max);
     return ::setrlimit(RLIMIT_STACK, &limit) == 0 ? limit.rlim_cur : before;
+}
+
+bool QxStack::IsOfMainThread()
+{
+    return ::getpid() == ::gettid();
 }
 
 std::size_t QxStack::Left()

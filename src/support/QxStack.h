@@ -10,6 +10,9 @@ public:
     /// unknown. Call `Reserve` before `Left`, which reads the limit only once per thread.
     [[nodiscard]] static std::size_t Reserve(std::size_t wanted);
 
+    /// True if the calling thread is the main one.
+    [[nodiscard]] static bool IsOfMainThread();
+
     /// Returns the number of bytes left on the calling thread's stack; the maximum number if the
     /// size of the stack is unknown.
     [[nodiscard]] static std::size_t Left();

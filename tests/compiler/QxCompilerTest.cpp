@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <optional>
+#include <pthread.h>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -224,6 +226,50 @@ TEST(QxCompiler, NeverEndsTheProcess)
         EXPECT_NE(result.messages, "");
     }
     EXPECT_EQ(QxCompileFile("/nowhere/a.sl").messages, "ERROR: Cannot read '/nowhere/a.sl'\n");
+}
+
+std::string Repeat(std::string_view text, int times)
+{
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+TEST(QxCompiler, RejectsSourcesThatAreTooDeepForTheStackOfTheThread)
+{
+    const std::string bodies[] = {
+        Repeat("{ ; ", 3300) + Repeat("}", 3300),
+        Repeat("if (x > 0) { ", 2400) + Repeat("}", 2400),
+        Repeat("if (x > 0) x = 1; else ", 1600) + ";",
+        "x = 1" + Repeat(" + x", 9000) + ";",
+        "x = " + Repeat("1 + (", 3300) + "x" + Repeat(")", 3300) + ";",
+        "x = " + Repeat("-", 9000) + "x;",
+    };
+    pthread_attr_t small;
+    ASSERT_EQ(pthread_attr_init(&small), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&small, std::size_t{512} << 10), 0);
+    for (const std::string& body : bodies) {
+        std::string source = "surface a() { float x = s; " + body + " Ci = x; }";
+        QxCompileResult result;
+        using Compile = std::function<void()>;
+        Compile compile = [&] { result = QxCompileText("a.sl", source); };
+        pthread_t thread;
+        ASSERT_EQ(pthread_create(
+                      &thread, &small,
+                      [](void* argument) -> void* {
+                          (*static_cast<Compile*>(argument))();
+                          return nullptr;
+                      },
+                      &compile),
+                  0);
+        ASSERT_EQ(pthread_join(thread, nullptr), 0);
+        ASSERT_EQ(result.reports.size(), 1U) << body.substr(0, 20);
+        EXPECT_NE(result.reports[0].text.find("nested too deeply"), std::string::npos);
+        compile();
+        EXPECT_TRUE(result.succeeded) << result.messages;
+    }
+    pthread_attr_destroy(&small);
 }
 
 TEST(QxCompiler, KeepsNoMemory)
