@@ -54,43 +54,58 @@ int SignOfTwo(std::string_view text)
     return 0;
 }
 
-bool StartsNumber(std::string_view text)
+std::size_t DigitsFrom(std::string_view text, std::size_t at)
 {
-    const auto isDigit = [&](std::size_t at) {
-        return at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) != 0;
-    };
-    return isDigit(0) || (text[0] == '.' && isDigit(1));
+    const std::size_t begin = at;
+    while (at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) != 0)
+        ++at;
+    return at - begin;
 }
 
+/// Returns the length of the number at the start of the text; 0 if there is none.
 std::size_t NumberLength(std::string_view text)
 {
-    std::size_t end = 0;
-    while (end < text.size() &&
-           (IsWordPart(text[end]) || text[end] == '.' ||
-            ((text[end] == '-' || text[end] == '+') && (text[end - 1] | 0x20) == 'e')))
-        ++end;
-    return end;
+    const std::size_t whole = DigitsFrom(text, 0);
+    std::size_t end = whole;
+    if (end < text.size() && text[end] == '.')
+        end += 1 + DigitsFrom(text, end + 1);
+    if (whole == 0 && end <= 1)
+        return 0;
+    std::size_t exponent = end + 1;
+    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-'))
+        ++exponent;
+    const bool hasExponent = end < text.size() && (text[end] | 0x20) == 'e';
+    const std::size_t digits = hasExponent ? DigitsFrom(text, exponent) : 0;
+    return digits == 0 ? end : exponent + digits;
+}
+
+/// Returns the length of the string literal at the start of the text; 0 if it is not closed.
+std::size_t StringLength(std::string_view text)
+{
+    std::size_t end = 1;
+    while (end < text.size() && text[end] != '"')
+        end += text[end] == '\\' ? 2 : 1;
+    return end < text.size() ? end + 1 : 0;
 }
 
 /// Returns the first token of a text, which must not be empty or begin with a blank, and sets
 /// `length` to its length. Returns 0 if the text begins with no valid token.
 int TokenOf(std::string_view text, std::size_t& length)
 {
-    length = 1;
-    if (StartsNumber(text)) {
-        length = NumberLength(text);
+    length = NumberLength(text);
+    if (length != 0) {
         const bool isWhole = text.substr(0, length).find_first_of(".eE") == std::string_view::npos;
         return isWhole ? INT_CONST : FLOAT_CONST;
     }
+    length = 1;
     if (IsWordPart(text[0])) {
         while (length < text.size() && IsWordPart(text[length]))
             ++length;
         return SlcKeywordToken(text.substr(0, length));
     }
     if (text[0] == '"') {
-        const std::size_t end = text.find('"', 1);
-        length = end + 1;
-        return end == std::string_view::npos ? 0 : STRING_CONST;
+        length = StringLength(text);
+        return length == 0 ? 0 : STRING_CONST;
     }
     if (const int sign = SignOfTwo(text); sign != 0) {
         length = 2;

@@ -3,10 +3,12 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "frontend/SlcLexicalNode.h"
+#include "frontend/SlcMissingToken.h"
 #include "frontend/SlcTokenValue.h"
 #include "grammar.h"
 #include "support/SlcDiagnostics.h"
@@ -135,6 +137,27 @@ TEST(SlcScanner, TakesTheLongestToken)
     };
     for (const TokenCase& c : cases)
         EXPECT_EQ(Tokens(c.text), c.tokens) << c.text;
+}
+
+// The tokens of the rest of a line, from which advice is derived.
+TEST(SlcTokensOfLine, AreThoseOfTheScanner)
+{
+    static const char* const lines[] = {
+        "12abc + 0x10 1.5f 1e 2e+ 3.x .5.5 1..2 1e5 2.e-3 1.5e+b",
+        R"(x = mix("a \" b", "", "\\") + "c";)",
+        "a<=b&&c!=d||-e>=f lights light _a9",
+        "a @",
+        "a \"b",
+    };
+    for (const char* line : lines) {
+        const Source source(line);
+        std::vector<int> tokens;
+        testing::internal::CaptureStderr();
+        for (int token = yylex(); token != 0 && NbErrors() == 0; token = yylex())
+            tokens.push_back(token);
+        testing::internal::GetCapturedStderr();
+        EXPECT_EQ(SlcTokensOfLine(line, 99), tokens) << line;
+    }
 }
 
 TEST(SlcScanner, FollowsTheLineMarkers)
