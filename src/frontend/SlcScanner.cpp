@@ -83,7 +83,7 @@ void RejectIfTooLong(std::string_view text)
         return;
     const SlcSourcePosition& position = SlcCurrentPosition();
     const std::string file = position.file ? *position.file : std::string();
-    const std::string fault = "A token or a line has more than " +
+    const std::string fault = "A token, or a line with its line break, has more than " +
                               std::to_string(SlcScanner::k_maxTokenLength) + " characters";
     RecordReport({true, 0, file, position.line, 0, 0, fault, ""});
     PrintReport("token too large, exceeds YYLMAX\n" + file + ":" + std::to_string(position.line) +

@@ -300,9 +300,9 @@ TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
     EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // only a later line counts its newline
     EXPECT_EQ(Tokens("# 1 \"a\"\n" + longest + " " + longest), longest + " " + longest);
     EXPECT_EXIT(Tokens("\n" + longest + " "), testing::ExitedWithCode(2),
-                "^token too large, exceeds YYLMAX\n:2: ERROR: A token or a line has more than "
-                "8191 characters\n$");
+                "^token too large, exceeds YYLMAX\n:2: ERROR: A token, or a line with its line "
+                "break, has more than 8191 characters\n$");
     EXPECT_EXIT(Tokens(longest + "aa"), testing::ExitedWithCode(2),
-                "^token too large, exceeds YYLMAX\n:1: ERROR: A token or a line has more than "
-                "8191 characters\n$");
+                "^token too large, exceeds YYLMAX\n:1: ERROR: A token, or a line with its line "
+                "break, has more than 8191 characters\n$");
 }
