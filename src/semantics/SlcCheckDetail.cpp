@@ -74,9 +74,8 @@ void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
     if (!detail.IsUnknownDetail())
         return;
     if (place.inShader)
-        errors.Advise(node,
-                      "a function gives a uniform value if the locals that it assigns and the "
-                      "formals that go into them are declared 'uniform'");
+        errors.Advise(node, "the value comes from locals without a declared detail: declare them "
+                            "'uniform', and in functions also the formals that go into them");
     else
         errors.Advise(node, "the value is as varying as the arguments of the call: declare the "
                             "formals that it comes from 'uniform'");

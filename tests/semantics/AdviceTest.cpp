@@ -52,8 +52,12 @@ TEST(Advice, NamesTheDetailToDeclare)
          "2: ADVICE: formal 'y' is uniform, and this argument differs from point to point"},
         {"float f(float x) { float y; y = x; return y; }\nsurface a() { uniform float b = f(2); }",
          "2: ERROR: The expression initializing 'b' must be uniform\n"
-         "2: ADVICE: a function gives a uniform value if the locals that it assigns and the "
-         "formals that go into them are declared 'uniform'"},
+         "2: ADVICE: the value comes from locals without a declared detail: declare them "
+         "'uniform', and in functions also the formals that go into them"},
+        {"surface a() { float x = 1; uniform float y = x; }",
+         "1: ERROR: The expression initializing 'y' must be uniform\n"
+         "1: ADVICE: the value comes from locals without a declared detail: declare them "
+         "'uniform', and in functions also the formals that go into them"},
         {"float f(float x) { uniform float y; y = x; return y; }\nsurface a() { }",
          "1: ERROR: Assignment detail mismatch: y\n"
          "1: ADVICE: the value is as varying as the arguments of the call: declare the formals "
