@@ -33,7 +33,10 @@ std::string SlcTypeOf(const SlcExprNode* expr)
 {
     const auto types = SlcPossibleTypes::Of(expr);
     const SlcTypeNode* const type = types ? types->GetUniqueType() : nullptr;
-    return type && !type->IsErrorType() ? type->ToString() : std::string();
+    const bool isChosen =
+        type && !type->IsErrorType() &&
+        (!type->IsVoidType() || types->IsInTypes(SlcTypeNode::AVoid(), false) != nullptr);
+    return isChosen ? type->ToString() : std::string();
 }
 
 QxDetail SlcSum(QxDetail a, QxDetail b)

@@ -121,13 +121,16 @@ SlcTextRange SlcIndexPlaces::BodyOf(const SlcTextRange& definition) const
 
 std::string SlcIndexPlaces::TextOf(const SlcTextRange& range) const
 {
+    const auto& tokens = m_trace.Tokens();
     std::string text;
-    for (const char c : m_text.substr(range.begin, range.end - range.begin)) {
-        const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
-        if (!isBlank)
-            text += c;
-        else if (!text.empty() && text.back() != ' ')
+    std::size_t end = range.begin;
+    for (std::size_t i = TokenAt(range.begin); i < tokens.size() && tokens[i].offset < range.end;
+         ++i) {
+        // Blanks, or line markers.
+        if (tokens[i].offset > end)
             text += ' ';
+        end = std::min<std::size_t>(tokens[i].offset + tokens[i].text.size(), range.end);
+        text += m_text.substr(tokens[i].offset, end - tokens[i].offset);
     }
     return text;
 }

@@ -67,7 +67,7 @@ private:
             name.declaration += (macro.body.empty() ? "" : " ") + macro.body;
             const QxSourcePlace place = name.place;
             m_macros.push_back(m_names.Add(std::move(name)));
-            AddUse(m_macros.back(), QxUseRole::Definition, place, false);
+            AddUse(m_macros.back(), QxUseRole::Definition, place);
         }
         for (const Trace::MacroUse& use : m_trace.MacroUses())
             AddMacroUse(use);
@@ -78,14 +78,15 @@ private:
         const int name = use.macro < 0 ? -1 : m_macros[static_cast<std::size_t>(use.macro)];
         const QxSourcePlace place = SlcIndexPlaces::Public(use.place);
         const bool isExpanded = use.kind == Trace::UseKind::Expanded;
-        AddUse(name, isExpanded ? QxUseRole::Read : QxUseRole::Ask, place, use.isBody);
+        AddUse(name, isExpanded ? QxUseRole::Read : QxUseRole::Ask, place, &use);
         if (isExpanded && place.file >= 0)
             m_index.macroUses.push_back(
                 {name, SlcIndexPlaces::Between(place, SlcIndexPlaces::Public(use.end)),
                  use.expansion});
     }
 
-    void AddUse(int name, QxUseRole role, const QxSourcePlace& place, bool isBody)
+    void AddUse(int name, QxUseRole role, const QxSourcePlace& place,
+                const Trace::MacroUse* traced = nullptr)
     {
         if (name < 0 || place.file < 0)
             return;
@@ -93,7 +94,9 @@ private:
         use.name = name;
         use.role = role;
         use.place = place;
-        use.isInMacro = isBody;
+        use.isInMacro = traced && traced->isBody;
+        if (use.isInMacro)
+            use.macro = SlcIndexPlaces::Public(traced->outermost);
         m_index.uses.push_back(std::move(use));
     }
 

@@ -182,6 +182,8 @@ void SlcPreprocessorTrace::FinishUses(std::string_view text)
         use.place = PlaceOf(raw.name);
         use.end = PlaceOf(raw.end);
         use.isBody = IsBody(raw.name, raw.outermost);
+        if (use.isBody)
+            use.outermost = PlaceOf({raw.outermost, NameLength(raw.outermost)});
         const auto found = expansions.find(raw.name.begin);
         if (!raw.outermost && found != expansions.end())
             use.expansion =

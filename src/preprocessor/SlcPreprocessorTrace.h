@@ -53,6 +53,7 @@ public:
         Place place;            // of the name
         Place end;              // of the last token: the name or a closing parenthesis
         bool isBody = false;    // the use is in the definition of a macro
+        Place outermost;        // if so, of the name of the macro that a file uses
         std::string expansion;  // in the preprocessed text; empty inside a use or a definition
     };
     struct Include {

@@ -125,6 +125,27 @@ TEST(QxSourceIndex, PlacesEachNameAfterMacrosAndIncludes)
     EXPECT_EQ(index.includes[0].file, 1);
 }
 
+TEST(QxSourceIndex, KeepsTheTextOfDefaultValues)
+{
+    const QxCompileResult result = Compile("#define TWO (1  +  1)\n"
+                                           "surface a(string map = \"a  b\"; float x = TWO * (s -\n"
+                                           "#include \"one.h\"\n"
+                                           "  /* why */ )) {}\n",
+                                           {{"one.h", "1\n"}});
+    ASSERT_EQ(result.index->names[0].name, "TWO");
+    EXPECT_EQ(result.index->names[0].defaultValue, "(1  +  1)");
+    ASSERT_EQ(result.index->names.size(), 5U);
+    EXPECT_EQ(result.index->names[3].defaultValue, "\"a  b\"");
+    EXPECT_EQ(result.index->names[4].defaultValue, "(1 + 1) * (s - 1 )");
+}
+
+TEST(QxSourceIndex, KnowsWhereAMacroWithinAnotherIsUsed)
+{
+    const auto result = Compile("#define A s\n#define B (A)\nsurface a() { Ci = B; }\n");
+    const std::vector<std::string> uses = UseTexts(*result.index);
+    EXPECT_NE(std::find(uses.begin(), uses.end(), "0:2:12+1 macro A read by 0:3:20+1"), uses.end());
+}
+
 /// True if the token is a name, not a keyword, and does not come from a macro.
 bool IsName(const QxSourceIndex::Token& token)
 {
