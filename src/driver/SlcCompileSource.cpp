@@ -77,13 +77,11 @@ void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult
     if (isListed)
         return;
     SeverError(k_programName, "Cannot write " + line.m_librariesFile);
-    RemoveOutput(line, result.shaderName);
     result.succeeded = false;
 }
 
-void Reject(const SlcCommandLine& line, const QxCompileResult& result)
+void ReportFaults(const SlcCommandLine& line, const QxCompileResult& result)
 {
-    RemoveOutput(line, result.shaderName);
     PrintReport("Compilation of " + SlcCutPath(line.m_inputFile) +
                 " aborted due to errors: " + std::to_string(result.errors) + " errors, " +
                 std::to_string(result.warnings) + " warnings.\n");
@@ -104,8 +102,10 @@ void Reject(const SlcCommandLine& line, const QxCompileResult& result)
         WriteOutput(line, files, result);
     else
         PrintReport(result.messages);
+    if (!result.succeeded)
+        RemoveOutput(line, result.shaderName);
     if (result.failure == Failure::Source)
-        Reject(line, result);
+        ReportFaults(line, result);
     if (result.failure == Failure::OverlongToken)
         throw SlcCompilationEnd{2};
     if (result.failure == Failure::Compiler)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "helpers/TemporaryFolder.h"
+#include "support/SlcDiagnostics.h"
 
 namespace {
 
@@ -99,6 +100,16 @@ TEST_F(SlcCompileSourceTest, RefusedSourceLeavesNoOutput)
             std::string("Compilation of glow aborted due to errors: ") + c.summary + "\n";
         EXPECT_TRUE(m_messages.ends_with(summary)) << m_messages;
     }
+}
+
+TEST_F(SlcCompileSourceTest, SourceThatEndsTheCompileLeavesNoOutput)
+{
+    TemporaryFolder::Write("other.sqx", "");
+    testing::internal::CaptureStderr();
+    EXPECT_THROW(Compile("surface other() { Ci = Cs; }\n" + std::string(8192, 'a')),
+                 SlcCompilationEnd);
+    testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(std::filesystem::exists("other.sqx"));
 }
 
 TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsReported)
