@@ -56,7 +56,6 @@ private:
                                         const SlcTextRange& range) const;
     /// Adds the name, and records its definition as a use. Returns the name's index.
     int AddDefinition(QxIndexedName name, const SlcTextRange& range);
-    void DefineFormal(SlcVarDefsNode* declaration, QxIndexedName& owner);
     void DefineVariable(const SlcVarDefsNode& declaration, SlcDefExprNode* definition);
     [[nodiscard]] QxIndexedName VariableOf(const SlcVarDefsNode& declaration,
                                            const SlcDefExprNode& definition) const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "frontend/SlcAnnotation.h"
 #include "icode/SlcLexType.h"
 

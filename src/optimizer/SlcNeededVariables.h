@@ -4,8 +4,6 @@
 #include <span>
 #include <vector>
 
-#include "optimizer/SlcDefUse.h"
-
 /// Finds the variables that the code needs: those that are read by an instruction that does more
 /// than compute one variable, or by one that computes a needed variable.
 ///

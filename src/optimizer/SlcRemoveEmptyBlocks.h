@@ -39,7 +39,6 @@ private:
     enum class RemovePhase {
         CollectLabels,  // drops jumps to the next instruction; collects used labels and aliases
         RemoveLabels,   // redirects jumps and drops unused labels
-        RemovePairs,    // drops pairs of adjacent brackets
     };
 
     /// One walk over the instructions that name labels; true if it changed something.
