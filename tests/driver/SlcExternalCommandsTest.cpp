@@ -8,6 +8,7 @@
 
 #include "driver/SlcDefaultCommands.h"
 #include "helpers/TemporaryFolder.h"
+#include "support/QxDebug.h"
 
 namespace {
 
@@ -187,6 +188,7 @@ TEST_F(SlcExternalCommandsTest, CCFileIsKeptIfAskedWhateverTheCommandReturned)
 // The shell may end by the signal or with the corresponding status.
 TEST_F(SlcExternalCommandsTest, InterruptedCommandEndsTheCompiler)
 {
+    QxDebug::EnableRemoval();
     for (const int signal : {SIGINT, SIGQUIT})
         for (const std::string end : {"kill -$signal $$", "exit $((128 + $signal))"}) {
             m_line.m_preprocessCommand = "signal=" + std::to_string(signal) +
