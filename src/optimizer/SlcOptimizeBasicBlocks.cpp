@@ -55,7 +55,7 @@ constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct
 void WriteDump(const std::string& path, const SlcText& text)
 {
     if (!SlcWriteFile(path, text.Str()))
-        SevereWarning("shaderqx", "The dump '" + path + "' could not be written");
+        SevereWarning("shaderqx", "The dump of a pass could not be written to '" + path + "'");
 }
 
 /// Returns the successor that a block no longer reaches after folding has replaced its last

@@ -105,7 +105,6 @@ TEST_F(SlcCompileSourceTest, RefusedSourceLeavesNoOutput)
 TEST_F(SlcCompileSourceTest, SourceThatEndsTheCompileLeavesNoOutput)
 {
     TemporaryFolder::Write("other.sqx", "");
-    testing::internal::CaptureStderr();
     EXPECT_THROW(Compile("surface other() { Ci = Cs; }\n" + std::string(8192, 'a')),
                  SlcCompilationEnd);
     testing::internal::GetCapturedStderr();
