@@ -118,7 +118,7 @@ make_is 1 -j1 first.sl second.sl
 says 'sqxmake: 0 compiled, 0 up to date, 1 not tried, 1 refused:'
 echo 'surface first() { Ci = 1; }' >first.sl
 make_is 0 -j1 first.sl second.sl
-says '2 compiled, 0 up to date'
+compiled_are 'first second'
 
 make_is 0 -O0 "$include" "$library/plain10.sl" "$library/plain11.sl"
 compiled_are 'plain10 plain11'
