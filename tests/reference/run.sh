@@ -26,7 +26,7 @@ printf '# 1 "faulty.sl"\nsurface faulty()\n{\n    point q = P + P;\n    Ci = mis
 echo '#include "none.h"' >faulty2.sl
 env -u SLC_CPP_COMMAND "$bin/shaderqx" faulty2.sl 2>>messages && exit 1
 pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | sed 's/\\\\/\\/g; s/\\d/[0-9]/g; s/(\.+?)/(.+)/; s/(?:/(/')
-[ "$(grep -cE "$pattern" messages)" = "$(grep -cE '(ERROR|WARNING)' messages)" ] || {
+[ "$(grep -cE "$pattern" messages)" = "$(grep -cE '^faulty.*(ERROR|WARNING)' messages)" ] || {
     echo "The problem matcher does not find: "
     cat messages
     exit 1
