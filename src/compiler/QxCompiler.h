@@ -98,8 +98,9 @@ struct QxCompileResult {
 /// Any number of threads may compile at the same time. A result depends only on the source, the
 /// files that it uses and the options, not on previous compiles. No memory is retained unless
 /// `keepsMemory` is set. A thread needs the stack of a main thread, 8 MB, for the deepest accepted
-/// nesting. With a smaller stack, deeply nested sources are rejected. A compile raises the process's
-/// soft limit of the stack, if it is lower than what the deepest accepted nesting may need.
+/// nesting. With a smaller stack, deeply nested sources are rejected. A compile raises the
+/// process's soft limit of the stack, if it is lower than what the deepest accepted nesting may
+/// need.
 [[nodiscard]] QxCompileResult QxCompileFile(const std::string& path,
                                             const QxCompileOptions& options = {});
 

@@ -120,11 +120,16 @@ SlcIlluminanceStmtNode::SlcIlluminanceStmtNode(const SlcPosition& position,
     Adopt(m_angle.get());
 }
 
-void SlcIlluminanceStmtNode::WalkIn(SlcCodeWalker* walker)
+void SlcIlluminanceStmtNode::WalkHead(SlcCodeWalker* walker)
 {
     Walk(m_surfacePosition.get(), walker);
     Walk(m_axis.get(), walker);
     Walk(m_angle.get(), walker);
+}
+
+void SlcIlluminanceStmtNode::WalkIn(SlcCodeWalker* walker)
+{
+    WalkHead(walker);
     SlcLoopStmtNode::WalkIn(walker);
 }
 

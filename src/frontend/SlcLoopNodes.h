@@ -115,6 +115,8 @@ public:
     [[nodiscard]] SlcExprNode* GetSurfacePosition() const { return m_surfacePosition.get(); }
     [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
     [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
+    /// Walks position, axis and angle, which are evaluated before the loop.
+    void WalkHead(SlcCodeWalker* walker);
     void WalkIn(SlcCodeWalker* walker) override;
     [[nodiscard]] std::string ToString() const override { return "illuminance"; }
 

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <charconv>
 #include <span>
 
 #include "frontend/SlcScanner.h"
@@ -54,29 +55,15 @@ int SignOfTwo(std::string_view text)
     return 0;
 }
 
-std::size_t DigitsFrom(std::string_view text, std::size_t at)
-{
-    const std::size_t begin = at;
-    while (at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) != 0)
-        ++at;
-    return at - begin;
-}
-
 /// Returns the length of the number at the start of the text; 0 if there is none.
 std::size_t NumberLength(std::string_view text)
 {
-    const std::size_t whole = DigitsFrom(text, 0);
-    std::size_t end = whole;
-    if (end < text.size() && text[end] == '.')
-        end += 1 + DigitsFrom(text, end + 1);
-    if (whole == 0 && end <= 1)
+    const std::size_t digit = text.starts_with('.') ? 1 : 0;
+    if (digit == text.size() || std::isdigit(static_cast<unsigned char>(text[digit])) == 0)
         return 0;
-    std::size_t exponent = end + 1;
-    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-'))
-        ++exponent;
-    const bool hasExponent = end < text.size() && (text[end] | 0x20) == 'e';
-    const std::size_t digits = hasExponent ? DigitsFrom(text, exponent) : 0;
-    return digits == 0 ? end : exponent + digits;
+    double value = 0;
+    return static_cast<std::size_t>(
+        std::from_chars(text.data(), text.data() + text.size(), value).ptr - text.data());
 }
 
 /// Returns the length of the string literal at the start of the text; 0 if it is not closed.

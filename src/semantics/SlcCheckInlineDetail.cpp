@@ -247,9 +247,7 @@ void SlcCheckInlineDetail::Case(SlcForStmtNode* node)
 
 void SlcCheckInlineDetail::Case(SlcIlluminanceStmtNode* node)
 {
-    for (SlcExprNode* part : {node->GetSurfacePosition(), node->GetAxis(), node->GetAngle()})
-        if (part)
-            part->ApplyWalker(this);
+    node->WalkHead(this);
     WalkLoop(node, Levels::NotCounted,
              [&] { WalkGuarded(node->GetBody(), SlcDetailNode::AVarying()); });
 }

@@ -64,9 +64,7 @@ void SlcGetBodyFacts::Case(SlcDefExprNode* node)
 
 void SlcGetBodyFacts::Case(SlcIlluminanceStmtNode* node)
 {
-    for (SlcExprNode* part : {node->GetSurfacePosition(), node->GetAxis(), node->GetAngle()})
-        if (part)
-            part->ApplyWalker(this);
+    node->WalkHead(this);
     const bool outer = std::exchange(m_inLightLoop, true);
     node->GetBody()->ApplyWalker(this);
     m_inLightLoop = outer;

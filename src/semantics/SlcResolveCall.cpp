@@ -99,9 +99,7 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     m_args = SlcArgsOf(call->GetArguments());
     SlcTypeNode* wanted = ResolveRequestedType(call);
     const Entry entry = ResolveArgs(wanted);
-    // A function of the source may have the name of a restricted built-in.
-    const bool isOwn = entry && entry->GetOrigin() != SlcFuncOrigin::BuiltIn;
-    if ((!isOwn && !CheckShaderType()) || !entry)
+    if (!CheckShaderType(entry) || !entry)
         return;
     call->SetSymbolEntry(entry);
     SlcCheckConstantArguments(*m_errors, *call);
@@ -227,8 +225,11 @@ bool SlcResolveCall::ChooseArgTypes(const std::vector<Types>& expected)
     return unambiguous;
 }
 
-bool SlcResolveCall::CheckShaderType()
+bool SlcResolveCall::CheckShaderType(const Entry& entry)
 {
+    // A function of the source may have the name of a restricted built-in.
+    if (entry && entry->GetOrigin() != SlcFuncOrigin::BuiltIn)
+        return true;
     const std::string& name = m_call->GetIdent()->GetName();
     for (const Availability& restricted : k_restricted) {
         if (restricted.name != name || !m_shaderType || restricted.in(*m_shaderType))

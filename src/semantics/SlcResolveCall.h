@@ -51,9 +51,10 @@ private:
     /// Sets the type of each argument to the expected one, or to error if there is none. Reports an
     /// argument with several expected types, sets its type to error, and returns false.
     [[nodiscard]] bool ChooseArgTypes(const std::vector<Types>& expected);
-    /// Reports a function that does not exist in this type of shader, and returns false. Compares
-    /// only the name and the number of arguments with those of the restricted built-ins.
-    [[nodiscard]] bool CheckShaderType();
+    /// Reports a built-in that does not exist in this type of shader, and returns false. `entry` is
+    /// the called function, or null if none matches: then only the name and the number of arguments
+    /// are compared with those of the restricted built-ins.
+    [[nodiscard]] bool CheckShaderType(const Entry& entry);
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcPtr<SlcSymbolTable> m_scope;

@@ -22,7 +22,7 @@ SlcFile::SlcFile(const std::string& path, For use)
 {
 }
 
-std::string SlcFile::ReadAll()
+std::optional<std::string> SlcFile::ReadAll()
 {
     constexpr std::size_t least = 4096;  // pipes have no size
     struct stat status = {};
@@ -32,7 +32,9 @@ std::string SlcFile::ReadAll()
     std::size_t size = 0;
     for (;;) {
         const ssize_t count = ::read(m_descriptor, text.data() + size, text.size() - size);
-        if (count == 0 || (count < 0 && errno != EINTR))
+        if (count < 0 && errno != EINTR)
+            return std::nullopt;
+        if (count == 0)
             break;
         size += count < 0 ? 0 : static_cast<std::size_t>(count);
         if (size == text.size())

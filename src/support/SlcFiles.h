@@ -17,8 +17,8 @@ public:
 
     /// False, with the reason in `errno`, if the file could not be opened.
     [[nodiscard]] bool IsOpen() const { return m_descriptor >= 0; }
-    /// Returns the rest of the file, up to a read error.
-    [[nodiscard]] std::string ReadAll();
+    /// Returns the rest of the file; nothing, with the reason in `errno`, if reading fails.
+    [[nodiscard]] std::optional<std::string> ReadAll();
     /// Writes a text. False, with the reason in `errno`, if that fails.
     [[nodiscard]] bool Write(std::string_view text);
     /// Closes the file. False, with the reason in `errno`, if writing fails only now.

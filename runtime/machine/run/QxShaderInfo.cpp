@@ -19,8 +19,8 @@ QxShaderInterface::QxType TypeOf(int code)
 bool IsLightStatement(const SqxInstruction& instruction)
 {
     const SqxPrimitive primitive = SqxBlock::Primitive(instruction);
-    return primitive == SqxPrimitive::ILLUMINATE ||
-           primitive == SqxPrimitive::ILLUMINATE_NO_CONE || primitive == SqxPrimitive::SOLAR;
+    return primitive == SqxPrimitive::ILLUMINATE || primitive == SqxPrimitive::ILLUMINATE_NO_CONE ||
+           primitive == SqxPrimitive::SOLAR;
 }
 
 }  // namespace

@@ -19,9 +19,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "machine/translate/QxRemovedDrafts.h"
+
 namespace {
 
-constexpr std::size_t k_none = static_cast<std::size_t>(-1);
+constexpr std::size_t k_none = QxRemovedDrafts::k_none;
 // The most instructions between a value and its copy.
 constexpr int k_mostBetween = 6;
 
@@ -67,13 +69,12 @@ public:
         : m_writer(writer),
           m_block(writer.Block()),
           m_liveness(liveness),
-          m_kept(m_block.drafts.size(), 1)
+          m_removed(m_block)
     {
     }
     void Run();
 
 private:
-    [[nodiscard]] std::size_t Before(std::size_t index, std::size_t begin) const;
     [[nodiscard]] bool IsUseless(const QxDraft& draft) const;
     void FuseWithEarlier(std::size_t index, std::size_t begin);
     [[nodiscard]] bool Fuse(std::size_t before, std::size_t index);
@@ -83,7 +84,6 @@ private:
     [[nodiscard]] bool MayRunAfter(std::size_t source, std::size_t other) const;
     [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
     [[nodiscard]] bool IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const;
-    void Drop(std::size_t index);
     void Replace(std::size_t index, SqxPrimitive primitive, const std::vector<QxOperand>& operands);
     [[nodiscard]] const QxOperand* OperandsOf(const QxDraft& draft) const
     {
@@ -93,7 +93,7 @@ private:
     QxDraftWriter& m_writer;
     QxDraftBlock& m_block;
     QxLiveness& m_liveness;
-    std::vector<char> m_kept;  // by draft
+    QxRemovedDrafts m_removed;
 };
 
 void Fuser::Run()
@@ -101,11 +101,11 @@ void Fuser::Run()
     m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
         // So that no basic block becomes empty, its first draft stays or is fused into a later one.
         if (index > begin && IsUseless(m_block.drafts[index]))
-            Drop(index);
-        if (m_kept[index])
+            m_removed.Remove(index);
+        if (m_removed.IsKept(index))
             FuseWithEarlier(index, begin);
     });
-    m_liveness.Renumber(m_block.Keep(m_kept));
+    m_removed.Apply(m_liveness);
     MoveToCopies();
 }
 
@@ -118,31 +118,20 @@ void Fuser::MoveToCopies()
         });
     if (!any)
         return;
-    m_kept.assign(m_block.drafts.size(), 1);
     m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
-        if (m_kept[index])
+        if (m_removed.IsKept(index))
             MoveToCopy(index, begin);
     });
-    m_liveness.Renumber(m_block.Keep(m_kept));
+    m_removed.Apply(m_liveness);
 }
 
 /// Fuses a draft with those before it as long as that is possible. Each further search begins at
 /// the draft that was dropped last, so that a long chain of copies costs linear time.
 void Fuser::FuseWithEarlier(std::size_t index, std::size_t begin)
 {
-    std::size_t before = Before(index, begin);
+    std::size_t before = m_removed.Before(index, begin);
     while (before != k_none && Fuse(before, index))
-        before = Before(before, begin);
-}
-
-/// Returns the index of the last draft before `index` in the basic block, which starts at `begin`,
-/// that has not been dropped; `k_none` if there is none.
-std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
-{
-    while (index-- > begin)
-        if (m_kept[index])
-            return index;
-    return k_none;
+        before = m_removed.Before(before, begin);
 }
 
 /// True for a cheap instruction that combines a flag with another one, or sets a component of a
@@ -193,7 +182,7 @@ bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
             return false;
     m_block.drafts[index] = source;
     m_block.operands[source.first] = target;
-    Drop(before);
+    m_removed.Remove(before);
     return true;
 }
 
@@ -205,9 +194,9 @@ void Fuser::MoveToCopy(std::size_t index, std::size_t begin)
     if (copy.code.step != QxCodeStep::Kernel || !IsCopy(copy) || OperandsOf(copy)[0].step == 0)
         return;
     const std::uint32_t value = OperandsOf(copy)[1].variable;
-    const std::size_t last = Before(index, begin);
+    const std::size_t last = m_removed.Before(index, begin);
     std::size_t source = last;
-    for (int i = 0; source != k_none; ++i, source = Before(source, begin)) {
+    for (int i = 0; source != k_none; ++i, source = m_removed.Before(source, begin)) {
         if (i > k_mostBetween || m_block.drafts[source].code.step != QxCodeStep::Kernel)
             return;
         if (m_block.drafts[source].code.count > 0 &&
@@ -218,7 +207,7 @@ void Fuser::MoveToCopy(std::size_t index, std::size_t begin)
     if (source == k_none || source == last || !m_block.drafts[source].row->shaped)
         return;
     for (std::size_t i = source + 1; i < index; ++i)
-        if (m_kept[i] && !MayRunAfter(source, i))
+        if (m_removed.IsKept(i) && !MayRunAfter(source, i))
             return;
     static_cast<void>(ForwardCopy(source, index));
 }
@@ -265,16 +254,10 @@ bool Fuser::FuseProduct(std::size_t before, std::size_t index)
         fused.insert(pair.order == Pair::Order::ProductFirst ? fused.begin() + 1 : fused.end(),
                      {factors[1], factors[2]});
         Replace(index, pair.result, fused);
-        Drop(before);
+        m_removed.Remove(before);
         return true;
     }
     return false;
-}
-
-void Fuser::Drop(std::size_t index)
-{
-    m_kept[index] = 0;
-    m_block.drafts[index].code.count = 0;  // no operands: it reads and writes nothing
 }
 
 /// Replaces a draft by a fused instruction. The first operand is the result.

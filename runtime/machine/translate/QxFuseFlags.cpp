@@ -22,10 +22,9 @@
 #include <vector>
 
 #include "machine/translate/QxJoinFlags.h"
+#include "machine/translate/QxRemovedDrafts.h"
 
 namespace {
-
-constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
 /// A comparison of numbers, and the primitives that combine it with a flag.
 struct Comparison {
@@ -72,7 +71,8 @@ public:
     FlagFuser(QxDraftWriter& writer, QxLiveness& liveness)
         : m_writer(writer),
           m_block(writer.Block()),
-          m_liveness(liveness)
+          m_liveness(liveness),
+          m_removed(m_block)
     {
     }
     void MoveComparisonsOut();
@@ -81,13 +81,11 @@ public:
 private:
     void MoveOut(std::size_t begin, std::size_t end);
     void FuseWithEarlier(std::size_t index, std::size_t begin);
-    [[nodiscard]] std::size_t Before(std::size_t index, std::size_t begin) const;
     [[nodiscard]] bool Fuse(std::size_t before, std::size_t index);
     [[nodiscard]] bool FuseJump(const QxDraft& before, QxDraft& jump);
     [[nodiscard]] bool FuseAnd(const QxDraft& before, QxDraft& draft);
     [[nodiscard]] bool FuseAndNot(const QxDraft& before, QxDraft& draft);
     void Combine(QxDraft& draft, const QxDraft& comparison, SqxPrimitive primitive, bool swapped);
-    void Keep() { m_liveness.Renumber(m_block.Keep(m_kept)); }
     [[nodiscard]] const QxOperand* OperandsOf(const QxDraft& draft) const
     {
         return m_block.operands.data() + draft.first;
@@ -96,13 +94,12 @@ private:
     QxDraftWriter& m_writer;
     QxDraftBlock& m_block;
     QxLiveness& m_liveness;
-    std::vector<char> m_kept;  // by draft
+    QxRemovedDrafts m_removed;
 };
 
 /// Moves comparisons that ignore the mask out of the end of brackets, if an `and` follows there.
 void FlagFuser::MoveComparisonsOut()
 {
-    m_kept.assign(m_block.drafts.size(), 1);
     std::vector<std::size_t> open;
     for (std::size_t i = 0; i < m_block.drafts.size(); ++i) {
         const QxCodeStep step = m_block.drafts[i].code.step;
@@ -113,7 +110,7 @@ void FlagFuser::MoveComparisonsOut()
             open.pop_back();
         }
     }
-    Keep();
+    m_removed.Apply(m_liveness);
 }
 
 void FlagFuser::MoveOut(std::size_t begin, std::size_t end)
@@ -126,40 +123,30 @@ void FlagFuser::MoveOut(std::size_t begin, std::size_t end)
         return;
     std::swap(last, m_block.drafts[end]);
     --m_block.drafts[begin].code.target;
-    if (begin + 2 == end)
-        m_kept[begin] = m_kept[begin + 1] = 0;
+    if (begin + 2 == end) {
+        m_removed.Remove(begin);
+        m_removed.Remove(begin + 1);
+    }
 }
 
 void FlagFuser::FusePairs()
 {
-    m_kept.assign(m_block.drafts.size(), 1);
     m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
-        if (m_kept[index])
+        if (m_removed.IsKept(index))
             FuseWithEarlier(index, begin);
     });
-    Keep();
+    m_removed.Apply(m_liveness);
 }
 
 void FlagFuser::FuseWithEarlier(std::size_t index, std::size_t begin)
 {
-    std::size_t before = Before(index, begin);
-    while (before != k_none && Fuse(before, index)) {
-        m_kept[before] = 0;
-        m_block.drafts[before].code.count = 0;  // no operands: it reads and writes nothing
-        before = Before(before, begin);
+    std::size_t before = m_removed.Before(index, begin);
+    while (before != QxRemovedDrafts::k_none && Fuse(before, index)) {
+        m_removed.Remove(before);
+        before = m_removed.Before(before, begin);
     }
 }
 
-/// Returns the previous draft in the basic block that has not been dropped.
-std::size_t FlagFuser::Before(std::size_t index, std::size_t begin) const
-{
-    while (index-- > begin)
-        if (m_kept[index])
-            return index;
-    return k_none;
-}
-
-/// Fuses a draft with the draft before it, which is then to be dropped. Returns false if it cannot.
 bool FlagFuser::Fuse(std::size_t before, std::size_t index)
 {
     const QxDraft& first = m_block.drafts[before];
@@ -241,5 +228,5 @@ void QxFuseFlags(QxDraftWriter& writer, QxLiveness& liveness, std::size_t variab
     fuser.MoveComparisonsOut();
     fuser.FusePairs();
     if (QxJoinFlags(writer.Block(), liveness, variables))
-        fuser.FusePairs();
+        FlagFuser(writer, liveness).FusePairs();
 }

@@ -143,11 +143,10 @@ void QxTranslator::Finish(QxProgramBlock& target)
             code.point = draft.row->point;
         if (QxIsGoto(code.step)) {
             code.number = loops[code.target];
-        } else if (code.step == QxCodeStep::Where) {
+        } else if (code.step == QxCodeStep::Where || QxIsCondition(code.step)) {
             code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
-        } else if (QxIsCondition(code.step)) {
-            code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
-            m_target.depth = std::max(m_target.depth, ++depth);
+            if (QxIsCondition(code.step))
+                m_target.depth = std::max(m_target.depth, ++depth);
         } else if (code.step == QxCodeStep::EndIf) {
             --depth;
         }
