@@ -148,9 +148,9 @@ inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
 struct QxQuestion {};
 
 /// Precedes a loop over points. It asserts that each iteration reads and writes only the values of
-/// its own point, since two arrays are the same or do not overlap. Without this assertion the
-/// compiler would have to check for overlap at run time, and would not vectorize loops with many
-/// arrays.
+/// its own point, since two arrays are the same or do not overlap, and temporaries are declared in
+/// the iteration. Without this assertion the compiler would have to check for overlap at run time,
+/// and would not vectorize loops with many arrays.
 #if !defined(__clang__)
 #define QX_POINTS_APART _Pragma("GCC ivdep")
 #elif defined(QX_SHADER_FUNC)

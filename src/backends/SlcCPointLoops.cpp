@@ -11,8 +11,9 @@
 //     SET_BOOL(u.T7_, any_T7_ != 0);
 //     }
 //
-// The prefix of a name is `u` or `v` for a uniform or varying local, `p` for a parameter, `h` for a
-// predefined variable and `l` for a variable of a light, so that all names differ.
+// Other parallel runs declare only their temporaries in the iteration. The prefix of a name is `u`
+// or `v` for a uniform or varying local, `p` for a parameter, `h` for a predefined variable and `l`
+// for a variable of a light, so that all names differ.
 //
 // Tested by tests/backends/PointLoopsTest.cpp.
 
@@ -20,6 +21,8 @@
 #include "symbols/SlcGeneratedNames.h"
 
 namespace {
+
+constexpr std::string_view k_pointsApart = "QX_POINTS_APART ";
 
 std::string NameOfKept(const SlcOperand& operand)
 {
@@ -43,8 +46,10 @@ void SlcCStatements::PrintListICode(const SlcListICode& list)
     const auto& codes = list.m_icodes;
     const std::vector<SlcPointLoop> loops = SlcFindPointLoops(list);
     const std::vector<SlcStripLoop> strips = SlcFindStripLoops(list, loops);
+    const std::vector<SlcParallelRun> runs = SlcFindParallelRuns(list);
     auto loop = loops.begin();
     auto strip = strips.begin();
+    auto run = runs.begin();
     for (std::size_t i = 0; i < codes.size();) {
         if (strip != strips.end() && strip->begin == i) {
             Line("\tQX_FOR_STRIPS {");
@@ -53,12 +58,17 @@ void SlcCStatements::PrintListICode(const SlcListICode& list)
         if (loop != loops.end() && loop->begin == i && (loop->hasGuard || m_inStrip)) {
             WritePointLoop(list, *loop);
             i = loop->end;
+        } else if (run != runs.end() && run->begin == i) {
+            WriteParallelRun(list, *run);
+            i = run->end;
         } else {
             m_out << '\t';
             codes[i++]->ApplyWalker(this);
         }
         while (loop != loops.end() && loop->begin < i)
             ++loop;
+        while (run != runs.end() && run->begin < i)
+            ++run;
         if (m_inStrip && strip->end == i) {
             Line("\t}");
             m_inStrip = false;
@@ -66,6 +76,31 @@ void SlcCStatements::PrintListICode(const SlcListICode& list)
         }
     }
     Line("\t;");
+}
+
+void SlcCStatements::WriteParallelRun(const SlcListICode& list, const SlcParallelRun& run)
+{
+    Line('\t', run.isApart ? k_pointsApart : std::string_view(),
+         "for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
+    DeclareTemporaries(run.temporaries);
+    WriteCodes(list, run.begin + 1, run.end);
+    m_values.ForgetKept();
+}
+
+void SlcCStatements::DeclareTemporaries(const std::vector<SlcOperand>& temporaries)
+{
+    for (const SlcOperand& operand : temporaries) {
+        Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = {};");
+        m_values.Keep(operand, NameOfKept(operand));
+    }
+}
+
+void SlcCStatements::WriteCodes(const SlcListICode& list, std::size_t begin, std::size_t end)
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        m_out << '\t';
+        list.m_icodes[i]->ApplyWalker(this);
+    }
 }
 
 void SlcCStatements::WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop)
@@ -76,7 +111,7 @@ void SlcCStatements::WritePointLoop(const SlcListICode& list, const SlcPointLoop
              Text(operand), ";");
     for (const SlcOperand& flag : loop.flags)
         Line("\tunsigned int any_", flag->GetName(), " = 0;");
-    Line("\tQX_POINTS_APART for (polyCnt = ", m_inStrip ? "firstPoint" : "0", "; polyCnt < ",
+    Line('\t', k_pointsApart, "for (polyCnt = ", m_inStrip ? "firstPoint" : "0", "; polyCnt < ",
          m_inStrip ? "endPoint" : "numMp", "; polyCnt++) {");
     WriteIteration(list, loop);
     Line("\t}");
@@ -93,16 +128,12 @@ void SlcCStatements::WriteIteration(const SlcListICode& list, const SlcPointLoop
     for (const SlcOperand& operand : loop.loaded)
         Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = ",
              Text(operand), ";");
-    for (const SlcOperand& operand : loop.temporaries)
-        Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = {};");
-    for (const auto* kept : {&loop.constants, &loop.loaded, &loop.temporaries})
+    for (const auto* kept : {&loop.constants, &loop.loaded})
         for (const SlcOperand& operand : *kept)
             m_values.Keep(operand, NameOfKept(operand));
+    DeclareTemporaries(loop.temporaries);
     m_inPointLoop = true;
-    for (std::size_t i = loop.begin; i < loop.end; ++i) {
-        m_out << '\t';
-        list.m_icodes[i]->ApplyWalker(this);
-    }
+    WriteCodes(list, loop.begin, loop.end);
     m_inPointLoop = false;
     m_values.ForgetKept();
     for (const std::string& store : stores)

@@ -87,12 +87,10 @@ void SlcCStatements::Case(SlcPtr<SlcIfFalseGotoICode> code)
     Line("if (BOOL_IS_FALSE(", Text(code->m_flag), ")) goto ", code->m_label->Name(), ";");
 }
 
+/// `WriteParallelRun` writes the start of a run that is a loop of its own.
 void SlcCStatements::Case(SlcPtr<SlcBeginParallelICode>)
 {
-    if (m_inPointLoop)
-        Line("{");
-    else
-        Line("QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
+    Line("{");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcEndParallelICode>)

@@ -90,7 +90,12 @@ private:
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    // SlcCPointLoops.cpp: loops over points that keep operands in variables.
+    // SlcCPointLoops.cpp: loops over points.
+    void WriteParallelRun(const SlcListICode& list, const SlcParallelRun& run);
+    /// Declares variables of an iteration, which stand for temporaries until `ForgetKept`.
+    void DeclareTemporaries(const std::vector<SlcOperand>& temporaries);
+    void WriteCodes(const SlcListICode& list, std::size_t begin, std::size_t end);
+    /// Writes a loop that keeps its operands in variables.
     void WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop);
     /// Writes the loads, computations and stores of one iteration of such a loop.
     void WriteIteration(const SlcListICode& list, const SlcPointLoop& loop);

@@ -74,7 +74,7 @@ bool IsCheap(SqxPrimitive primitive)
 /// Classifies instructions for the search for pieces.
 class Classes : private SlcAllICodeWalker {
 public:
-    enum class Kind { Unsupported, Plain, Grid, Reduction, Opens, Closes, Guard };
+    enum class Kind { Unsupported, Binding, Plain, Grid, Reduction, Opens, Closes, Guard };
 
     [[nodiscard]] Kind Of(const SlcPtr<SlcICode>& code)
     {
@@ -84,6 +84,7 @@ public:
 
 private:
     using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcArrayRefICode>) override { m_kind = Kind::Binding; }
     void Case(SlcPtr<SlcArithExprICode>) override { m_kind = Kind::Plain; }
     void Case(SlcPtr<SlcBinOpBoolExprICode>) override { m_kind = Kind::Plain; }
     void Case(SlcPtr<SlcAssignICode>) override { m_kind = Kind::Plain; }
@@ -132,6 +133,14 @@ bool IsPredefined(const SlcOperand& operand)
            (storage->IsReadOnly() || storage->IsReadWrite());
 }
 
+/// Keeps only the first of equal operands.
+void RemoveRepeated(std::vector<SlcOperand>& operands)
+{
+    std::set<SlcOperand> seen;  // for look-up only
+    std::erase_if(operands,
+                  [&](const SlcOperand& operand) { return !seen.insert(operand).second; });
+}
+
 class Finder {
 public:
     explicit Finder(const SlcListICode& list) : m_codes(list.m_icodes) {}
@@ -146,7 +155,6 @@ private:
         std::set<SlcOperand> written;                                 // for look-up only
         std::map<std::string_view, std::set<SlcOperand>> predefined;  // by type
     };
-    void FindTemporaries();
     [[nodiscard]] std::size_t EndOfPiece(std::size_t begin);
     [[nodiscard]] bool HasSupportedOperands(std::size_t begin, std::size_t end);
     [[nodiscard]] bool ReadsFlag(std::size_t begin, std::size_t end,
@@ -158,12 +166,10 @@ private:
     const std::deque<SlcPtr<SlcICode>>& m_codes;
     Operands m_operands;
     Classes m_classes;
-    std::set<SlcOperand> m_temporaries;  // for look-up only
 };
 
 std::vector<SlcPointLoop> Finder::Find()
 {
-    FindTemporaries();
     std::vector<SlcPointLoop> loops;
     for (std::size_t i = 0; i < m_codes.size();) {
         std::size_t end = EndOfPiece(i);
@@ -182,30 +188,6 @@ std::vector<SlcPointLoop> Finder::Find()
         loops.push_back(std::move(loop));
     }
     return loops;
-}
-
-/// Finds the locals whose values never leave an iteration of a parallel run: uniform ones that
-/// every run writes before it reads them, and that are not accessed outside of runs.
-void Finder::FindTemporaries()
-{
-    std::set<SlcOperand> others;
-    std::set<SlcOperand> written;  // in the current run
-    bool isInRun = false;
-    for (const SlcPtr<SlcICode>& code : m_codes) {
-        const Classes::Kind kind = m_classes.Of(code);
-        if (kind == Classes::Kind::Opens)
-            written.clear();
-        isInRun = kind == Classes::Kind::Opens || (isInRun && kind != Classes::Kind::Closes);
-        for (const auto& [operand, access] : m_operands.Of(code)) {
-            if (!operand->GetStorage()->IsLocal() || !operand->IsUniform())
-                continue;
-            if (isInRun && access == Access::Write)
-                written.insert(operand);
-            (isInRun && written.count(operand) != 0 ? m_temporaries : others).insert(operand);
-        }
-    }
-    for (const SlcOperand& other : others)
-        m_temporaries.erase(other);
 }
 
 /// Returns the end of the piece at `begin`; `begin` itself if there is none.
@@ -228,7 +210,7 @@ std::size_t Finder::EndOfPiece(std::size_t begin)
 
 /// True if the instructions access only locals, parameters and predefined variables of supported
 /// types, reductions turn a varying flag into a uniform one, and other instructions write uniform
-/// variables only if they are in `m_temporaries`.
+/// variables only if they are temp-uniform.
 bool Finder::HasSupportedOperands(std::size_t begin, std::size_t end)
 {
     for (std::size_t i = begin; i < end; ++i) {
@@ -241,7 +223,7 @@ bool Finder::HasSupportedOperands(std::size_t begin, std::size_t end)
             if (reduces && (access == Access::Read) == operand->IsUniform())
                 return false;
             if (!reduces && access == Access::Write && operand->IsUniform() &&
-                m_temporaries.count(operand) == 0)
+                !operand->GetDetail()->IsTempUniform())
                 return false;
         }
     }
@@ -319,4 +301,34 @@ void Finder::PlaceOperands(SlcPointLoop& loop)
 std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list)
 {
     return Finder(list).Find();
+}
+
+std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list)
+{
+    Classes classes;
+    Operands operands;
+    std::vector<SlcParallelRun> runs;
+    bool isOpen = false;
+    for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
+        const Classes::Kind kind = classes.Of(list.m_icodes[i]);
+        if (kind == Classes::Kind::Opens) {
+            runs.push_back({.begin = i});
+            isOpen = true;
+        }
+        if (!isOpen)
+            continue;
+        SlcParallelRun& run = runs.back();
+        run.end = i + 1;
+        for (const auto& [operand, access] : operands.Of(list.m_icodes[i])) {
+            if (operand->GetDetail()->IsTempUniform())
+                run.temporaries.push_back(operand);
+            else if (access == Access::Write && operand->IsUniform())
+                run.isApart = false;
+        }
+        run.isApart = run.isApart && kind != Classes::Kind::Binding;
+        isOpen = kind != Classes::Kind::Closes;
+    }
+    for (SlcParallelRun& run : runs)
+        RemoveRepeated(run.temporaries);
+    return runs;
 }

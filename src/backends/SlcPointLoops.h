@@ -30,6 +30,19 @@ struct SlcPointLoop {
 /// fast. O(n log n) for n instructions.
 [[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
 
+/// A parallel run, from its start up to `end`, exclusive.
+struct SlcParallelRun {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::vector<SlcOperand> temporaries;  // temp-uniform variables, in the order of first access
+    /// True if no iteration accesses storage that another one writes, provided that each has its
+    /// own temporaries. False if it binds an array reference or writes another uniform variable.
+    bool isApart = true;
+};
+
+/// Returns the parallel runs of a list in order. O(n log n) for n instructions.
+[[nodiscard]] std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list);
+
 /// A loop of the shader that consists of point loops, labels and jumps, from `begin` up to `end`.
 /// C++ may run it to completion for one strip of points after the other, since iterations do not
 /// affect points that have left the loop. No jump enters or leaves it.

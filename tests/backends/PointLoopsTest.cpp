@@ -51,12 +51,10 @@ TEST(SlcPointLoops, AreMaximal)
         // A loop ends before an instruction that reads a uniform flag which it sets.
         {"{ f = x < 1; } g = any f; { x = 1; }", "0..7; x f; x f;; g"},
         {"{ f = x < 1; } g = any f; { f1 = g; }", "0..4; x f; f;; g | 4..7 g; f1; f1;;"},
-        // A uniform variable is a temporary of an iteration if each read follows a write in the
-        // same run.
-        {"{ u = x * 2; y = u + 1; }", "0..4; x y; y; u;"},
-        {"{ u = x * 2; y = u; } { u = y; z = u; }", "0..8; x y z; y z; u;"},
+        // A uniform variable must not be written, unless it is temp-uniform.
+        {"{ t = x * 2; y = t + 1; }", "0..4; x y; y; t;"},
+        {"{ t = x * 2; y = t; } { t = y; z = t; }", "0..8; x y z; y z; t;"},
         {"{ u = x * 2; } { z = u; }", "3..6 u; z; z;;"},
-        {"{ u = x * 2; } u1 = u;", ""},
         // A predefined variable is kept in a local if it is the only one of its type, or if none is
         // written.
         {"{ f?( Cx = y; ) }", "0..5*; f y Cx; Cx;;"},
@@ -101,14 +99,45 @@ TEST(SlcStripLoops, CanBeLeftStripByStrip)
     }
 }
 
+// Otherwise a C++ compiler that believes that the iterations are independent could use the value of
+// another point.
+TEST(SlcParallelRuns, ShareNoTemporaries)
+{
+    CodeText text;
+    SlcText out;
+    SlcCStatements(MakeShared<SlcSemanticError>(), out)
+        .PrintListICode(*text.List("{ t = x; t = t; y = t; } { r = &a[x]; y = r; } { y = r; } "
+                                   "{ t = x; u = t; }"));
+    EXPECT_EQ(out.Str(), R"(	QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
+	float u_t = {};
+	ASSIGN_FLOAT_FLOAT(u_t, v.x[polyCnt]);
+	ASSIGN_FLOAT_FLOAT(u_t, u_t);
+	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u_t);
+	}
+	for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
+	u.r = (v.a + int(v.x[polyCnt]) * numMp);
+	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u.r[polyCnt]);
+	}
+	QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
+	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u.r[polyCnt]);
+	}
+	for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
+	float u_t = {};
+	ASSIGN_FLOAT_FLOAT(u_t, v.x[polyCnt]);
+	ASSIGN_FLOAT_FLOAT(u.u, u_t);
+	}
+	;
+)");
+}
+
 TEST(SlcPointLoops, LoadFirstAndStoreLast)
 {
     CodeText text;
     SlcText out;
     SlcCStatements(MakeShared<SlcSemanticError>(), out)
         .PrintListICode(
-            *text.List("L0: { f = x < p; } f <- f1; g = any f; !g? goto L1; { f?( u = x "
-                       "+ 1; x = u; ) } f1 = f2 but not f; goto L0; L1:"));
+            *text.List("L0: { f = x < p; } f <- f1; g = any f; !g? goto L1; { f?( t = x "
+                       "+ 1; x = t; ) } f1 = f2 but not f; goto L0; L1:"));
     EXPECT_EQ(out.Str(), R"(	QX_FOR_STRIPS {
 	L0:	;
 	{
@@ -134,11 +163,11 @@ TEST(SlcPointLoops, LoadFirstAndStoreLast)
 	float v_x = v.x[polyCnt];
 	QxStopAndBool v_f2 = v.f2[polyCnt];
 	QxStopAndBool v_f1 = v.f1[polyCnt];
-	float u_u = {};
+	float u_t = {};
 	{
 	if (BOOL_IS_TRUE(v_f)) {
-	ADD_FLOAT_FLOAT(u_u, v_x, 1.000000e+00);
-	ASSIGN_FLOAT_FLOAT(v_x, u_u);
+	ADD_FLOAT_FLOAT(u_t, v_x, 1.000000e+00);
+	ASSIGN_FLOAT_FLOAT(v_x, u_t);
 	}
 	}
 	ASSIGN_BOOL_BOOL(v_f1, BOOL_IS_TRUE(v_f2) & BOOL_IS_FALSE(v_f));

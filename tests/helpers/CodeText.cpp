@@ -25,8 +25,11 @@ SlcOperand CodeText::FindVariable(const std::string& name)
         storage = SlcStorageSpecNode::AInput();
     else if (kind == 'C')
         storage = SlcStorageSpecNode::AReadWrite();
-    SlcDetailNode* detail = kind == 'g' || kind == 'u' || kind == 'A' ? SlcDetailNode::AUniform()
-                                                                      : SlcDetailNode::AVarying();
+    SlcDetailNode* detail = SlcDetailNode::AVarying();
+    if (kind == 'g' || kind == 'u' || kind == 'A')
+        detail = SlcDetailNode::AUniform();
+    else if (kind == 't')
+        detail = SlcDetailNode::ATempUniform();
     auto operand = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type, detail, storage);
     m_variables.emplace(name, operand);
     if (storage->IsLocal())

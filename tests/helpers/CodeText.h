@@ -11,10 +11,10 @@
 /// before and after.
 ///
 /// The first letter of a name determines the variable: f... varying flag, g... uniform flag, u...
-/// uniform float, a... varying array of four floats, A... uniform array, r... varying reference to
-/// a float, p... varying parameter, C... predefined variable that is written, any other name
-/// varying float. Functions return a float and take input floats; calls of RANDOM keep their order,
-/// all others may be folded.
+/// uniform float, t... temp-uniform float, a... varying array of four floats, A... uniform array,
+/// r... varying reference to a float, p... varying parameter, C... predefined variable that is
+/// written, any other name varying float. Functions return a float and take input floats; calls of
+/// RANDOM keep their order, all others may be folded.
 class CodeText : private SlcICodeScope {
 public:
     /// Returns the list of the instructions in `text`, where each name is one variable. Throws
