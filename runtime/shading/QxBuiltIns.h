@@ -138,9 +138,11 @@ public:
 };
 
 /// True if the text of an operand in generated code denotes the value at a point: it then contains
-/// `[polyCnt]`.
+/// `[polyCnt]`, or is a variable of an iteration, such as `v_x_1`.
 constexpr bool QxIsAtPoint(const char* operand)
 {
+    if (operand[0] && operand[1] == '_')
+        return true;
     for (; *operand; ++operand)
         if (operand[0] == '[' && operand[1] == 'p' && operand[2] == 'o' && operand[3] == 'l')
             return true;

@@ -41,12 +41,13 @@ std::string NameOfKept(const SlcOperand& operand)
 
 }  // namespace
 
-void SlcCStatements::PrintListICode(const SlcListICode& list)
+void SlcCStatements::PrintListICode(const SlcListICode& list, const std::deque<SlcOperand>& results)
 {
     const auto& codes = list.m_icodes;
-    const std::vector<SlcPointLoop> loops = SlcFindPointLoops(list);
+    const SlcValueSpans spans(list, results);
+    const std::vector<SlcPointLoop> loops = SlcFindPointLoops(list, spans);
     const std::vector<SlcStripLoop> strips = SlcFindStripLoops(list, loops);
-    const std::vector<SlcParallelRun> runs = SlcFindParallelRuns(list);
+    const std::vector<SlcParallelRun> runs = SlcFindParallelRuns(list, spans);
     auto loop = loops.begin();
     auto strip = strips.begin();
     auto run = runs.begin();
@@ -82,14 +83,14 @@ void SlcCStatements::WriteParallelRun(const SlcListICode& list, const SlcParalle
 {
     Line('\t', run.isApart ? k_pointsApart : std::string_view(),
          "for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
-    DeclareTemporaries(run.temporaries);
+    DeclareComputed(run.temporaries);
     WriteCodes(list, run.begin + 1, run.end);
     m_values.ForgetKept();
 }
 
-void SlcCStatements::DeclareTemporaries(const std::vector<SlcOperand>& temporaries)
+void SlcCStatements::DeclareComputed(const std::vector<SlcOperand>& operands)
 {
-    for (const SlcOperand& operand : temporaries) {
+    for (const SlcOperand& operand : operands) {
         Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = {};");
         m_values.Keep(operand, NameOfKept(operand));
     }
@@ -131,7 +132,7 @@ void SlcCStatements::WriteIteration(const SlcListICode& list, const SlcPointLoop
     for (const auto* kept : {&loop.constants, &loop.loaded})
         for (const SlcOperand& operand : *kept)
             m_values.Keep(operand, NameOfKept(operand));
-    DeclareTemporaries(loop.temporaries);
+    DeclareComputed(loop.computed);
     m_inPointLoop = true;
     WriteCodes(list, loop.begin, loop.end);
     m_inPointLoop = false;

@@ -28,8 +28,9 @@ public:
     SlcCStatements(SlcPtr<SlcSemanticError> errors, SlcText& out);
 
     /// Writes the statements of a list, and an empty statement at the end. Declarations that
-    /// statements need are in separate braces, since a jump must not enter their scope.
-    void PrintListICode(const SlcListICode& list);
+    /// statements need are in separate braces, since a jump must not enter their scope. `results`
+    /// are operands that are used after the list.
+    void PrintListICode(const SlcListICode& list, const std::deque<SlcOperand>& results = {});
 
     /// Returns the writer of operands, which knows the references that earlier statements bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
@@ -92,8 +93,8 @@ private:
 
     // SlcCPointLoops.cpp: loops over points.
     void WriteParallelRun(const SlcListICode& list, const SlcParallelRun& run);
-    /// Declares variables of an iteration, which stand for temporaries until `ForgetKept`.
-    void DeclareTemporaries(const std::vector<SlcOperand>& temporaries);
+    /// Declares variables of an iteration, which stand for the operands until `ForgetKept`.
+    void DeclareComputed(const std::vector<SlcOperand>& operands);
     void WriteCodes(const SlcListICode& list, std::size_t begin, std::size_t end);
     /// Writes a loop that keeps its operands in variables.
     void WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop);

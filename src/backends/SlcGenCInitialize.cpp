@@ -71,7 +71,7 @@ void SlcGenCCode::GenInitialize()
 void SlcGenCCode::GenDefaultValue(std::size_t parameter)
 {
     const SlcParameterInfo& info = m_form->m_parameters[parameter];
-    m_statements.PrintListICode(*info.initList);
+    m_statements.PrintListICode(*info.initList, info.initValues);
     const SlcOperand& value = info.initValues.front();
     const std::string text = m_statements.Values().GetString(value);
     const std::string call = "\tQxInitVarValue(" + Visible(parameter) + ", " +
@@ -154,9 +154,10 @@ void SlcGenCCode::GenInitializeAtShadeTime()
 void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
 {
     const SlcOperand& variable = Parameter(parameter);
-    const SlcOperand& value = m_form->m_parameters[parameter].initValues.front();
+    const SlcParameterInfo& info = m_form->m_parameters[parameter];
+    const SlcOperand& value = info.initValues.front();
     Line("\tif (", Visible(parameter), ".UseDefaultValue()) {");
-    m_statements.PrintListICode(*m_form->m_parameters[parameter].initList);
+    m_statements.PrintListICode(*info.initList, info.initValues);
     if (!IsArray(variable))
         GenShadeTimeAssign(variable, value, nullptr);
     else

@@ -4,6 +4,9 @@
 // becomes
 //     for each point: load f x y z; if (f) x = y * 2; g = f; any |= g; if (g) z = x; store x g z
 //
+// What nothing reads afterwards is not stored, and what each iteration first computes is not
+// loaded.
+//
 // A piece is one parallel run, or one whole-grid instruction, that qualifies; adjacent pieces are
 // joined up to a limit. The host may pass one array for several predefined variables of the same
 // type. If a loop accesses several of one type and writes one of them, it accesses those of this
@@ -143,7 +146,11 @@ void RemoveRepeated(std::vector<SlcOperand>& operands)
 
 class Finder {
 public:
-    explicit Finder(const SlcListICode& list) : m_codes(list.m_icodes) {}
+    Finder(const SlcListICode& list, const SlcValueSpans& spans)
+        : m_codes(list.m_icodes),
+          m_spans(spans)
+    {
+    }
     [[nodiscard]] std::vector<SlcPointLoop> Find();
 
 private:
@@ -164,6 +171,7 @@ private:
     void PlaceOperands(SlcPointLoop& loop);
 
     const std::deque<SlcPtr<SlcICode>>& m_codes;
+    const SlcValueSpans& m_spans;
     Operands m_operands;
     Classes m_classes;
 };
@@ -285,25 +293,27 @@ void Finder::PlaceOperands(SlcPointLoop& loop)
             continue;
         const bool isWritten = accesses.written.count(operand) != 0;
         if (!operand->IsUniform()) {
-            loop.loaded.push_back(operand);
-            if (isWritten)
+            const bool enters = m_spans.MayCross(operand, loop.begin);
+            (enters ? loop.loaded : loop.computed).push_back(operand);
+            if (isWritten && m_spans.MayCross(operand, loop.end))
                 loop.stored.push_back(operand);
         } else if (!isWritten) {
             loop.constants.push_back(operand);
         } else if (std::find(loop.flags.begin(), loop.flags.end(), operand) == loop.flags.end()) {
-            loop.temporaries.push_back(operand);
+            loop.computed.push_back(operand);
         }
     }
 }
 
 }  // namespace
 
-std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list)
+std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list, const SlcValueSpans& spans)
 {
-    return Finder(list).Find();
+    return Finder(list, spans).Find();
 }
 
-std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list)
+std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list,
+                                                const SlcValueSpans& spans)
 {
     Classes classes;
     Operands operands;
@@ -320,7 +330,7 @@ std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list)
         SlcParallelRun& run = runs.back();
         run.end = i + 1;
         for (const auto& [operand, access] : operands.Of(list.m_icodes[i])) {
-            if (operand->GetDetail()->IsTempUniform())
+            if (operand->GetDetail()->IsTempUniform() || !operand->IsUniform())
                 run.temporaries.push_back(operand);
             else if (access == Access::Write && operand->IsUniform())
                 run.isApart = false;
@@ -328,7 +338,12 @@ std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list)
         run.isApart = run.isApart && kind != Classes::Kind::Binding;
         isOpen = kind != Classes::Kind::Closes;
     }
-    for (SlcParallelRun& run : runs)
+    for (SlcParallelRun& run : runs) {
         RemoveRepeated(run.temporaries);
+        std::erase_if(run.temporaries, [&](const SlcOperand& operand) {
+            return !operand->IsUniform() &&
+                   (spans.MayCross(operand, run.begin) || spans.MayCross(operand, run.end));
+        });
+    }
     return runs;
 }

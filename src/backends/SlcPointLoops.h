@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "backends/SlcValueSpans.h"
 #include "icode/SlcListICode.h"
 
 /// Instructions from `begin` up to `end`, exclusive, that C++ can run as one loop over points:
@@ -10,38 +11,42 @@
 /// uniform flag if another flag is true at any point. All of them can be vectorized, and executed
 /// speculatively at points that need no result.
 ///
-/// Varying operands of the loop, unless they may alias, are kept in variables of an iteration,
-/// which are loaded at its start and, if the loop writes them, stored at its end. So memory is not
-/// written under a condition, which would prevent vectorization.
+/// Varying operands of the loop, unless they may alias, are kept in variables of an iteration. They
+/// are loaded at its start and stored at its end, as far as values enter and leave the loop. So
+/// memory is not written under a condition, which would prevent vectorization.
 struct SlcPointLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool hasGuard = false;
     // In the order of the first access:
-    std::vector<SlcOperand> constants;    // uniform variables that are only read
-    std::vector<SlcOperand> loaded;       // varying variables that cannot alias
-    std::vector<SlcOperand> stored;       // those of `loaded` that are written
-    std::vector<SlcOperand> temporaries;  // locals whose values are used only within an iteration
-    std::vector<SlcOperand> flags;        // uniform flags, set if another flag is true at any point
+    std::vector<SlcOperand> constants;  // uniform variables that are only read
+    std::vector<SlcOperand> loaded;     // varying variables with a value from before the loop
+    std::vector<SlcOperand> computed;   // variables that an iteration writes before it reads them
+    std::vector<SlcOperand> stored;     // those of `loaded` and `computed` that are used afterwards
+    std::vector<SlcOperand> flags;      // uniform flags, set if another flag is true at any point
 };
 
 /// Returns the loops of a list in order. Each ends before an instruction that does not qualify,
 /// before one that accesses a flag that the loop sets, or at a limit that keeps the C++ compiler
-/// fast. O(n log n) for n instructions.
-[[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
+/// fast. `spans` are those of the list. O(n log n) for n instructions.
+[[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list,
+                                                          const SlcValueSpans& spans);
 
 /// A parallel run, from its start up to `end`, exclusive.
 struct SlcParallelRun {
     std::size_t begin = 0;
     std::size_t end = 0;
-    std::vector<SlcOperand> temporaries;  // temp-uniform variables, in the order of first access
+    /// Locals whose values do not leave an iteration, in the order of the first access.
+    std::vector<SlcOperand> temporaries;
     /// True if no iteration accesses storage that another one writes, provided that each has its
     /// own temporaries. False if it binds an array reference or writes another uniform variable.
     bool isApart = true;
 };
 
-/// Returns the parallel runs of a list in order. O(n log n) for n instructions.
-[[nodiscard]] std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list);
+/// Returns the parallel runs of a list in order. `spans` are those of the list. O(n log n) for n
+/// instructions.
+[[nodiscard]] std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list,
+                                                              const SlcValueSpans& spans);
 
 /// A loop of the shader that consists of point loops, labels and jumps, from `begin` up to `end`.
 /// C++ may run it to completion for one strip of points after the other, since iterations do not

@@ -10,7 +10,13 @@
 
 namespace {
 
-/// Returns "begin..end constants; loaded; stored; temporaries; flags" for each loop, with a star if
+/// Returns the loops of a list after which all locals are used.
+std::vector<SlcPointLoop> LoopsOf(const SlcListICode& list)
+{
+    return SlcFindPointLoops(list, SlcValueSpans(list, list.m_localVars));
+}
+
+/// Returns "begin..end constants; loaded; computed; stored; flags" for each loop, with a star if
 /// it has a guard, and with " | " between loops.
 std::string Shown(const std::vector<SlcPointLoop>& loops)
 {
@@ -20,7 +26,7 @@ std::string Shown(const std::vector<SlcPointLoop>& loops)
             << (loop.hasGuard ? "*" : "");
         const char* separator = "";
         for (const auto* operands :
-             {&loop.constants, &loop.loaded, &loop.stored, &loop.temporaries, &loop.flags}) {
+             {&loop.constants, &loop.loaded, &loop.computed, &loop.stored, &loop.flags}) {
             out << separator;
             separator = ";";
             for (const SlcOperand& operand : *operands)
@@ -38,31 +44,31 @@ struct LoopCase {
 TEST(SlcPointLoops, AreMaximal)
 {
     static const LoopCase cases[] = {
-        {"{ f?( x = y * u; ) }", "0..5* u; f y x; x;;"},
+        {"{ f?( x = y * u; ) }", "0..5* u; f y x;; x;"},
         // Copies, flag operations and cheap calls for the whole grid are joined with parallel runs.
-        {"{ x = y; } f <- f1; { z = x; }", "0..7; y x f1 f z; x f z;;"},
+        {"{ x = y; } f <- f1; { z = x; }", "0..7; y f1; x f z; x f z;"},
         {"{ f = x < 1; } f1 = not f; f2 = f or f1; { f2?( x = 1; ) }",
-         "0..10*; x f f1 f2; x f f1 f2;;"},
-        {"{ f = x < 1; } y = SMOOTHSTEP(x, x, z) simd at f; ", "0..4; x f z y; f y;;"},
+         "0..10*; x; f f1 f2; x f f1 f2;"},
+        {"{ f = x < 1; } y = SMOOTHSTEP(x, x, z) simd at f; ", "0..4; x z y; f; f y;"},
         // Expensive calls and references to array elements are in no loop.
-        {"{ x = y; } y = NOISE_FLOAT_1D(x) simd; { z = y; }", "0..3; y x; x;; | 4..7; y z; z;;"},
+        {"{ x = y; } y = NOISE_FLOAT_1D(x) simd; { z = y; }", "0..3; y; x; x; | 4..7; y; z; z;"},
         {"{ x = POW(y, z); }", ""},
         {"{ r = &a[u]; x = r; }", ""},
         // A loop ends before an instruction that reads a uniform flag which it sets.
-        {"{ f = x < 1; } g = any f; { x = 1; }", "0..7; x f; x f;; g"},
-        {"{ f = x < 1; } g = any f; { f1 = g; }", "0..4; x f; f;; g | 4..7 g; f1; f1;;"},
+        {"{ f = x < 1; } g = any f; { x = 1; }", "0..7; x; f; x f; g"},
+        {"{ f = x < 1; } g = any f; { f1 = g; }", "0..4; x; f; f; g | 4..7 g;; f1; f1;"},
         // A uniform variable must not be written, unless it is temp-uniform.
-        {"{ t = x * 2; y = t + 1; }", "0..4; x y; y; t;"},
-        {"{ t = x * 2; y = t; } { t = y; z = t; }", "0..8; x y z; y z; t;"},
-        {"{ u = x * 2; } { z = u; }", "3..6 u; z; z;;"},
+        {"{ t = x * 2; y = t + 1; }", "0..4; x; t y; y;"},
+        {"{ t = x * 2; y = t; } { t = y; z = t; }", "0..8; x; t y z; y z;"},
+        {"{ u = x * 2; } { z = u; }", "3..6 u;; z; z;"},
         // A predefined variable is kept in a local if it is the only one of its type, or if none is
         // written.
-        {"{ f?( Cx = y; ) }", "0..5*; f y Cx; Cx;;"},
+        {"{ f?( Cx = y; ) }", "0..5*; f y Cx;; Cx;"},
         {"{ f?( Cx = Cy; ) }", "0..5*; f;;;"},
-        {"{ f?( x = Cx * Cy; ) }", "0..5*; f Cx Cy x; x;;"},
+        {"{ f?( x = Cx * Cy; ) }", "0..5*; f Cx Cy x;; x;"},
     };
     for (const LoopCase& c : cases)
-        EXPECT_EQ(Shown(SlcFindPointLoops(*CodeText().List(c.code))), c.loops) << c.code;
+        EXPECT_EQ(Shown(LoopsOf(*CodeText().List(c.code))), c.loops) << c.code;
 }
 
 struct StripCase {
@@ -93,7 +99,7 @@ TEST(SlcStripLoops, CanBeLeftStripByStrip)
         CodeText text;
         const SlcPtr<SlcListICode> list = text.List(c.code);
         std::string strips;
-        for (const SlcStripLoop& strip : SlcFindStripLoops(*list, SlcFindPointLoops(*list)))
+        for (const SlcStripLoop& strip : SlcFindStripLoops(*list, LoopsOf(*list)))
             strips += std::to_string(strip.begin) + ".." + std::to_string(strip.end);
         EXPECT_EQ(strips, c.strips) << c.code;
     }
@@ -106,26 +112,33 @@ TEST(SlcParallelRuns, ShareNoTemporaries)
     CodeText text;
     SlcText out;
     SlcCStatements(MakeShared<SlcSemanticError>(), out)
-        .PrintListICode(*text.List("{ t = x; t = t; y = t; } { r = &a[x]; y = r; } { y = r; } "
-                                   "{ t = x; u = t; }"));
+        .PrintListICode(*text.List("{ t = x; y = t; z = y; Cx = z; } { r = &a[x]; Cx = r; } "
+                                   "{ Cx = r; } { t = x; u = t; y = p; } y = SQRT(y) simd; "
+                                   "Cx = y;"));
     EXPECT_EQ(out.Str(), R"(	QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
 	float u_t = {};
+	float v_y = {};
+	float v_z = {};
 	ASSIGN_FLOAT_FLOAT(u_t, v.x[polyCnt]);
-	ASSIGN_FLOAT_FLOAT(u_t, u_t);
-	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u_t);
+	ASSIGN_FLOAT_FLOAT(v_y, u_t);
+	ASSIGN_FLOAT_FLOAT(v_z, v_y);
+	ASSIGN_FLOAT_FLOAT(Cx[polyCnt], v_z);
 	}
 	for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
 	u.r = (v.a + int(v.x[polyCnt]) * numMp);
-	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u.r[polyCnt]);
+	ASSIGN_FLOAT_FLOAT(Cx[polyCnt], u.r[polyCnt]);
 	}
 	QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
-	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], u.r[polyCnt]);
+	ASSIGN_FLOAT_FLOAT(Cx[polyCnt], u.r[polyCnt]);
 	}
 	for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
 	float u_t = {};
 	ASSIGN_FLOAT_FLOAT(u_t, v.x[polyCnt]);
 	ASSIGN_FLOAT_FLOAT(u.u, u_t);
+	ASSIGN_FLOAT_FLOAT(v.y[polyCnt], ((float*)i_visibles[INDEX_p].Value())[polyCnt]);
 	}
+	CALL_PRIM_SQRT_SIMD(v.y, v.y);
+	ASSIGN_FLOAT_FLOAT(Cx[polyCnt], v.y[polyCnt]);
 	;
 )");
 }
@@ -145,8 +158,8 @@ TEST(SlcPointLoops, LoadFirstAndStoreLast)
 	QX_POINTS_APART for (polyCnt = firstPoint; polyCnt < endPoint; polyCnt++) {
 	float v_x = v.x[polyCnt];
 	float p_p = ((float*)i_visibles[INDEX_p].Value())[polyCnt];
-	QxStopAndBool v_f = v.f[polyCnt];
 	QxStopAndBool v_f1 = v.f1[polyCnt];
+	QxStopAndBool v_f = {};
 	{
 	BOOL_LESS_THEN_FLOAT_FLOAT(v_f, v_x, p_p);
 	}
