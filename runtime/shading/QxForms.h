@@ -184,7 +184,7 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
         QX_POINTS_APART
         for (unsigned int i = 0; i < points; ++i)
             if (where(i))
-                QxAt(result, i) = function(QxAt(arguments, i)...);
+                QxSet(QxAt(result, i), function(QxAt(arguments, i)...));
     }
 }
 
@@ -211,7 +211,7 @@ inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& funct
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlain(const Function& function, Result& result, Arguments&&... arguments)
 {
-    result = function(QxAt(arguments, 0u)...);
+    QxSet(result, function(QxAt(arguments, 0u)...));
 }
 
 /// As `QxOverGrid`, for a function whose first argument is the index of the point.
@@ -222,7 +222,7 @@ inline void QxOverGridAt(unsigned int points, const Where& where, const Function
     QX_POINTS_APART
     for (unsigned int i = 0; i < points; ++i)
         if (where(i))
-            QxAt(result, i) = function(i, QxAt(arguments, i)...);
+            QxSet(QxAt(result, i), function(i, QxAt(arguments, i)...));
 }
 
 /// Returns the address of the values of an operand if they are contiguous and have the type that

@@ -71,12 +71,12 @@ inline void QxAssignStrings(unsigned int points, Dest&& dest, const Source& sour
 #define ASSIGN_BOOL_BOOL_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
 #define ASSIGN_STRING_STRING_SIMD(dest, source) QxAssignStrings(numMp, dest, source)
 
-#define INVERT_FLOAT_FLOAT(dest, source) ((dest) = -QxNumber(source))
-#define INVERT_COLOR_COLOR(dest, source) ((dest) = -(source))
-#define INVERT_POINT_POINT(dest, source) ((dest) = -(source))
-#define INIT_POINT(dest, x, y, z) ((dest) = QxVector3{QxNumber(x), QxNumber(y), QxNumber(z)})
-#define INIT_COLOR(dest, r, g, b) ((dest) = QxRGBColor{QxNumber(r), QxNumber(g), QxNumber(b)})
-#define INIT_MATRIX(dest, ...) ((dest) = QxMakeMatrix(__VA_ARGS__))
+#define INVERT_FLOAT_FLOAT(dest, source) QxSet(dest, -QxNumber(source))
+#define INVERT_COLOR_COLOR(dest, source) QxSet(dest, -(source))
+#define INVERT_POINT_POINT(dest, source) QxSet(dest, -(source))
+#define INIT_POINT(dest, x, y, z) QxSet(dest, QxVector3{QxNumber(x), QxNumber(y), QxNumber(z)})
+#define INIT_COLOR(dest, r, g, b) QxSet(dest, QxRGBColor{QxNumber(r), QxNumber(g), QxNumber(b)})
+#define INIT_MATRIX(dest, ...) QxSet(dest, QxMakeMatrix(__VA_ARGS__))
 // clang-format on
 
 template <class... Values>
@@ -97,7 +97,7 @@ inline QxMatrix44 QxMakeMatrix(const Values&... values)
 #define BOOL_IS_TRUE(flag) QxIsTrue(flag)
 #define BOOL_IS_FALSE(flag) !QxIsTrue(flag)
 #define SET_BOOL(flag, state) ((flag) = (state))
-#define SET_UNIFORM_BOOL_FLAG(dest, source) ((dest) = QxIsTrueSomewhere(numMp, source))
+#define SET_UNIFORM_BOOL_FLAG(dest, source) QxSet(dest, QxIsTrueSomewhere(numMp, source))
 #define INVERT_BOOL_FLAG(dest, source) QxCallSimd(numMp, QxInvertFlag(), dest, source)
 #define INVERT_INNER_BOOL_FLAG(dest, source, outer)                                                \
     QxCallSimd(numMp, QxInvertInnerFlag(), dest, source, outer)

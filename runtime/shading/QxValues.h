@@ -54,6 +54,15 @@ struct QxStopAndBool {
     explicit operator bool() const { return value != 0; }
 };
 
+/// Assigns a value to a result of the same type or one that the value converts to. A triple is
+/// assigned by components (below): a loop with copies of whole triples, which compilers make of two
+/// parts, might not be vectorized.
+template <class Result, class Value>
+inline void QxSet(Result& result, const Value& value)
+{
+    result = value;
+}
+
 // Operations component by component, written once for points and colors. A number as an operand of
 // an arithmetic operation is treated as three equal components.
 
@@ -121,6 +130,13 @@ struct QxStopAndBool {
     inline T QxMakeTriple(const T*, float x, float y, float z)                                     \
     {                                                                                              \
         return {x, y, z};                                                                          \
+    }                                                                                              \
+    inline void QxSet(T& result, const T& value)                                                   \
+    {                                                                                              \
+        const T copy = {value.a, value.b, value.c};                                                \
+        result.a = copy.a;                                                                         \
+        result.b = copy.b;                                                                         \
+        result.c = copy.c;                                                                         \
     }
 
 QX_TRIPLE_OPERATIONS(QxVector3, x, y, z)

@@ -1,12 +1,12 @@
 // A function that is called only for one point or for uniform data becomes a single macro:
 //
 //     @forms(128) float mod(float a, float b), QxMod
-//     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))
+//     #define CALL_PRIM_MOD(result, a, b) QxSet(result, QxMod(QxNumber(a), QxNumber(b)))
 //
 // The expression of an operator becomes the body of a macro:
 //
 //     @forms(44) color (color left, float right), (left) + QxNumber(right)
-//     #define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
+//     #define ADD_COLOR_FLOAT(result, left, right) QxSet(result, (left) + QxNumber(right))
 //
 // A function object, and a function with a result that may be called for the whole grid, gets one
 // macro for each of four forms. `FormMacros` lists them.
@@ -63,7 +63,7 @@ std::string PlainMacro(const SqxCard& card)
     if (card.result == SqxCardType::Void)
         return "#define " + name + '(' + names + ") " + call + '\n';
     return "#define " + name + "(result" + (names.empty() ? "" : ", ") + names +
-           ") ((result) = " + call + ")\n";
+           ") QxSet(result, " + call + ")\n";
 }
 
 std::string OperatorMacro(const SqxCard& card)
@@ -71,7 +71,7 @@ std::string OperatorMacro(const SqxCard& card)
     std::string text = "#define " + std::string(SqxPrimitiveName(card.primitive)) + "(result";
     for (const SqxParameter& operand : card.Formals())
         text.append(", ").append(card.Text(operand.name));
-    return text.append(") ((result) = ").append(card.expression).append(")\n");
+    return text.append(") QxSet(result, ").append(card.expression).append(")\n");
 }
 
 /// Returns the macros of all forms of a function object.
