@@ -4,9 +4,9 @@
 //     const float p_edge = *((float*)i_visibles[INDEX_edge].Value());
 //     unsigned int any_T7_ = 0;
 //     QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
-//     float v_x_1 = v.x_1[polyCnt];
+//     float v_x_1; ASSIGN_FLOAT_FLOAT(v_x_1, v.x_1[polyCnt]);
 //     ...
-//     v.x_1[polyCnt] = v_x_1;
+//     ASSIGN_FLOAT_FLOAT(v.x_1[polyCnt], v_x_1);
 //     }
 //     SET_BOOL(u.T7_, any_T7_ != 0);
 //     }
@@ -23,6 +23,13 @@
 namespace {
 
 constexpr std::string_view k_pointsApart = "QX_POINTS_APART ";
+
+/// Returns the assignment of a value that has the type of the operand. An initialization would copy
+/// triples as a whole, which C++ compilers do not vectorize well.
+std::string AssignmentOf(const SlcOperand& operand, const std::string& to, const std::string& from)
+{
+    return SlcAssignName(operand->GetType(), operand->GetType()) + '(' + to + ", " + from + ");";
+}
 
 std::string NameOfKept(const SlcOperand& operand)
 {
@@ -56,7 +63,7 @@ void SlcCStatements::PrintListICode(const SlcListICode& list, const std::deque<S
             Line("\tQX_FOR_STRIPS {");
             m_inStrip = true;
         }
-        if (loop != loops.end() && loop->begin == i && (loop->hasGuard || m_inStrip)) {
+        if (loop != loops.end() && loop->begin == i && (loop->IsWorthVariables() || m_inStrip)) {
             WritePointLoop(list, *loop);
             i = loop->end;
         } else if (run != runs.end() && run->begin == i) {
@@ -125,10 +132,12 @@ void SlcCStatements::WriteIteration(const SlcListICode& list, const SlcPointLoop
 {
     Texts stores;  // computed first, since `Text` changes for operands that are kept
     for (const SlcOperand& operand : loop.stored)
-        stores.push_back(Text(operand) + " = " + NameOfKept(operand) + ";");
-    for (const SlcOperand& operand : loop.loaded)
-        Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = ",
-             Text(operand), ";");
+        stores.push_back(AssignmentOf(operand, Text(operand), NameOfKept(operand)));
+    for (const SlcOperand& operand : loop.loaded) {
+        const std::string name = NameOfKept(operand);
+        Line('\t', m_types.GetString(operand->GetType()), ' ', name, "; ",
+             AssignmentOf(operand, name, Text(operand)));
+    }
     for (const auto* kept : {&loop.constants, &loop.loaded})
         for (const SlcOperand& operand : *kept)
             m_values.Keep(operand, NameOfKept(operand));

@@ -188,6 +188,7 @@ std::vector<SlcPointLoop> Finder::Find()
         SlcPointLoop loop;
         loop.begin = loop.end = i;
         do {
+            loop.isJoined = loop.end != loop.begin;
             AddPiece(loop, end);
             i = end;
             end = i < m_codes.size() ? EndOfPiece(i) : i;

@@ -18,12 +18,17 @@ struct SlcPointLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool hasGuard = false;
+    bool isJoined = false;  // from several parallel runs or whole-grid instructions
     // In the order of the first access:
     std::vector<SlcOperand> constants;  // uniform variables that are only read
     std::vector<SlcOperand> loaded;     // varying variables with a value from before the loop
     std::vector<SlcOperand> computed;   // variables that an iteration writes before it reads them
     std::vector<SlcOperand> stored;     // those of `loaded` and `computed` that are used afterwards
     std::vector<SlcOperand> flags;      // uniform flags, set if another flag is true at any point
+
+    /// True if the loop is faster with variables than as separate instructions. A C++ compiler may
+    /// vectorize the stores of a single run without guards less well if constants are kept.
+    [[nodiscard]] bool IsWorthVariables() const { return hasGuard || isJoined; }
 };
 
 /// Returns the loops of a list in order. Each ends before an instruction that does not qualify,

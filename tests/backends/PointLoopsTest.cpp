@@ -156,26 +156,26 @@ TEST(SlcPointLoops, LoadFirstAndStoreLast)
 	{
 	unsigned int any_g = 0;
 	QX_POINTS_APART for (polyCnt = firstPoint; polyCnt < endPoint; polyCnt++) {
-	float v_x = v.x[polyCnt];
-	float p_p = ((float*)i_visibles[INDEX_p].Value())[polyCnt];
-	QxStopAndBool v_f1 = v.f1[polyCnt];
+	float v_x; ASSIGN_FLOAT_FLOAT(v_x, v.x[polyCnt]);
+	float p_p; ASSIGN_FLOAT_FLOAT(p_p, ((float*)i_visibles[INDEX_p].Value())[polyCnt]);
+	QxStopAndBool v_f1; ASSIGN_BOOL_BOOL(v_f1, v.f1[polyCnt]);
 	QxStopAndBool v_f = {};
 	{
 	BOOL_LESS_THEN_FLOAT_FLOAT(v_f, v_x, p_p);
 	}
 	ASSIGN_BOOL_BOOL(v_f, v_f1);
 	any_g |= BOOL_IS_TRUE(v_f);
-	v.f[polyCnt] = v_f;
+	ASSIGN_BOOL_BOOL(v.f[polyCnt], v_f);
 	}
 	SET_BOOL(u.g, any_g != 0);
 	}
 	if (BOOL_IS_FALSE(u.g)) goto L1;
 	{
 	QX_POINTS_APART for (polyCnt = firstPoint; polyCnt < endPoint; polyCnt++) {
-	QxStopAndBool v_f = v.f[polyCnt];
-	float v_x = v.x[polyCnt];
-	QxStopAndBool v_f2 = v.f2[polyCnt];
-	QxStopAndBool v_f1 = v.f1[polyCnt];
+	QxStopAndBool v_f; ASSIGN_BOOL_BOOL(v_f, v.f[polyCnt]);
+	float v_x; ASSIGN_FLOAT_FLOAT(v_x, v.x[polyCnt]);
+	QxStopAndBool v_f2; ASSIGN_BOOL_BOOL(v_f2, v.f2[polyCnt]);
+	QxStopAndBool v_f1; ASSIGN_BOOL_BOOL(v_f1, v.f1[polyCnt]);
 	float u_t = {};
 	{
 	if (BOOL_IS_TRUE(v_f)) {
@@ -184,8 +184,8 @@ TEST(SlcPointLoops, LoadFirstAndStoreLast)
 	}
 	}
 	ASSIGN_BOOL_BOOL(v_f1, BOOL_IS_TRUE(v_f2) & BOOL_IS_FALSE(v_f));
-	v.x[polyCnt] = v_x;
-	v.f1[polyCnt] = v_f1;
+	ASSIGN_FLOAT_FLOAT(v.x[polyCnt], v_x);
+	ASSIGN_BOOL_BOOL(v.f1[polyCnt], v_f1);
 	}
 	}
 	goto L0;
