@@ -18,6 +18,8 @@ public:
     void Enter(const SlcOperand& flag, bool wanted) { m_current.push_back(Select(flag, wanted)); }
     void Leave() { m_current.pop_back(); }
     [[nodiscard]] int Current() const { return m_current.back(); }
+    /// Returns the set of all points.
+    [[nodiscard]] int All() const { return m_all; }
     /// Returns the points of the current set where `flag` has the wanted value.
     [[nodiscard]] int Select(const SlcOperand& flag, bool wanted)
     {

@@ -19,6 +19,7 @@
 #include "backends/SlcPointSets.h"
 #include "icode/SlcICodes.h"
 #include "icode/SlcOperandWalker.h"
+#include "sqx/SqxCard.h"
 
 class SlcValueSpans::Finder : private SlcOperandWalker {
 public:
@@ -54,7 +55,7 @@ private:
         Variable* const variable = Find(operand);
         if (!variable)
             return;
-        if (!m_sets.IsWithin(m_sets.Current(), variable->points))
+        if (!m_sets.IsWithin(m_readsAll ? m_sets.All() : m_sets.Current(), variable->points))
             variable->isLeftOut = true;
         else if (variable->spans.empty() || variable->spans.back().write != variable->write)
             variable->spans.push_back({variable->write, m_place});
@@ -122,6 +123,7 @@ private:
     void Case(SlcPtr<SlcCallICode> code) override
     {
         m_isPartial = false;
+        m_readsAll = SqxCardOf(code->m_primitive).IsGridOnly();
         const SlcOperand condition = code->m_form.condition;
         if (condition) {
             Read(code->m_form.condition);
@@ -130,6 +132,7 @@ private:
         SlcOperandWalker::Case(code);
         if (condition)
             m_sets.Leave();
+        m_readsAll = false;
     }
     void Case(SlcPtr<SlcIfICode> code) override { Open(*code, true); }
     void Case(SlcPtr<SlcIfFalseICode> code) override { Open(*code, false); }
@@ -159,6 +162,7 @@ private:
     std::size_t m_place = 0;
     bool m_isPartial = false;  // the current instruction may leave values unchanged
     bool m_clears = false;     // it sets flags to false
+    bool m_readsAll = false;   // it reads neighbours of the points that it computes
 };
 SlcValueSpans::SlcValueSpans(const SlcListICode& list, const std::deque<SlcOperand>& results)
     : m_spans(Finder(list, results).Take())

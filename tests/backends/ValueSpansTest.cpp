@@ -43,6 +43,7 @@ TEST(SlcValueSpans, ReachTheLastReadOfAValue)
         {"{ x = 1; } L: { y = x; } goto L;", "any"},
         {"x = SQRT(p) simd at f; y = x;", "any"},
         {"{ f?( x = 1; ) !f?( y = x; ) }", "any"},
+        {"{ f?( x = 1; ) } y = DU_FLOAT(x, p) simd at f;", "any"},  // reads neighbours
         // The guard of the read selects no other points than that of the write.
         {"{ f?( x = 1; ) y = 2; f?( y = x; ) }", "3 4 5 6"},
         {"{ f?( x = 1; ) } y = POW(x, x) simd at f;", "3 4 5"},
