@@ -18,6 +18,8 @@
 // Tested by tests/backends/PointLoopsTest.cpp.
 
 #include "backends/SlcCStatements.h"
+#include "backends/SlcForwardResults.h"
+#include "backends/SlcValueSpans.h"
 #include "symbols/SlcGeneratedNames.h"
 
 namespace {
@@ -50,8 +52,13 @@ std::string NameOfKept(const SlcOperand& operand)
 
 void SlcCStatements::PrintListICode(const SlcListICode& list, const std::deque<SlcOperand>& results)
 {
+    const SlcPtr<SlcListICode> forwarded = SlcForwardResults(list, SlcValueSpans(list, results));
+    WriteList(*forwarded, SlcValueSpans(*forwarded, results));
+}
+
+void SlcCStatements::WriteList(const SlcListICode& list, const SlcValueSpans& spans)
+{
     const auto& codes = list.m_icodes;
-    const SlcValueSpans spans(list, results);
     const std::vector<SlcPointLoop> loops = SlcFindPointLoops(list, spans);
     const std::vector<SlcStripLoop> strips = SlcFindStripLoops(list, loops);
     const std::vector<SlcParallelRun> runs = SlcFindParallelRuns(list, spans);

@@ -91,7 +91,8 @@ private:
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    // SlcCPointLoops.cpp: loops over points.
+    // SlcCPointLoops.cpp: lists, and loops over points.
+    void WriteList(const SlcListICode& list, const SlcValueSpans& spans);
     void WriteParallelRun(const SlcListICode& list, const SlcParallelRun& run);
     /// Declares variables of an iteration, which stand for the operands until `ForgetKept`.
     void DeclareComputed(const std::vector<SlcOperand>& operands);

@@ -21,9 +21,9 @@
 #include <map>
 #include <set>
 
+#include "backends/SlcOperandList.h"
 #include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcICodes.h"
-#include "icode/SlcOperandWalker.h"
 #include "sqx/SqxCard.h"
 
 namespace {
@@ -31,33 +31,7 @@ namespace {
 /// The most instructions of a loop from several pieces: longer loops take a C++ compiler too long.
 constexpr std::size_t k_longestJoined = 400;
 
-enum class Access { Read, Write };
-
-/// Lists the operands of an instruction, except constants.
-class Operands : private SlcOperandWalker {
-public:
-    struct Row {
-        SlcOperand operand;
-        Access access;
-    };
-    [[nodiscard]] const std::vector<Row>& Of(const SlcPtr<SlcICode>& code)
-    {
-        m_rows.clear();
-        Visit(code);
-        return m_rows;
-    }
-
-private:
-    void Read(SlcOperand& operand) override { Add(operand, Access::Read); }
-    void Write(SlcOperand& operand) override { Add(operand, Access::Write); }
-    void Add(const SlcOperand& operand, Access access)
-    {
-        if (operand->IsIdent() && !operand->IsPIVariable())
-            m_rows.push_back({operand, access});
-    }
-
-    std::vector<Row> m_rows;
-};
+using Access = SlcOperandList::Access;
 
 /// Functions of one component, which have hand-written macros.
 constexpr SqxPrimitive k_components[] = {
@@ -172,7 +146,7 @@ private:
 
     const std::deque<SlcPtr<SlcICode>>& m_codes;
     const SlcValueSpans& m_spans;
-    Operands m_operands;
+    SlcOperandList m_operands;
     Classes m_classes;
 };
 
@@ -317,7 +291,7 @@ std::vector<SlcParallelRun> SlcFindParallelRuns(const SlcListICode& list,
                                                 const SlcValueSpans& spans)
 {
     Classes classes;
-    Operands operands;
+    SlcOperandList operands;
     std::vector<SlcParallelRun> runs;
     bool isOpen = false;
     for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {

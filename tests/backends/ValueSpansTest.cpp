@@ -1,7 +1,9 @@
-// Checks where values of a variable are used: at too few places, a loop would lose a value.
+// Checks where values of a variable are used: at too few places, a loop would lose a value. Also
+// checks which calls write directly to the variable that gets a copy of their result.
 
 #include <gtest/gtest.h>
 
+#include "backends/SlcForwardResults.h"
 #include "backends/SlcValueSpans.h"
 #include "helpers/CodeText.h"
 
@@ -86,6 +88,41 @@ TEST(SlcValueSpans, ReachTheEndForResults)
     const SlcValueSpans spans(*list, {text.Variable("y")});
     EXPECT_TRUE(spans.MayCross(text.Variable("y"), 4));
     EXPECT_FALSE(spans.MayCross(text.Variable("x"), 4));
+}
+
+TEST(SlcForwardResults, ReplaceTemporaries)
+{
+    static const struct {
+        const char* code;
+        const char* forwarded;
+    } cases[] = {
+        {"x = SQRT(p) simd; { y = 1; z = x; }", "z = SQRT(p) simd; { y = 1; }"},
+        {"x = SQRT(z) simd; { z = x; }", "z = SQRT(z) simd;"},
+        {"x = SQRT(p) simd; z <- x;", "z = SQRT(p) simd;"},
+        {"x = SQRT(p) simd; y = SQRT(x) simd; { z = y; }", "x = SQRT(p) simd; z = SQRT(x) simd;"},
+        // The result is used again, or the destination is used before the copy.
+        {"x = SQRT(p) simd; { z = x; y = x; }", ""},
+        {"x = SQRT(p) simd; { y = x; z = x; }", ""},
+        {"x = SQRT(p) simd; { y = z; z = x; }", ""},
+        {"x = SQRT(p) simd; { z = 1; y = z; z = x; }", ""},
+        {"x = SQRT(p) simd; { z = x + 1; }", ""},
+        // Not all points are copied, or another variable could be in the same array.
+        {"x = SQRT(p) simd at f; { z = x; }", ""},
+        {"x = SQRT(p) simd; { f?( z = x; ) }", ""},
+        {"x = SQRT(p) simd; L: { z = x; } goto L;", ""},
+        {"x = SQRT(p) simd; { Cx = x; }", ""},
+        {"x = SQRT(p) simd; { p1 = x; }", ""},
+        {"x = SQRT(p) simd; { u = x; }", ""},
+        {"x = SQRT(p) simd; { r = x; }", ""},
+    };
+    for (const auto& c : cases) {
+        CodeText text;
+        const SlcPtr<SlcListICode> list = text.List(c.code);
+        const SlcPtr<SlcListICode> forwarded = SlcForwardResults(*list, SlcValueSpans(*list));
+        const std::string expected = *c.forwarded ? c.forwarded : c.code;
+        EXPECT_EQ(CodeText::Print(*forwarded), CodeText::Print(*CodeText().List(expected)))
+            << c.code;
+    }
 }
 
 }  // namespace
