@@ -73,6 +73,14 @@ TEST(SqxLsCompletion, SortsByTypeAndReplacesTheWord)
         Completed(editor, "surface a(float Kd = 1; color tint = 1) { float d = length(|); }");
     EXPECT_LT(std::find(ofCall.begin(), ofCall.end(), "P"),
               std::find(ofCall.begin(), ofCall.end(), "tint"));
+    for (const char* sign : {"==", "!=", "<=", ">="}) {
+        const auto compared =
+            Completed(editor, "surface a(float Kd = 1; color tint = 1) { Ci = Kd " +
+                                  std::string(sign) + " |; }");
+        EXPECT_LT(std::find(compared.begin(), compared.end(), "tint"),
+                  std::find(compared.begin(), compared.end(), "Kd"))
+            << sign << " assigns nothing";
+    }
     editor.Open("a.sl", "surface a() { Ci = dif; }");
     const SqxJson items = editor.AskAt("textDocument/completion", "a.sl", "dif|;")["items"];
     EXPECT_EQ(RangeText(items[0]["textEdit"]["range"]), "0:19-0:22");

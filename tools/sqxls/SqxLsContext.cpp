@@ -42,6 +42,11 @@ bool IsLightLoop(std::string_view word)
     return word == "illuminance";
 }
 
+bool IsAssignment(std::string_view sign)
+{
+    return sign == "=" || sign == "+=" || sign == "-=" || sign == "*=" || sign == "/=";
+}
+
 struct Open {
     std::string call;
     std::size_t argument = 0;
@@ -82,7 +87,7 @@ void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsCon
         isHead = isHead && !endsStatement;
         if (endsStatement)
             context.target.clear();
-        else if (isNamed && open.empty() && token.text.ends_with('=') && token.text != "==")
+        else if (isNamed && open.empty() && IsAssignment(token.text))
             context.target = tokens[i - 1].text;
         context.before = token.text;
     }
