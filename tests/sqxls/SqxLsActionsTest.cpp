@@ -46,6 +46,16 @@ TEST(SqxLsActions, ApplyUnambiguousAdvice)
          "surface a() { float i; float n = 0; for (i = 0; i < n; i += 1) Ci = i; }\n"},
         {"surface a()\n{\n    uniform float f = s;\n    Ci = f;\n}\n", "Declare 'f' varying",
          "surface a()\n{\n    varying float f = s;\n    Ci = f;\n}\n"},
+        // Another scope in the same line declares a variable of the same name.
+        {"surface a() { { float q = 1; Ci = q; } Oi = q; }\n", "Declare 'float q'",
+         "surface a() { { float q = 1; Ci = q; } float q = 0; Oi = q; }\n"},
+        {"surface a() { { uniform float f = 1; Ci = f; } { uniform float f = s; Oi = f; } }\n",
+         "Declare 'f' varying",
+         "surface a() { { uniform float f = 1; Ci = f; } { varying float f = s; Oi = f; } }\n"},
+        {"surface a() { uniform float f =\n    s; Ci = f; }\n", "Declare 'f' varying",
+         "surface a() { varying float f =\n    s; Ci = f; }\n"},
+        {"#define TWICE(x) (2 * (x))\nsurface a() { Ci = TWICE(q); }\n", "Declare 'float q'",
+         "#define TWICE(x) (2 * (x))\nsurface a() { float q = 0; Ci = TWICE(q); }\n"},
         {"surface a(float Kd = 1) { float k = Kd; Ci = k; }\n", "Declare 'k' uniform",
          "surface a(float Kd = 1) { uniform float k = Kd; Ci = k; }\n"},
     };

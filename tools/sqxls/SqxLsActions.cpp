@@ -137,15 +137,29 @@ std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan&
     return std::nullopt;
 }
 
-/// Returns the index of the first token in the reported line whose text is `name`; the number of
-/// tokens if there is none.
-std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
-                       const std::vector<SqxLsToken>& tokens)
+/// Returns the index of the first token whose text is `name` from the place on in its line; the
+/// number of tokens if there is none. If the name is in the argument of a macro, the place is that
+/// of the macro.
+std::size_t UseOf(std::string_view name, const SqxLsSpan& place, const SqxLsText& text,
+                  const std::vector<SqxLsToken>& tokens)
 {
-    for (std::size_t i = 0; i < tokens.size(); ++i)
-        if (tokens[i].text == name && text.PlaceOf(tokens[i].span.begin).line == report.line)
+    const SqxLsSpan line = text.LineAround(place.begin);
+    for (std::size_t i = 0; i < tokens.size() && tokens[i].span.begin < line.end; ++i)
+        if (tokens[i].text == name && tokens[i].span.begin >= place.begin)
             return i;
     return tokens.size();
+}
+
+/// Returns the index of the last token whose text is `name` before the place, the initializer of
+/// the variable of that name; the number of tokens if there is none.
+std::size_t InitializedVariable(std::string_view name, const SqxLsSpan& place,
+                                const std::vector<SqxLsToken>& tokens)
+{
+    std::size_t variable = tokens.size();
+    for (std::size_t i = 0; i < tokens.size() && tokens[i].span.begin < place.begin; ++i)
+        if (tokens[i].text == name)
+            variable = i;
+    return variable;
 }
 
 /// True if the declaration of the variable at the index `variable` declares no further variable
@@ -171,12 +185,12 @@ bool IsPredefined(std::string_view name)
 
 /// Replaces `uniform` by `varying` in the declaration of a single variable whose initializer is
 /// varying.
-std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& text,
+std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsSpan& place,
                               const std::vector<SqxLsToken>& tokens)
 {
     const std::string name =
         QuotedBetween(report.text, "The expression initializing '", "' must be uniform");
-    const std::size_t variable = TokenNamed(report, name, text, tokens);
+    const std::size_t variable = InitializedVariable(name, place, tokens);
     if (name.empty() || variable == tokens.size() || variable < 2 ||
         tokens[variable - 2].text != "uniform" ||
         !IsDeclaredAlone(tokens, SqxLsPartnersOf(tokens), variable))
@@ -186,14 +200,14 @@ std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& te
 
 /// Declares an undefined variable as a float before the statement that uses it. Most variables are
 /// floats, and the user can change the type.
-std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText& text,
-                                  const std::vector<SqxLsToken>& tokens)
+std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsSpan& place,
+                                  const SqxLsText& text, const std::vector<SqxLsToken>& tokens)
 {
     constexpr std::string_view k_report = "Undefined variable: ";
     if (!report.text.starts_with(k_report))
         return std::nullopt;
     const std::string name = report.text.substr(k_report.size());
-    const std::size_t use = TokenNamed(report, name, text, tokens);
+    const std::size_t use = UseOf(name, place, text, tokens);
     if (use == tokens.size() || IsPredefined(name))  // in another shader type
         return std::nullopt;
     std::size_t statement = use;
@@ -282,11 +296,11 @@ SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params)
         if (!place.isExact || place.path != path || place.span.end < range.begin ||
             place.span.begin > range.end)
             continue;
-        for (const auto& fix :
-             {InsertionFor(report, place.span, tokens),
-              ReplacementFor(report, place.span, text, tokens),
-              ComparisonFor(report, place.span, tokens), DeclarationFor(report, text, tokens),
-              VaryingFor(report, text, tokens)}) {
+        for (const auto& fix : {InsertionFor(report, place.span, tokens),
+                                ReplacementFor(report, place.span, text, tokens),
+                                ComparisonFor(report, place.span, tokens),
+                                DeclarationFor(report, place.span, text, tokens),
+                                VaryingFor(report, place.span, tokens)}) {
             if (!fix)
                 continue;
             SqxJson action = ActionOf(text, uri, *fix, "quickfix");
