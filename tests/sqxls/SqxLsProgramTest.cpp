@@ -1,11 +1,15 @@
 // Tests the program itself through pipes, and the classes that read its stream of messages.
 
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
+#include "helpers/TemporaryFolder.h"
 #include "sqxls/SqxLsFraming.h"
 #include "sqxls/SqxLsInbox.h"
 #include "sqxls/SqxLsJson.h"
@@ -65,6 +69,8 @@ public:
     }
     void CloseInput() { Close(m_input); }
     void CloseOutput() { Close(m_output); }
+
+    void Signal(int number) const { kill(m_child, number); }
 
     /// Waits for the end and returns the exit status; -1 after a signal.
     int Wait()
@@ -138,13 +144,55 @@ TEST(SqxLsProgram, EndsWithItsPipes)
     EXPECT_EQ(other.Wait(), 1);
 }
 
+/// Returns whether the file appears within 30 seconds.
+bool Appears(const std::filesystem::path& file)
+{
+    for (int i = 0; i < 3000 && !std::filesystem::exists(file); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return std::filesystem::exists(file);
+}
+
+TEST(SqxLsProgram, LetsItsPreviewsEndHoweverItEnds)
+{
+    const struct {
+        const char* name;
+        void (*end)(Program& program);
+    } cases[] = {
+        {"end of the input", [](Program& program) { program.CloseInput(); }},
+        {"failed write",
+         [](Program& program) {
+             program.CloseOutput();
+             program.Send(R"({"id": 3, "method": "shutdown"})");
+         }},
+        {"signal", [](Program& program) { program.Signal(SIGTERM); }},
+    };
+    for (const auto& one : cases) {
+        const TemporaryFolder folder;
+        TemporaryFolder::Write("viewer", "#!/bin/sh\ntrap 'touch ended; exit' TERM\n"
+                                         "echo 'The page is at http://localhost:1/; x'\n"
+                                         "while [ -e viewer ]; do sleep 0.05; done\n");
+        std::filesystem::permissions("viewer", std::filesystem::perms::owner_all);
+        Program program;
+        SqxJson initialize = SqxJson::parse(k_initialize);
+        initialize["params"]["initializationOptions"]["sqxview"] =
+            (std::filesystem::current_path() / "viewer").string();
+        program.Send(initialize.dump().c_str());
+        (void)program.Receive();
+        program.Send(R"({"id": 2, "method": "workspace/executeCommand", "params":
+            {"command": "sqxls.preview", "arguments": ["file:///a.sl"]}})");
+        EXPECT_EQ(program.Receive()["result"]["uri"], "http://localhost:1/") << one.name;
+        one.end(program);
+        EXPECT_TRUE(Appears("ended")) << one.name;
+    }
+}
+
 TEST(SqxLsFraming, SkipsMessagesThatAreTooLong)
 {
     SqxLsFraming framing;
     framing.Add("Content-Length: 70000000\r\n\r\n");
     EXPECT_EQ(framing.Next()->fault, "A message is longer than 64 MB");
-    for (int i = 0; i < 7; ++i) {
-        framing.Add(std::string(10000000, 'x'));
+    for (int i = 0; i < 10; ++i) {
+        framing.Add(std::string(7000000, 'x'));
         EXPECT_FALSE(framing.Next());
     }
     framing.Add("Content-Len");

@@ -4,10 +4,15 @@
 // for it forever. So words and environment are completed before the fork. If a call fails, the
 // child exits like a command that was not found.
 //
-// As long as the child may have to be killed, its end is checked without reaping it: once it is
+// As long as the child may have to be ended, its end is checked without reaping it: once it is
 // reaped, its process number may belong to another process.
 //
-// Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
+// A child with a process group of its own gets no signal of the terminal. So it also asks the
+// system for a signal when this program ends, however that happens. The system sends it when the
+// thread ends that started the child, which waits for the child here.
+//
+// Tested by tests/make/run.sh, tests/sqxshade/SqxShadeTest.cpp and
+// tests/sqxls/SqxLsProgramTest.cpp.
 
 #include "process/SqxProcess.h"
 
@@ -20,6 +25,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <string_view>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -57,16 +63,23 @@ constexpr int k_notStarted = 127;
     return pointers;
 }
 
-/// Runs in the child and never returns.
+/// Puts the child into its own process group, which ends when the program `parent` does. Returns
+/// false if that fails or if the program has ended already.
+[[nodiscard]] bool LeadGroup(pid_t parent)
+{
+    return setpgid(0, 0) == 0 && prctl(PR_SET_PDEATHSIG, SIGTERM) == 0 && getppid() == parent;
+}
+
+/// Runs in the child of `parent` and never returns.
 [[noreturn]] void Become(const SqxCommand& command, char* const* words, char* const* environment,
-                         int output)
+                         int output, pid_t parent)
 {
     // The child must not inherit how this program handles signals.
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     signal(SIGPIPE, SIG_DFL);
-    if (command.isOver && setpgid(0, 0) != 0)
+    if (command.isOver && !LeadGroup(parent))
         _exit(k_notStarted);
     if (!command.output.empty())
         output = open(command.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -79,33 +92,61 @@ constexpr int k_notStarted = 127;
     _exit(k_notStarted);
 }
 
-void EndGroup(pid_t child)
-{
-    setpgid(child, child);  // the child may not have called it yet
-    kill(-child, SIGKILL);
-}
+/// Ends the process group of a child once the test of its command returns true: by SIGTERM, so that
+/// programs can remove their temporary files, and after two seconds by SIGKILL.
+class GroupEnd {
+public:
+    GroupEnd(pid_t child, const std::function<bool()>& isOver) : m_child(child), m_isOver(isOver) {}
 
-/// Waits until there is something to read, or kills the child's process group if the test returns
-/// true.
-void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
+    /// To be called every few milliseconds until the child has ended.
+    void Check()
+    {
+        if (m_hasBegun) {
+            if (std::chrono::steady_clock::now() > m_latest)
+                Kill();
+        } else if (m_isOver()) {
+            m_hasBegun = true;
+            m_latest = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+            setpgid(m_child, m_child);  // the child may not have called it yet
+            kill(-m_child, SIGTERM);
+        }
+    }
+    /// To be called when the child has ended and is not reaped yet. Kills the rest of the group if
+    /// the test has returned true.
+    void Complete() const
+    {
+        if (m_hasBegun)
+            Kill();
+    }
+
+private:
+    void Kill() const { kill(-m_child, SIGKILL); }
+
+    pid_t m_child;
+    const std::function<bool()>& m_isOver;
+    bool m_hasBegun = false;
+    std::chrono::steady_clock::time_point m_latest;
+};
+
+/// Waits until there is something to read.
+void WaitForText(int pipe, GroupEnd& end)
 {
     constexpr int k_milliseconds = 10;
     pollfd wanted = {pipe, POLLIN, 0};
     while (poll(&wanted, 1, k_milliseconds) == 0)
-        if (isOver())
-            return EndGroup(child);
+        end.Check();
 }
 
 /// Passes on lines from the pipe until no process has it open for writing, and then a last line
 /// without a line break.
-void ReadLines(int pipe, pid_t child, const SqxCommand& command)
+void ReadLines(int pipe, const SqxCommand& command, GroupEnd& groupEnd)
 {
     const auto& onLine = command.onLine;
     std::string text;
     std::array<char, 4096> piece;
     const auto readSome = [&] {
         if (command.isOver)
-            WaitForText(pipe, child, command.isOver);
+            WaitForText(pipe, groupEnd);
         return read(pipe, piece.data(), piece.size());
     };
     for (ssize_t count = 0; (count = readSome()) != 0;) {
@@ -122,22 +163,20 @@ void ReadLines(int pipe, pid_t child, const SqxCommand& command)
         onLine(text);
 }
 
-/// Waits until the child ends, or kills its process group if the test returns true.
-void WaitWatching(pid_t child, const std::function<bool()>& isOver)
+/// Waits until the child ends, and ends it if the test of its command returns true.
+void WaitWatching(pid_t child, GroupEnd& groupEnd)
 {
     siginfo_t end = {};
     while (waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
            end.si_pid == 0) {
-        if (isOver())
-            return EndGroup(child);
+        groupEnd.Check();
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    groupEnd.Complete();
 }
 
-[[nodiscard]] int StatusOf(pid_t child, const std::function<bool()>& isOver)
+[[nodiscard]] int StatusOf(pid_t child)
 {
-    if (isOver)
-        WaitWatching(child, isOver);
     int status = 0;
     while (waitpid(child, &status, 0) != child)
         if (errno != EINTR)
@@ -155,16 +194,22 @@ int SqxRunCommand(const SqxCommand& command)
     std::array<int, 2> pipe = {-1, -1};
     if (command.onLine && pipe2(pipe.data(), O_CLOEXEC) != 0)
         return k_notStarted;
+    const pid_t parent = getpid();
     const pid_t child = fork();
     if (child == 0)
-        Become(command, words.data(), variables.data(), pipe[1]);
+        Become(command, words.data(), variables.data(), pipe[1], parent);
+    GroupEnd groupEnd(child, command.isOver);
     if (command.onLine) {
         close(pipe[1]);
         if (child > 0)
-            ReadLines(pipe[0], child, command);
+            ReadLines(pipe[0], command, groupEnd);
         close(pipe[0]);
     }
-    return child < 0 ? k_notStarted : StatusOf(child, command.isOver);
+    if (child < 0)
+        return k_notStarted;
+    if (command.isOver)
+        WaitWatching(child, groupEnd);
+    return StatusOf(child);
 }
 
 std::filesystem::path SqxProgramBeside(const std::string& name)

@@ -16,7 +16,9 @@ struct SqxCommand {
     std::function<void(const std::string& line)> onLine = nullptr;
     /// If set, called every few milliseconds, with `onLine` only while no output waits to be read.
     /// When it returns true, the program and the processes of its group, usually all that it
-    /// started, are killed.
+    /// started, get SIGTERM, and those that still run two seconds later are killed. Once the
+    /// program has ended, the rest of the group is killed. If this program ends before the command,
+    /// in whatever way, the command gets SIGTERM.
     std::function<bool()> isOver = nullptr;
 };
 
