@@ -183,6 +183,17 @@ TEST_F(SqxViewSessionTest, GivesDefaultValuesInTheSpaceOfThePicture)
         << state;
 }
 
+TEST_F(SqxViewSessionTest, GivesDefaultValuesInTheSpacesOfANewSize)
+{
+    m_folder.Write("a.sl", "surface a(point p = point \"raster\" (4, 4, 0)) { Ci = xcomp(p); }\n");
+    View({"a.sl"});
+    const std::string small = WaitForWhole();
+    EXPECT_TRUE(Contains(small, R"("default":[-0.12820512,0.12820512,1])")) << small;
+    m_session->Change({{"size", "32x32"}});
+    const std::string large = WaitForWhole();
+    EXPECT_TRUE(Contains(large, R"("default":[-0.19230768,0.19230768,1])")) << large;
+}
+
 TEST_F(SqxViewSessionTest, StopsAnEndlessShader)
 {
     constexpr const char* k_endless =

@@ -61,4 +61,19 @@ TEST(SqxViewSource, IsNotCompiledAgainBecauseOfTheFoldersOfItsCompiles)
     EXPECT_TRUE(source.HasChanged());
 }
 
+TEST(SqxViewSource, ReportsAMissingFolderForTemporaryFiles)
+{
+    const TemporaryFolder folder;
+    const std::filesystem::path here = std::filesystem::current_path();
+    TemporaryFolder::Write("a.sl", "surface a() { Ci = 1; }\n");
+    const Variable temporary("TMPDIR", here / "none");
+    SqxViewSource source("a.sl", {});
+    EXPECT_NE(Compiled(source).report, "");
+    std::filesystem::create_directory(here / "none");
+    EXPECT_TRUE(Compiled(source).shader);
+    std::filesystem::remove_all(here / "none");
+    std::filesystem::create_directory(here / "none");
+    EXPECT_TRUE(Compiled(source).shader);
+}
+
 }  // namespace

@@ -71,6 +71,12 @@ template <std::size_t count>
     return number;
 }
 
+/// True if spaces that default values may be in differ: that of the shape, or `raster` and `NDC`.
+[[nodiscard]] bool HasOtherSpaces(const SqxPictureSettings& one, const SqxPictureSettings& other)
+{
+    return one.shape != other.shape || one.width != other.width || one.height != other.height;
+}
+
 void EraseValue(SqxShadeOptions::Shader& shader, std::string_view name)
 {
     std::erase_if(shader.parameters, [&](const auto& value) { return value.first == name; });
@@ -192,7 +198,7 @@ void SqxViewSession::FindDefaults(SqxViewShader& shader)
 {
     try {
         shader.defaults = SqxViewDefaults(shader.good, m_state.shade.picture);
-    } catch (const QxHostError&) {
+    } catch (const std::exception&) {
         // No report here: if the picture fails for the same reason, it reports the error.
         shader.defaults.assign(shader.good->Parameters().size(), std::nullopt);
     }
@@ -270,9 +276,9 @@ void SqxViewSession::Change(const std::vector<SqxViewChange>& changes)
     SqxShadeOptions shade = m_state.shade;
     for (const SqxViewChange& change : changes)
         Apply(shade, change);
-    const bool isOtherShape = shade.picture.shape != m_state.shade.picture.shape;
+    const bool hasOtherSpaces = HasOtherSpaces(shade.picture, m_state.shade.picture);
     m_state.shade = std::move(shade);
-    if (isOtherShape)  // default values may be in the space of the shape
+    if (hasOtherSpaces)
         for (SqxViewShader& shader : m_state.shaders)
             if (shader.good)
                 FindDefaults(shader);

@@ -65,7 +65,8 @@ void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::stri
 /// Returns an empty folder for a compile, always of the same path.
 std::filesystem::path SqxViewSource::WorkFolder()
 {
-    if (!m_scratch)
+    // The system may remove temporary files that are some days old.
+    if (!m_scratch || !std::filesystem::exists(m_scratch->Path()))
         m_scratch = std::make_unique<SqxScratchFolder>("sqxview");
     const std::filesystem::path work = m_scratch->Path() / "compile";
     std::filesystem::remove_all(work);
@@ -75,8 +76,7 @@ std::filesystem::path SqxViewSource::WorkFolder()
 
 std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()>& isOver)
 {
-    const std::filesystem::path work = WorkFolder();
-    const SqxViewWatch::Time start = SqxViewWatch::TimeOf(work);
+    SqxViewWatch::Time start = {};
     m_watch.Refresh();
     m_isCompiled = false;
     SqxViewCompiled compiled;
@@ -84,6 +84,8 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
     std::set<std::string> missing;
     bool isEnded = false;
     try {
+        const std::filesystem::path work = WorkFolder();
+        start = SqxViewWatch::TimeOf(work);
         SqxSourceCompile compile(m_path, m_options.words, work);
         const bool isBuilt =
             compile.RunApart([&] { return isEnded = isEnded || isOver() || m_watch.HasChanged(); });
@@ -94,7 +96,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
         missing = compile.PlacesSearched().MissingHeaders();
         if (isBuilt)
             Open(compiled, compile.Output(), m_path, m_options.folders);
-    } catch (const std::runtime_error& error) {
+    } catch (const std::exception& error) {
         compiled.report += std::string(error.what()) + "\n";
     }
     compiled.excerpts =

@@ -39,10 +39,10 @@ public:
     /// about the files.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
     /// Compiles the source, and from then on watches the files that were read and the paths where
-    /// headers were searched. If the source has errors, the compiler cannot be run, or the shader
-    /// cannot be opened, the report of the result says so. Returns nothing if the compile was
-    /// stopped, because `isOver` returned true or a watched file changed meanwhile. Throws
-    /// `std::runtime_error` if there is no folder for temporary files.
+    /// headers were searched. If the source has errors, the compiler cannot be run, the shader
+    /// cannot be opened, or there is no folder for temporary files, the report of the result says
+    /// so. Returns nothing if the compile was stopped, because `isOver` returned true or a watched
+    /// file changed meanwhile.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:
