@@ -21,18 +21,18 @@ int SlcPointSets::SetOf(const Key& key)
     const auto [known, isNew] = m_known.try_emplace(key, static_cast<int>(m_sets.size()));
     if (!isNew)
         return known->second;
-    const auto& [whole, flag, changes, wanted] = key;
     Set set;
     set.key = key;
-    set.supersets.push_back(whole);
-    if (const auto rest = m_known.find({whole, flag, changes, !wanted}); rest != m_known.end()) {
+    set.supersets.push_back(key.whole);
+    if (const auto rest = m_known.find({key.whole, key.flag, key.changes, !key.wanted});
+        rest != m_known.end()) {
         set.rest = rest->second;
         m_sets[rest->second].rest = known->second;
     }
-    const Flag& state = m_flags[flag];
-    if (wanted && state.changesOfFacts == changes)
+    const Flag& state = m_flags[key.flag];
+    if (key.wanted && state.changesOfFacts == key.changes)
         for (const Fact& fact : state.facts)
-            if (IsWithin(whole, fact.among))
+            if (IsWithin(key.whole, fact.among))
                 set.supersets.push_back(fact.set);
     m_sets.push_back(std::move(set));
     return known->second;
@@ -51,12 +51,13 @@ void SlcPointSets::Clear(const SlcOperand& flag)
 {
     // The flag is true only where it was, and not at the points of the current set.
     const int before = SelectFromAll(flag, true);
-    const auto [whole, guard, changes, wanted] = m_sets[Current()].key;
-    const int rest = guard ? SetOf({whole, guard, changes, !wanted}) : -1;
+    const Key guard = m_sets[Current()].key;
+    const int rest =
+        guard.flag ? SetOf({guard.whole, guard.flag, guard.changes, !guard.wanted}) : -1;
     Change(flag);
     AddFact(flag, {m_all, before});
-    if (guard)
-        AddFact(flag, {whole, rest});
+    if (guard.flag)
+        AddFact(flag, {guard.whole, rest});
 }
 
 void SlcPointSets::StartAgain()
@@ -88,5 +89,5 @@ bool SlcPointSets::IsWithin(int inner, int outer) const
 
 int SlcPointSets::UnionOfParts(int first, int second) const
 {
-    return m_sets[first].rest == second ? std::get<0>(m_sets[first].key) : -1;
+    return m_sets[first].rest == second ? m_sets[first].key.whole : -1;
 }

@@ -60,10 +60,23 @@ private:
         int changesOfFacts = 0;  // the value of `changes` for which the facts hold
         std::vector<Fact> facts;
     };
-    using Key = std::tuple<int, SlcOperand, int, bool>;  // set, flag, its changes, wanted value
+    /// A guard: the points of the set `whole` where the flag has the wanted value, after so many
+    /// changes of the flag.
+    struct Key {
+        int whole = -1;
+        SlcOperand flag;  // null for a set that is not known as a guard
+        int changes = 0;
+        bool wanted = false;
+
+        bool operator<(const Key& other) const
+        {
+            return std::tie(whole, flag, changes, wanted) <
+                   std::tie(other.whole, other.flag, other.changes, other.wanted);
+        }
+    };
     struct Set {
         std::vector<int> supersets;
-        Key key{-1, nullptr, 0, false};
+        Key key;
         int rest = -1;  // the other points of the set that the guard limited, if it is known
     };
 

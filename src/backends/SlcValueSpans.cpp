@@ -23,7 +23,8 @@
 
 class SlcValueSpans::Finder : private SlcOperandWalker {
 public:
-    Finder(const SlcListICode& list, std::deque<SlcOperand> results)
+    [[nodiscard]] std::map<SlcOperand, std::vector<Span>> SpansOf(const SlcListICode& list,
+                                                                  std::deque<SlcOperand> results)
     {
         for (const SlcPtr<SlcICode>& code : list.m_icodes) {
             m_isPartial = code->Is(SlcICodeTraits::PartialWrite | SlcICodeTraits::PartialIfLimited);
@@ -32,9 +33,6 @@ public:
         }
         for (SlcOperand& result : results)
             Read(result);
-    }
-    [[nodiscard]] std::map<SlcOperand, std::vector<Span>> Take()
-    {
         std::map<SlcOperand, std::vector<Span>> spans;
         for (auto& [operand, variable] : m_variables)
             if (!variable.isLeftOut)
@@ -165,7 +163,7 @@ private:
     bool m_readsAll = false;   // it reads neighbours of the points that it computes
 };
 SlcValueSpans::SlcValueSpans(const SlcListICode& list, const std::deque<SlcOperand>& results)
-    : m_spans(Finder(list, results).Take())
+    : m_spans(Finder().SpansOf(list, results))
 {
 }
 
