@@ -339,6 +339,18 @@ surface MY_NAME() { Ci = 1; }' >hidden1.sl
 cp hidden1.sl hidden2.sl
 make_is 1 -k hidden1.sl hidden2.sl
 says "both make 'hidden.sqx'"
+# A step of another build claims the output of a source that is gone, just before it would be removed.
+echo 'surface claimed() { Ci = 1; }' >claimed.sl
+make_is 0 claimed.sl own.sl
+rm claimed.sl
+exec {lock}>"$output/.sqxmake/owners.lock"
+flock "$lock"
+"$bin/sqxmake" -o "$output" own.sl >messages 2>&1 {lock}>&- &
+sleep 0.5
+printf '%s' "$PWD/own.sl" >"$output/.sqxmake/owners/claimed.sqx"
+exec {lock}>&-
+wait $! || fail 'sqxmake failed'
+[ -e "$output/claimed.sqx" ] || fail 'An output that was claimed meanwhile is gone'
 printf '#include "cycle.h"\n' >cycle.h
 printf '#include "cycle.h"\nsurface cyclic() { Ci = 1; }\n' >cyclic.sl
 make_is 1 cyclic.sl

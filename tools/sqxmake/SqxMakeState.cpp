@@ -40,6 +40,7 @@ constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "
 
 constexpr std::chrono::seconds k_staleAge{1};  // of a stale stamp, relative to its source
 
+constexpr const char* k_ownersLock = "owners.lock";
 constexpr const char* k_stopped = "stopped";
 constexpr const char* k_optionsFile = "options";
 
@@ -150,7 +151,7 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
     const fs::path path = m_folder / "owners" / output;
     std::error_code exists;
     fs::create_directories(path.parent_path(), exists);
-    const SqxFileLock lock(m_folder / "owners.lock", SqxFileLock::IfTaken::Wait);
+    const SqxFileLock lock(m_folder / k_ownersLock, SqxFileLock::IfTaken::Wait);
     if (lock.Found() != SqxFileLock::State::Held)
         throw SqxMakeError("Folder '" + m_folder.string() + "' cannot be written");
     const std::optional<std::string> owner = SqxReadText(path);
@@ -237,7 +238,8 @@ void SqxMakeState::Discard(const fs::path& stamp, const fs::path& outputFolder) 
     std::error_code ignored;
     if (known) {
         const fs::path owner = m_folder / "owners" / known->output;
-        if (SqxReadText(owner) == known->source) {
+        const SqxFileLock lock(m_folder / k_ownersLock, SqxFileLock::IfTaken::Wait);
+        if (lock.Found() == SqxFileLock::State::Held && SqxReadText(owner) == known->source) {
             fs::remove(outputFolder / known->output, ignored);
             fs::remove(owner, ignored);
         }

@@ -76,8 +76,8 @@ public:
     [[nodiscard]] bool IsStopped() const;
 
     /// Removes a stamp and the files `searched/ID` and `unnamed/ID` of its source. If the source
-    /// still owns its output, also removes the output and the entry of its owner. Missing files,
-    /// and files that cannot be removed, are ignored.
+    /// still owns its output, also removes the output and the entry of its owner, while no other
+    /// source can claim them. Missing files, and files that cannot be removed, are ignored.
     void Discard(const std::filesystem::path& stamp,
                  const std::filesystem::path& outputFolder) const;
 
