@@ -70,6 +70,12 @@ TEST(Machine, FindsFaultsOfGeneratedCode)
          "Flag 2 is read before it is set"},
         {"IF_TRUE 1 BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT 0 4 END_PARALLEL END_IF",
          "Nothing has written 's'"},
+        {"IF_TRUE 1 ASSIGN_FLOAT_FLOAT_SIMD 0 4 END_IF", "Nothing has written 's'"},
+        {"IF_TRUE 1 IF_TRUE 1 END_IF BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT 0 4 END_PARALLEL END_IF",
+         "Nothing has written 's'"},
+        {"BEGIN_PARALLEL ASSIGN_BOOL_BOOL 2 5 END_PARALLEL IF_TRUE 1 BEGIN_PARALLEL IF_TRUE 2 "
+         "END_IF ASSIGN_FLOAT_FLOAT 0 4 END_PARALLEL END_IF",
+         "Nothing has written 's'"},
     };
     for (const FaultCase& c : cases) {
         SqxMachine machine;

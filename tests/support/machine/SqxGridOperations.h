@@ -9,20 +9,21 @@
 /// One instruction that works on the whole grid at once, and the points that it is limited to.
 class SqxGridCall {
 public:
-    /// `condition` is the number of a flag, or -1 for all points.
+    /// `condition` is the number of a flag, or -1 for all points. `isDoubtful` is as for `SqxCall`.
     SqxGridCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, int condition,
-                const QxGrid& grid)
+                const QxGrid& grid, bool isDoubtful = false)
         : m_machine(machine),
           m_store(store),
           m_operands(operands),
           m_condition(condition),
+          m_isDoubtful(isDoubtful),
           m_grid(grid)
     {
     }
 
     [[nodiscard]] SqxCall At(std::size_t point) const
     {
-        return {m_machine, m_store, m_operands, point};
+        return {m_machine, m_store, m_operands, point, m_isDoubtful};
     }
     [[nodiscard]] bool IsOn(std::size_t point) const
     {
@@ -61,6 +62,7 @@ private:
     SqxStore& m_store;
     std::span<const int> m_operands;
     int m_condition;
+    bool m_isDoubtful;
     QxGrid m_grid;
 };
 

@@ -221,7 +221,8 @@ std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
         RunSimd(code);
         break;
     case SqxStep::Grid:
-        code.gridOperation(SqxGridCall(*this, *m_store, code.operands, code.condition, m_grid));
+        code.gridOperation(SqxGridCall(*this, *m_store, code.operands, code.condition, m_grid,
+                                       m_doubt != nullptr));
         break;
     case SqxStep::BeginParallel:
         RunParallel(program, index + 1, code.other);
@@ -255,7 +256,7 @@ std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
         m_lightsAreForP = false;
         break;
     case SqxStep::EndIf:
-        m_doubt = nullptr;
+        Leaves(program.Codes()[code.other]);
         break;
     case SqxStep::EndParallel:
         break;
@@ -283,8 +284,15 @@ bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
     const auto flag = static_cast<std::size_t>(code.operands[0]);
     if (!m_store->Variable(flag).uniform || !m_store->HasPoison(flag, point))
         return Flag(code, point);
-    m_doubt = &code;
+    if (!m_doubt)
+        m_doubt = &code;
     return true;
+}
+
+void SqxMachine::Leaves(const SqxCode& code)
+{
+    if (m_doubt == &code)
+        m_doubt = nullptr;
 }
 
 /// Runs an instruction outside the parallel brackets: once, except that an instruction with a
@@ -303,7 +311,8 @@ void SqxMachine::RunPlain(const SqxCode& code)
 
 void SqxMachine::RunSimd(const SqxCode& code)
 {
-    const SqxGridCall grid(*this, *m_store, code.operands, code.condition, m_grid);
+    const SqxGridCall grid(*this, *m_store, code.operands, code.condition, m_grid,
+                           m_doubt != nullptr);
     for (std::size_t i = 0; i < m_grid.Size(); ++i) {
         if (grid.IsOn(i))
             code.operation(grid.At(i));
@@ -330,7 +339,7 @@ void SqxMachine::RunPoint(const SqxProgram& program, std::size_t begin, std::siz
             continue;
         }
         if (code.step == SqxStep::EndIf)
-            m_doubt = nullptr;
+            Leaves(program.Codes()[code.other]);
         else
             RunAt(code, point);
         ++index;

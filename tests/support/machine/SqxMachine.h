@@ -123,6 +123,8 @@ private:
     void RunAt(const SqxCode& code, std::size_t point);
     [[nodiscard]] bool Flag(const SqxCode& code, std::size_t point);
     [[nodiscard]] bool Enters(const SqxCode& code, std::size_t point);
+    /// Ends the doubt that began at an IF, at the end of its bracket.
+    void Leaves(const SqxCode& code);
     void CheckIndex(const SqxCall& call);
     void CallShadeop(const SqxCode& code, const SqxCall& call);
     void Count();
@@ -163,8 +165,8 @@ private:
     std::vector<LightValues> m_lights;
     std::vector<QxLightInput> m_lightInputs;
     std::vector<LightLoop> m_lightLoops;  // innermost last
-    // The last IF that was entered although nothing has written its flag; null after the next
-    // END_IF.
+    // The outermost IF that was entered although nothing has written its flag; null outside its
+    // bracket.
     const SqxCode* m_doubt = nullptr;
     const SqxCode* m_running = nullptr;  // for the message of a fault
 };
